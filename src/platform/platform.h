@@ -1,0 +1,119 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ptick {
+
+/// A record opened for reading, front to back, once.
+class RecordReader {
+ public:
+  RecordReader() = default;
+  RecordReader(const RecordReader&) = delete;
+  RecordReader& operator=(const RecordReader&) = delete;
+  virtual ~RecordReader() = default;
+
+  /// Fills `block` from the front and returns the number of bytes, at least 1 before the end and 0
+  /// at the end. Nothing when the record cannot be read on.
+  virtual std::optional<std::size_t> Read(std::span<char> block) = 0;
+};
+
+/// An open platform file: a directory of records.
+class RecordFile {
+ public:
+  RecordFile() = default;
+  RecordFile(const RecordFile&) = delete;
+  RecordFile& operator=(const RecordFile&) = delete;
+  virtual ~RecordFile() = default;
+
+  /// Opens a record. Null when there is none of that name: the names "", "." and "..", and names
+  /// that hold '/' or a zero byte, name no record.
+  virtual std::unique_ptr<RecordReader> OpenRecord(std::string_view name) = 0;
+};
+
+/// Where printed bytes go.
+enum class Stream {
+  kOutput,    ///< standard output, descriptor 1: reports and results
+  kTerminal,  ///< the terminal, descriptor 2: diagnostics and usage
+};
+
+/// The services of the system that the program runs on, as one set of operations.
+class Platform {
+ public:
+  Platform() = default;
+  Platform(const Platform&) = delete;
+  Platform& operator=(const Platform&) = delete;
+  virtual ~Platform() = default;
+
+  // --- Files ---
+
+  /// Opens the platform file (directory) `name`; null when that fails.
+  virtual std::unique_ptr<RecordFile> OpenFile(std::string_view name) = 0;
+
+  // --- System values ---
+
+  /// The width of the page in characters, at least 1 (system value 2).
+  virtual std::int64_t PageWidth() = 0;
+  /// The account name (system value 19).
+  virtual std::string AccountName() = 0;
+  /// The port number of this process, digits as they were given (system value 101).
+  virtual std::string OwnPort() = 0;
+  /// The command line, the command name first (system value 1000).
+  virtual std::vector<std::string> CommandLine() = 0;
+
+  // --- Clock ---
+
+  /// Seconds since 1 January 1970.
+  virtual std::int64_t Now() = 0;
+  /// How many seconds local time is ahead of universal time at the moment `time`; nothing when no
+  /// calendar can show that moment.
+  virtual std::optional<std::int64_t> ZoneOffset(std::int64_t time) = 0;
+
+  // --- Terminal and standard output ---
+
+  /// Writes all bytes; 0, or the error number of the system.
+  virtual int Write(Stream stream, std::string_view bytes) = 0;
+  /// Whether the stream ends at a real terminal.
+  virtual bool IsTerminal(Stream stream) = 0;
+  /// Whether keys can be asked for: standard input is a terminal.
+  virtual bool HasKeyboard() = 0;
+  /// The number of lines of the terminal on standard output, at least 1.
+  virtual std::int64_t PageLength() = 0;
+  /// Waits for a key press and returns its byte, unechoed; nothing when there is no more input. The
+  /// terminal is left as it was found, also when a signal ends the wait.
+  virtual std::optional<char> ReadKey() = 0;
+
+  // --- Commands ---
+
+  /// Runs platform commands, each split at blanks and started directly, never through a shell.
+  /// Calls `done` once per command, in the order given, with the first line of what the command
+  /// wrote to standard output and standard error together, without its line end; empty when it
+  /// could not be run, wrote nothing or did not answer in time. Several may run at once.
+  virtual void CaptureFirstLines(const std::vector<std::vector<std::string>>& commands,
+                                 const std::function<void(std::string_view)>& done) = 0;
+  /// Runs a command line with the shell, `input` as its standard input. Returns its exit status
+  /// (128 plus the signal number when a signal ended it; 127 when it could not be started). The
+  /// shell's own messages go where standard error goes.
+  virtual int RunShell(const std::string& command_line, std::string_view input) = 0;
+
+  // --- Ports: each returns 0 or an error number; none of them blocks for long ---
+
+  /// Hands `text` to the process on `port`; does not wait for it to act.
+  virtual int SendPortMessage(std::int64_t port, std::string_view text) = 0;
+  /// Switches the monitor on for the process on `port`.
+  virtual int MonitorOn(std::int64_t port, std::string_view file, std::string_view options) = 0;
+  /// Switches the monitor off for the process on `port`.
+  virtual int MonitorOff(std::int64_t port) = 0;
+  /// The ports from `first` to `last` that a process may be listening on, ascending; empty when the
+  /// ports cannot be looked at.
+  virtual std::vector<std::int64_t> ListeningPorts(std::int64_t first, std::int64_t last) = 0;
+};
+
+}  // namespace ptick

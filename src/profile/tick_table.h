@@ -1,0 +1,8 @@
+#pragma once
+
+namespace ptick {
+
+/// The trace entries of a profile.
+class TickTable {};
+
+}  // namespace ptick

@@ -1,0 +1,81 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/platform.h"
+
+namespace ptick {
+
+/// What every page starts with: the title, " Page ", the page number and a line end, then the
+/// columns and a line end. Both texts are plain; nothing inside them is interpreted.
+struct PageHeading {
+  std::string Title;  ///< padded already so that the page number ends where it should
+  std::string Columns;
+};
+
+/// Prints report lines on standard output and diagnostics on the terminal, in the order given.
+///
+/// Elsewhere than on a terminal, output is one page without end: the heading once, in front of the
+/// first line, every byte as it is. On a terminal, pages are as long as the terminal, each starts
+/// with the heading and waits for a key when there is a keyboard, and control bytes are shown as
+/// '?'. Without a heading nothing is paged.
+///
+/// A failed write prints "ptick: cannot write: REASON" on the terminal and throws Stop with status
+/// 1; a reader that has closed the pipe, and the key `q`, throw Stop with status 0.
+class Output {
+ public:
+  explicit Output(Platform& platform);
+
+  /// Sets the heading of the pages to come. Called at most once, before the first line.
+  void SetHeading(PageHeading heading);
+
+  /// Prints a line and ends it.
+  void PrintLine(std::string_view line);
+
+  /// Room for a line of at most `most` bytes, to be laid out in place; EndLineAt takes the place
+  /// behind its last byte and ends the line. Nothing else may be printed between the two calls.
+  char* LineRoom(std::size_t most);
+  void EndLineAt(const char* end);
+
+  /// Prints a line on the terminal, after all that was printed before.
+  void PrintTerminal(std::string_view line);
+
+  /// Prints a numbered platform message (201: cannot open a file; 202: cannot read a record) with
+  /// the name that failed, on the terminal.
+  void PrintMessage(int number, std::string_view name);
+
+  /// Ends the output of a run that came to its normal end: a heading that has seen no line is
+  /// printed, and all is written.
+  void Finish();
+
+  /// Writes what has been printed so far.
+  void Flush();
+
+ private:
+  void EndLongLine(std::size_t size);
+  void StartPage();
+  void NextPage();
+  void AppendShown(std::string_view text);
+  void WriteOut();
+
+  Platform& platform_;
+  bool on_terminal_;
+  bool paged_ = false;  ///< a heading is set
+  bool waits_ = false;  ///< a full page waits for a key
+  bool page_started_ = false;
+  bool line_end_held_ =
+      false;  ///< the last line's end is held back so that a full page stays in view
+  std::int64_t page_length_ = 0;
+  std::int64_t page_ = 0;
+  std::int64_t lines_on_page_ = 0;
+  PageHeading heading_;
+  std::vector<char> buffer_;
+  std::size_t used_ = 0;
+  std::size_t line_start_ = 0;
+};
+
+}  // namespace ptick
