@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "profile/profile_tables.h"
+#include "profile/run_options.h"
+#include "value/output.h"
+
+namespace ptick {
+
+/// How reports begin: titles, page headings and column titles, built one way for all of them.
+
+/// The title of a report: `what` (with its trailing blank), the program name, " from profile " and
+/// the profile name.
+std::string ReportTitle(std::string_view what, const ProfileTables& tables);
+
+/// The heading of a report's pages. Blanks behind the title let the page number end near the right
+/// edge; a title longer than `report_width` minus 15 gets none.
+PageHeading ReportHeading(std::string title, std::string columns, std::int64_t report_width);
+
+/// What stands over the columns of a report, in both of its forms.
+struct ColumnTitles {
+  std::string Heading;  ///< in the page heading
+  std::string Title;    ///< among all reports, where there is no page heading
+  std::string Rule;     ///< the dashes below Title
+};
+
+/// Begins a report. By itself it gets a page heading; as one of all reports (-A) an empty line, the
+/// column titles and their rule are printed instead.
+void BeginReport(std::string title, ColumnTitles columns, const RunOptions& options,
+                 Output& output);
+
+}  // namespace ptick
