@@ -1,0 +1,17 @@
+#pragma once
+
+#include "platform/platform.h"
+#include "profile/profile_tables.h"
+#include "profile/run_options.h"
+#include "value/output.h"
+
+namespace ptick {
+
+/// The shared objects report (-o): the names of the shared objects used, in byte order, duplicates
+/// kept. With -v the first line that the platform command "size" writes for an object stands behind
+/// its name; whether the command succeeds is not looked at. Never fails; a profile without shared
+/// objects gives just the titles.
+void ReportSharedObjects(const ProfileTables& tables, const RunOptions& options, Platform& platform,
+                         Output& output);
+
+}  // namespace ptick
