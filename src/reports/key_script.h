@@ -1,0 +1,17 @@
+#pragma once
+
+#include "platform/platform.h"
+#include "profile/profile_tables.h"
+#include "profile/run_options.h"
+#include "value/output.h"
+
+namespace ptick {
+
+/// The keyboard replay script (-k): frames the recorded keyboard input as a script for `typeplay`
+/// and has the platform command `dcopy` write it to the key file, replacing what the file held.
+/// Says on standard output where the script is. When the copy fails, throws Stop with status 1;
+/// what the shell printed about it stands.
+void WriteKeyScript(const ProfileTables& tables, const RunOptions& options, Platform& platform,
+                    Output& output);
+
+}  // namespace ptick
