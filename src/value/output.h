@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -52,30 +53,30 @@ class Output {
   /// printed, and all is written.
   void Finish();
 
+  /// Ends the output of a run that stops early: what was printed is written, nothing is added.
+  void Close();
+
   /// Writes what has been printed so far.
   void Flush();
 
  private:
-  void EndLongLine(std::size_t size);
   void StartPage();
-  void NextPage();
-  void AppendShown(std::string_view text);
-  void WriteOut();
+  void MakeWayForLine();
+  void WaitForKey();
+  void ShowControlBytes(std::size_t from);
+  void Append(std::string_view text);
+  void Reserve(std::size_t size);
 
   Platform& platform_;
   bool on_terminal_;
-  bool paged_ = false;  ///< a heading is set
-  bool waits_ = false;  ///< a full page waits for a key
-  bool page_started_ = false;
-  bool line_end_held_ =
-      false;  ///< the last line's end is held back so that a full page stays in view
+  bool waits_ = false;          ///< a full page waits for a key
+  bool line_end_held_ = false;  ///< a full page's last line end is held back to keep it all in view
   std::int64_t page_length_ = 0;
-  std::int64_t page_ = 0;
+  std::int64_t page_ = 0;  ///< the page begun last; 0 before the first
   std::int64_t lines_on_page_ = 0;
-  PageHeading heading_;
+  std::optional<PageHeading> heading_;
   std::vector<char> buffer_;
   std::size_t used_ = 0;
-  std::size_t line_start_ = 0;
 };
 
 }  // namespace ptick

@@ -1,0 +1,44 @@
+#include "profile/name_table.h"
+
+#include <utility>
+
+namespace ptick {
+
+namespace {
+
+constexpr unsigned kFirstSlotBits = 6;
+
+}  // namespace
+
+NameTable::NameTable()
+    : ends_{0}, slots_(std::size_t{1} << kFirstSlotBits), shift_(64 - kFirstSlotBits) {}
+
+NameTable::Id NameTable::Add(std::string_view name, std::uint64_t hash, std::size_t slot) {
+  const Id id = static_cast<Id>(size());
+  bytes_.append(name);
+  ends_.push_back(bytes_.size());
+  slots_[slot] = {id + 1, static_cast<std::uint32_t>(hash)};
+  if (2 * size() > slots_.size()) {
+    Grow();
+  }
+  return id;
+}
+
+void NameTable::Grow() {
+  std::vector<Slot> grown(2 * slots_.size());
+  --shift_;
+  const std::size_t wrap = grown.size() - 1;
+  for (const Slot& old : slots_) {
+    if (old.Mark == 0) {
+      continue;
+    }
+    std::size_t slot = HashName((*this)[old.Mark - 1]) >> shift_;
+    while (grown[slot].Mark != 0) {
+      slot = (slot + 1) & wrap;
+    }
+    grown[slot] = old;
+  }
+  slots_ = std::move(grown);
+}
+
+}  // namespace ptick

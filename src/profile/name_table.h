@@ -1,0 +1,87 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ptick {
+
+/// Mixes one word of a text into its hash.
+inline std::uint64_t MixHash(std::uint64_t hash, std::uint64_t word) {
+  __extension__ using Wide = unsigned __int128;
+  const Wide product = static_cast<Wide>(hash ^ word) * 0x9E3779B97F4A7C15U;
+  return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64U);
+}
+
+inline constexpr std::uint64_t kHashSeed = 0x2545F4914F6CDD1DU;
+
+/// The first `size` bytes (at most 8) at `bytes` as a word, zeros behind them.
+inline std::uint64_t LoadBytes(const char* bytes, std::size_t size) {
+  std::uint64_t word = 0;
+  std::memcpy(&word, bytes, size);
+  return word;
+}
+
+/// The hash that names are looked up by: its words of 8 bytes mixed one after another, then its
+/// size.
+inline std::uint64_t HashName(std::string_view name) {
+  std::uint64_t hash = kHashSeed;
+  const char* at = name.data();
+  std::size_t left = name.size();
+  for (; left >= 8; at += 8, left -= 8) {
+    hash = MixHash(hash, LoadBytes(at, 8));
+  }
+  return MixHash(hash, LoadBytes(at, left) ^ name.size() << 56U);
+}
+
+/// Distinct texts, numbered from 0 in order of first appearance.
+class NameTable {
+ public:
+  using Id = std::uint32_t;
+
+  NameTable();
+
+  /// The number of a name, given at its first appearance.
+  Id Intern(std::string_view name) { return Intern(name, HashName(name)); }
+  /// The same for a caller that has the HashName of `name` already.
+  Id Intern(std::string_view name, std::uint64_t hash) {
+    std::size_t slot = hash >> shift_;
+    for (; slots_[slot].Mark != 0; slot = (slot + 1) & (slots_.size() - 1)) {
+      if (slots_[slot].Check == static_cast<std::uint32_t>(hash) &&
+          (*this)[slots_[slot].Mark - 1] == name) {
+        return slots_[slot].Mark - 1;
+      }
+    }
+    return Add(name, hash, slot);
+  }
+
+  /// Brings the place where `hash` is looked up near; a hint.
+  void Prefetch(std::uint64_t hash) const { __builtin_prefetch(&slots_[hash >> shift_]); }
+
+  std::size_t size() const { return ends_.size() - 1; }  // NOLINT(readability-identifier-naming)
+
+  /// The text of a name; valid until the next Intern.
+  std::string_view operator[](Id id) const {
+    return {bytes_.data() + ends_[id], ends_[id + 1] - ends_[id]};
+  }
+
+ private:
+  /// A place in the open-addressing index; Mark is the number plus 1, or 0 where it is free.
+  struct Slot {
+    std::uint32_t Mark = 0;
+    std::uint32_t Check = 0;  ///< the hash's low half, compared before the text
+  };
+
+  Id Add(std::string_view name, std::uint64_t hash, std::size_t slot);
+  void Grow();
+
+  std::string bytes_;
+  std::vector<std::size_t> ends_;
+  std::vector<Slot> slots_;
+  unsigned shift_;
+};
+
+}  // namespace ptick

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/platform.h"
+#include "profile/line_blocks.h"
+#include "profile/merge_values.h"
+#include "profile/name_table.h"
+#include "value/output.h"
+
+namespace ptick {
+
+/// How the lines of one record type are combined.
+enum class MergeKind {
+  kSmallest,
+  kLargest,
+  kDropped,
+  kLast,
+  kAdded,
+};
+
+/// The kind of a record type; names are compared exactly, and unknown types are added.
+MergeKind MergeKindOf(std::string_view record_type);
+
+/// Several profiles merged into one. A line's key is all of it but its last TAB-separated field,
+/// its value is that field; lines of equal keys become one, in order of first appearance. The
+/// merged lines are handed out as blocks; memory follows the distinct keys, not the lines.
+class ProfileMerge final : public LineBlocks {
+ public:
+  /// Takes in one line. Lines without a TAB or without the prefix "PROFILE:" are passed over.
+  void AddLine(std::string_view line);
+
+  bool Empty() const { return keys_.size() == 0; }
+
+  /// The name of the first profile that could be read.
+  const std::string& FirstName() const { return first_name_; }
+  /// Notes that the profile of that name has been read.
+  void NoteName(std::string_view name) {
+    if (first_name_.empty()) {
+      first_name_ = name;
+    }
+  }
+
+  std::string_view Next() override;
+
+ private:
+  NameTable keys_;      ///< `MergeKeys`
+  MergeValues values_;  ///< `MergeValues`, parallel to keys_
+  std::string first_name_;
+  std::size_t handed_out_ = 0;  ///< keys whose lines have been handed out
+  std::string block_;
+};
+
+/// Merges the files of these names, in order. A file that cannot be opened or read is passed over
+/// after message 201 or 202; when nothing was merged prints "No input files..." and throws Stop
+/// with status 2. A file whose reading breaks off midway cannot be taken out of the sums again:
+/// that is message 202 and Stop with status 1.
+void MergeProfileFiles(const std::vector<std::string>& names, Platform& platform, Output& output,
+                       ProfileMerge& merge);
+
+}  // namespace ptick

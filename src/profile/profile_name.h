@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace ptick {
+
+/// Where a named record is found.
+struct RecordPlace {
+  std::string Directory;
+  std::string Record;
+};
+
+/// Splits a file name at its last "/". Without one the directory is "."; of "/run1" it is "/".
+RecordPlace SplitProfileName(std::string_view name);
+
+}  // namespace ptick

@@ -1,0 +1,123 @@
+// Ordering is a stable counting sort, digit by digit from the least significant one, over the
+// entries from the last to the first: walking backwards is what puts entries with equal ticks in
+// reverse order of arrival. Programs are digits above the ticks.
+
+#include "profile/tick_entries.h"
+
+#include <algorithm>
+#include <bit>
+#include <ranges>
+#include <utility>
+
+namespace ptick {
+
+namespace {
+
+// Few enough counters, and places written to in turn, for the processor to keep at hand.
+constexpr unsigned kMostDigitBits = 11;
+
+/// One digit of the sort key: some bits of the ticks or of the program.
+struct Digit {
+  std::uint32_t TickEntry::*Field;
+  unsigned Shift;
+  std::uint32_t Mask;
+  bool Descending;
+
+  std::uint32_t Of(const TickEntry& entry) const { return (entry.*Field >> Shift) & Mask; }
+};
+
+void AddDigits(std::vector<Digit>& digits, std::uint32_t TickEntry::*field, unsigned bits,
+               bool descending) {
+  const unsigned count = (bits + kMostDigitBits - 1) / kMostDigitBits;
+  for (unsigned i = 0, shift = 0; i < count; ++i) {
+    const unsigned width = (bits - shift + count - i - 1) / (count - i);
+    digits.push_back({field, shift, (std::uint32_t{1} << width) - 1, descending});
+    shift += width;
+  }
+}
+
+std::vector<Digit> KeyDigits(std::uint32_t ticks_seen, LocateOrder order,
+                             std::size_t program_count) {
+  std::vector<Digit> digits;
+  const auto tick_bits = static_cast<unsigned>(std::bit_width(ticks_seen));
+  AddDigits(digits, &TickEntry::Ticks, std::max(tick_bits, 1U), order == LocateOrder::kDescending);
+  if (program_count > 1) {
+    AddDigits(digits, &TickEntry::Program, static_cast<unsigned>(std::bit_width(program_count - 1)),
+              false);
+  }
+  return digits;
+}
+
+/// Where the next entry of each digit value goes.
+class Places {
+ public:
+  explicit Places(const Digit& digit) : digit_(digit), places_(std::size_t{digit.Mask} + 1) {}
+
+  void Count(const TickEntry& entry) { ++places_[digit_.Of(entry)]; }
+
+  void CountsToPlaces() {
+    std::size_t place = 0;
+    const auto assign = [&place](std::size_t& count) { place += std::exchange(count, place); };
+    if (digit_.Descending) {
+      std::ranges::for_each(std::views::reverse(places_), assign);
+    } else {
+      std::ranges::for_each(places_, assign);
+    }
+  }
+
+  std::size_t Take(const TickEntry& entry) { return places_[digit_.Of(entry)]++; }
+
+ private:
+  Digit digit_;
+  std::vector<std::size_t> places_;
+};
+
+}  // namespace
+
+void TickEntries::AddChunk() {
+  last_ = chunks_.emplace_back(kChunk).Entries().data();
+  used_ = 0;
+}
+
+TickEntryBlock TickEntries::TakeOrdered(LocateOrder order, std::size_t program_count) {
+  std::vector<TickEntryBlock> chunks = std::exchange(chunks_, {});
+  const std::size_t in_last = std::exchange(used_, kChunk);
+  if (chunks.empty()) {
+    return {};
+  }
+  const auto used = [&](std::size_t chunk) {
+    return chunks[chunk].Entries().first(chunk + 1 < chunks.size() ? kChunk : in_last);
+  };
+  std::vector<Places> passes;
+  for (const Digit& digit : KeyDigits(ticks_seen_, order, program_count)) {
+    passes.emplace_back(digit);
+  }
+  for (std::size_t chunk = 0; chunk < chunks.size(); ++chunk) {
+    for (const TickEntry& entry : used(chunk)) {
+      for (Places& pass : passes) {
+        pass.Count(entry);
+      }
+    }
+  }
+  for (Places& pass : passes) {
+    pass.CountsToPlaces();
+  }
+
+  TickEntryBlock ordered((chunks.size() - 1) * kChunk + in_last);
+  for (std::size_t chunk = chunks.size(); chunk-- > 0;) {
+    for (const TickEntry& entry : std::views::reverse(used(chunk))) {
+      ordered.Entries()[passes.front().Take(entry)] = entry;
+    }
+    chunks.pop_back();
+  }
+  for (Places& pass : passes | std::views::drop(1)) {
+    TickEntryBlock next(ordered.Entries().size());
+    for (const TickEntry& entry : ordered.Entries()) {
+      next.Entries()[pass.Take(entry)] = entry;
+    }
+    ordered = std::move(next);
+  }
+  return ordered;
+}
+
+}  // namespace ptick

@@ -1,0 +1,188 @@
+#include "value/output.h"
+
+#include <algorithm>
+#include <cstring>
+#include <system_error>
+
+#include "value/stop.h"
+
+namespace ptick {
+
+namespace {
+
+constexpr std::size_t kBufferSize = 256 * 1024;
+constexpr std::int64_t kHeadingLines = 2;
+
+bool IsControl(char c) {
+  const auto byte = static_cast<unsigned char>(c);
+  return (byte < 32 && c != '\n') || byte == 127;
+}
+
+std::string MessageText(int number, std::string_view name) {
+  const std::string quoted = "'" + std::string(name) + "'";
+  const std::string prefix = "ptick: [" + std::to_string(number) + "] ";
+  switch (number) {
+    case 201:
+      return prefix + "cannot open file " + quoted;
+    case 202:
+      return prefix + "cannot read record " + quoted;
+    default:
+      return prefix + quoted;
+  }
+}
+
+}  // namespace
+
+Output::Output(Platform& platform)
+    : platform_(platform), on_terminal_(platform.IsTerminal(Stream::kOutput)) {}
+
+void Output::SetHeading(PageHeading heading) {
+  heading_ = std::move(heading);
+  if (on_terminal_) {
+    page_length_ = std::max(platform_.PageLength(), kHeadingLines + 1);
+    waits_ = platform_.HasKeyboard();
+  }
+}
+
+void Output::PrintLine(std::string_view line) {
+  char* room = LineRoom(line.size());
+  EndLineAt(std::copy(line.begin(), line.end(), room));
+}
+
+char* Output::LineRoom(std::size_t most) {
+  if (heading_) {
+    MakeWayForLine();
+  }
+  Reserve(most + 1);
+  return buffer_.data() + used_;
+}
+
+void Output::EndLineAt(const char* end) {
+  const std::size_t start = used_;
+  used_ = static_cast<std::size_t>(end - buffer_.data());
+  if (!on_terminal_) {
+    buffer_[used_++] = '\n';
+    return;
+  }
+  ShowControlBytes(start);
+  ++lines_on_page_;
+  if (heading_ && waits_ && lines_on_page_ >= page_length_) {
+    line_end_held_ = true;
+  } else {
+    buffer_[used_++] = '\n';
+  }
+}
+
+void Output::MakeWayForLine() {
+  if (page_ == 0) {
+    StartPage();
+  } else if (on_terminal_ && lines_on_page_ >= page_length_) {
+    if (waits_) {
+      WaitForKey();
+    }
+    StartPage();
+  }
+}
+
+void Output::StartPage() {
+  ++page_;
+  Append(heading_->Title);
+  Append(" Page ");
+  Append(std::to_string(page_));
+  Append("\n");
+  Append(heading_->Columns);
+  Append("\n");
+  lines_on_page_ = kHeadingLines;
+}
+
+void Output::WaitForKey() {
+  Flush();
+  for (;;) {
+    const std::optional<char> key = platform_.ReadKey();
+    if (!key || *key == 'q') {
+      throw Stop{0};
+    }
+    if (*key == 'c') {
+      waits_ = false;
+      break;
+    }
+    if (*key == ' ' || *key == '\r' || *key == '\n') {
+      break;
+    }
+  }
+  line_end_held_ = false;
+  Append("\n");
+}
+
+void Output::PrintTerminal(std::string_view line) {
+  Flush();
+  std::string shown(line);
+  if (platform_.IsTerminal(Stream::kTerminal)) {
+    std::replace_if(shown.begin(), shown.end(), IsControl, '?');
+  }
+  shown += '\n';
+  platform_.Write(Stream::kTerminal, shown);  // there is nobody left to tell when this fails
+}
+
+void Output::PrintMessage(int number, std::string_view name) {
+  PrintTerminal(MessageText(number, name));
+}
+
+void Output::Finish() {
+  if (heading_ && page_ == 0) {
+    StartPage();
+  }
+  Close();
+}
+
+void Output::Close() {
+  if (line_end_held_) {
+    line_end_held_ = false;
+    Append("\n");
+  }
+  Flush();
+}
+
+void Output::Flush() {
+  if (used_ == 0) {
+    return;
+  }
+  const std::string_view bytes(buffer_.data(), used_);
+  used_ = 0;
+  const int error = platform_.Write(Stream::kOutput, bytes);
+  if (error == 0) {
+    return;
+  }
+  if (error == static_cast<int>(std::errc::broken_pipe)) {
+    throw Stop{0};
+  }
+  PrintTerminal("ptick: cannot write: " + std::generic_category().message(error));
+  throw Stop{1};
+}
+
+void Output::Append(std::string_view text) {
+  Reserve(text.size());
+  const std::size_t start = used_;
+  std::copy(text.begin(), text.end(), buffer_.begin() + static_cast<std::ptrdiff_t>(used_));
+  used_ += text.size();
+  if (on_terminal_) {
+    ShowControlBytes(start);
+  }
+}
+
+void Output::ShowControlBytes(std::size_t from) {
+  const auto begin = buffer_.begin() + static_cast<std::ptrdiff_t>(from);
+  std::replace_if(begin, buffer_.begin() + static_cast<std::ptrdiff_t>(used_), IsControl, '?');
+}
+
+void Output::Reserve(std::size_t size) {
+  if (buffer_.size() - used_ >= size) {
+    return;
+  }
+  Flush();
+  if (buffer_.size() < size) {
+    buffer_.resize(std::max(size, kBufferSize));
+  }
+}
+
+}  // namespace ptick
