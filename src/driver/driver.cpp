@@ -1,0 +1,57 @@
+#include "driver/driver.h"
+
+#include <string>
+#include <vector>
+
+#include "driver/command_line.h"
+#include "driver/report_choice.h"
+#include "portctl/control_message.h"
+#include "portctl/monitor_switch.h"
+#include "profile/profile_loader.h"
+#include "value/output.h"
+#include "value/stop.h"
+
+namespace ptick {
+
+namespace {
+
+int RunSteps(Platform& platform, Output& output) {
+  const std::vector<std::string> arguments = CommandArguments(platform.CommandLine());
+  const ControlCall call = SplitControlCall(arguments);
+  if (SendControlMessages(call, platform, output)) {
+    return 0;
+  }
+  const RunOptions options = ParseCommandLine(arguments, platform, output);
+  if (options.MonitorOption) {
+    return SwitchMonitor(call, platform, output);
+  }
+  ProfileTables tables;
+  LoadProfileList(options, platform, output, tables);
+  PrintChosenReport(tables, options, platform, output);
+  return 0;
+}
+
+// What was printed before a stop still goes out; that may fail, and then its status counts.
+int CloseAfter(const Stop& stop, Output& output) {
+  try {
+    output.Close();
+    return stop.Status;
+  } catch (const Stop& failed_close) {
+    return failed_close.Status;
+  }
+}
+
+}  // namespace
+
+int RunPtick(Platform& platform) {
+  Output output(platform);
+  try {
+    const int status = RunSteps(platform, output);
+    output.Finish();
+    return status;
+  } catch (const Stop& stop) {
+    return CloseAfter(stop, output);
+  }
+}
+
+}  // namespace ptick

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "profile/tick_table.h"
+#include "reports/running_sum.h"
+#include "value/mask.h"
+#include "value/value.h"
+
+namespace ptick {
+
+/// The columns of the per-line report, all left-justified; a blank stands between them.
+inline constexpr std::int64_t kSourceNameWidth = 20;
+inline constexpr std::int64_t kLineWidth = 6;
+inline constexpr std::int64_t kTicksWidth = 8;
+inline constexpr std::int64_t kPercentWidth = 6;
+inline constexpr std::int64_t kRowWidth =
+    kSourceNameWidth + 1 + kLineWidth + 1 + kTicksWidth + 1 + kPercentWidth;
+
+/// One line of the report from the texts of its four columns.
+std::string LayOutColumns(std::string_view source_name, std::string_view line,
+                          std::string_view ticks, std::string_view percent);
+
+/// Lays out the rows of the per-line report, and adds up their ticks and percentages.
+class RowLayout {
+ public:
+  RowLayout(const TickTable& details, const Value& total_ticks);
+
+  /// Begins a list of rows: the sums start at 0, and the first row shows its name.
+  void StartList();
+
+  /// Writes the row of `entry` to `row`, kRowWidth bytes. The name shows where it differs from that of
+  /// the row before.
+  void LayOut(const TickEntry& entry, char* row);
+
+  /// The sums over the rows since StartList; the percentage is that of the rows as they are shown.
+  Value SubtotalTicks() const { return subtotal_ticks_.Total(); }
+  Value SubtotalPercent() const;
+
+ private:
+  using NameColumn = std::array<char, kSourceNameWidth>;
+  using TicksColumns = std::array<char, kTicksWidth + 1 + kPercentWidth>;
+
+  void SetTicks(std::uint32_t ticks);
+  void SetTicks(std::string_view ticks);
+  void SetTicksColumns(std::string_view ticks, const Value& hundredths);
+  std::int64_t Hundredths(std::uint32_t ticks) const;
+
+  const TickTable& details_;
+  Value total_ticks_;
+  bool total_is_whole_;
+  double whole_total_ = 0;
+  std::vector<NameColumn> name_columns_;
+
+  // The state of the list: entries are in the order of their ticks, so a row often has the ticks of
+  // the row before.
+  bool first_ = true;
+  NameTable::Id previous_program_ = 0;
+  bool ticks_known_ = false;
+  std::uint32_t previous_ticks_ = 0;
+  std::int64_t previous_hundredths_ = 0;
+  TicksColumns ticks_columns_{};
+  RunningSum subtotal_ticks_;
+  RunningSum subtotal_hundredths_;
+};
+
+}  // namespace ptick
