@@ -57,8 +57,8 @@ class CommandLineParser {
   Platform& platform_;
   Output& output_;
   RunOptions options_;
-  std::size_t arg_no_ = 0;      ///< of the argument that is looked at next
-  std::string_view arg_rest_;   ///< letters of the current argument still to be handled
+  std::size_t arg_no_ = 0;     ///< of the argument that is looked at next
+  std::string_view arg_rest_;  ///< letters of the current argument still to be handled
 };
 
 RunOptions CommandLineParser::Parse() {

@@ -4,7 +4,8 @@
 
 namespace ptick {
 
-/// One run of the program, from the command line to its end. Returns the exit status of the process.
+/// One run of the program, from the command line to its end. Returns the exit status of the
+/// process.
 int RunPtick(Platform& platform);
 
 }  // namespace ptick

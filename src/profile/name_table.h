@@ -51,7 +51,7 @@ class NameTable {
     std::size_t slot = hash >> shift_;
     for (; slots_[slot].Mark != 0; slot = (slot + 1) & (slots_.size() - 1)) {
       if (slots_[slot].Check == static_cast<std::uint32_t>(hash) &&
-          (*this)[slots_[slot].Mark - 1] == name) {
+          SameText(slots_[slot].Mark - 1, name)) {
         return slots_[slot].Mark - 1;
       }
     }
@@ -74,6 +74,27 @@ class NameTable {
     std::uint32_t Mark = 0;
     std::uint32_t Check = 0;  ///< the hash's low half, compared before the text
   };
+
+  // Compares words instead of calling for so short a comparison; the last word overlaps the one
+  // before.
+  bool SameText(Id id, std::string_view name) const {
+    const std::size_t begin = ends_[id];
+    const std::size_t size = ends_[id + 1] - begin;
+    if (size != name.size()) {
+      return false;
+    }
+    const char* a = bytes_.data() + begin;
+    const char* b = name.data();
+    if (size < 8) {
+      return std::memcmp(a, b, size) == 0;
+    }
+    for (std::size_t at = 0; at + 8 < size; at += 8) {
+      if (LoadBytes(a + at, 8) != LoadBytes(b + at, 8)) {
+        return false;
+      }
+    }
+    return LoadBytes(a + size - 8, 8) == LoadBytes(b + size - 8, 8);
+  }
 
   Id Add(std::string_view name, std::uint64_t hash, std::size_t slot);
   void Grow();

@@ -85,14 +85,15 @@ TickEntryBlock TickEntries::TakeOrdered(LocateOrder order, std::size_t program_c
   if (chunks.empty()) {
     return {};
   }
+  const std::size_t last = chunks.size() - 1;
   const auto used = [&](std::size_t chunk) {
-    return chunks[chunk].Entries().first(chunk + 1 < chunks.size() ? kChunk : in_last);
+    return chunks[chunk].Entries().first(chunk < last ? kChunk : in_last);
   };
   std::vector<Places> passes;
   for (const Digit& digit : KeyDigits(ticks_seen_, order, program_count)) {
     passes.emplace_back(digit);
   }
-  for (std::size_t chunk = 0; chunk < chunks.size(); ++chunk) {
+  for (std::size_t chunk = 0; chunk <= last; ++chunk) {
     for (const TickEntry& entry : used(chunk)) {
       for (Places& pass : passes) {
         pass.Count(entry);
@@ -103,8 +104,8 @@ TickEntryBlock TickEntries::TakeOrdered(LocateOrder order, std::size_t program_c
     pass.CountsToPlaces();
   }
 
-  TickEntryBlock ordered((chunks.size() - 1) * kChunk + in_last);
-  for (std::size_t chunk = chunks.size(); chunk-- > 0;) {
+  TickEntryBlock ordered(last * kChunk + in_last);
+  for (std::size_t chunk = last + 1; chunk-- > 0;) {
     for (const TickEntry& entry : std::views::reverse(used(chunk))) {
       ordered.Entries()[passes.front().Take(entry)] = entry;
     }

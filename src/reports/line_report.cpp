@@ -89,8 +89,8 @@ void LineReport::PrintSourceRow(const TickEntry& entry) {
 void LineReport::PrintSubtotal() {
   constexpr std::string_view kDashes = "--------";
   output_.PrintLine(LayOutColumns("", "", kDashes, kDashes));
-  output_.PrintLine(LayOutColumns("", "", layout_.SubtotalTicks().Text(),
-                                  layout_.SubtotalPercent().Text()));
+  output_.PrintLine(
+      LayOutColumns("", "", layout_.SubtotalTicks().Text(), layout_.SubtotalPercent().Text()));
   output_.PrintLine("");
 }
 

@@ -29,9 +29,8 @@ std::vector<std::size_t> ProgramOrder(const TickTable& details, const RunOptions
   std::vector<std::size_t> order(names.size());
   std::iota(order.begin(), order.end(), std::size_t{0});
   if (!options.CpuOption) {
-    std::ranges::sort(order, {}, [&names](std::size_t row) {
-      return names[static_cast<NameTable::Id>(row)];
-    });
+    std::ranges::sort(order, {},
+                      [&names](std::size_t row) { return names[static_cast<NameTable::Id>(row)]; });
     return order;
   }
   std::vector<Number> totals(names.size());

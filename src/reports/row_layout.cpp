@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstring>
 #include <variant>
 
 namespace ptick {
@@ -20,9 +21,38 @@ std::string_view NumberDigits(std::uint32_t number, std::array<char, 10>& digits
   return {digits.data(), static_cast<std::size_t>(end - digits.data())};
 }
 
-char* PutLeft(std::uint32_t number, std::int64_t width, char* at) {
+/// The line column for small line numbers, which are nearly all: a table is quicker than digits.
+constexpr std::size_t kTabledLines = 10000;
+using LineColumn = std::array<char, kLineWidth>;
+
+constexpr LineColumn MakeLineColumn(std::size_t line) {
+  LineColumn column{};
+  column.fill(' ');
+  std::size_t width = 1;
+  for (std::size_t rest = line; rest >= 10; rest /= 10) {
+    ++width;
+  }
+  for (std::size_t rest = line; width > 0; rest /= 10) {
+    column[--width] = static_cast<char>('0' + rest % 10);
+  }
+  return column;
+}
+
+constexpr std::array<LineColumn, kTabledLines> kLineColumns = [] {
+  std::array<LineColumn, kTabledLines> columns{};
+  for (std::size_t line = 0; line < kTabledLines; ++line) {
+    columns[line] = MakeLineColumn(line);
+  }
+  return columns;
+}();
+
+char* PutLine(std::uint32_t line, char* at) {
+  if (line < kTabledLines) {
+    std::memcpy(at, kLineColumns[line].data(), kLineWidth);
+    return at + kLineWidth;
+  }
   std::array<char, 10> digits;  // NOLINT(*-member-init): written by to_chars
-  return PutLeft(NumberDigits(number, digits), width, at);
+  return PutLeft(NumberDigits(line, digits), kLineWidth, at);
 }
 
 }  // namespace
@@ -60,23 +90,22 @@ void RowLayout::StartList() {
 void RowLayout::LayOut(const TickEntry& entry, char* row) {
   char* at = row;
   if (first_ || entry.Program != previous_program_) {
-    const NameColumn& name = name_columns_[entry.Program];
-    at = std::copy(name.begin(), name.end(), at);
+    std::memcpy(at, name_columns_[entry.Program].data(), kSourceNameWidth);
     previous_program_ = entry.Program;
     first_ = false;
   } else {
-    at = std::fill_n(at, kSourceNameWidth, ' ');
+    std::memset(at, ' ', kSourceNameWidth);
   }
+  at += kSourceNameWidth;
   *at++ = ' ';
   if (entry.HasExactText()) {
     at = PutLeft(details_.ExactLine(entry), kLineWidth, at);
     SetTicks(details_.ExactTicks(entry));
   } else {
-    at = PutLeft(entry.Line, kLineWidth, at);
+    at = PutLine(entry.Line, at);
     SetTicks(entry.Ticks);
   }
-  *at++ = ' ';
-  std::copy(ticks_columns_.begin(), ticks_columns_.end(), at);
+  std::memcpy(at, ticks_columns_.data(), ticks_columns_.size());
 }
 
 Value RowLayout::SubtotalPercent() const { return Divide(subtotal_hundredths_.Total(), 100); }
@@ -101,9 +130,10 @@ void RowLayout::SetTicks(std::string_view ticks) {
   subtotal_hundredths_.Add(hundredths);
 }
 
-// The ticks, a blank, and the percentage in its plain form.
+// A blank, the ticks, a blank, and the percentage in its plain form.
 void RowLayout::SetTicksColumns(std::string_view ticks, const Value& hundredths) {
-  char* at = PutLeft(ticks, kTicksWidth, ticks_columns_.data());
+  ticks_columns_.front() = ' ';
+  char* at = PutLeft(ticks, kTicksWidth, ticks_columns_.data() + 1);
   *at++ = ' ';
   PutLeft(Divide(hundredths, 100).Text(), kPercentWidth, at);
 }
@@ -111,7 +141,8 @@ void RowLayout::SetTicksColumns(std::string_view ticks, const Value& hundredths)
 // The share of the total in hundredths of a per cent, cut.
 std::int64_t RowLayout::Hundredths(std::uint32_t ticks) const {
   const std::int64_t scaled = std::int64_t{ticks} * 10000;
-  return whole_total_ == 0 ? 0 : static_cast<std::int64_t>(static_cast<double>(scaled) / whole_total_);
+  return whole_total_ == 0 ? 0
+                           : static_cast<std::int64_t>(static_cast<double>(scaled) / whole_total_);
 }
 
 }  // namespace ptick

@@ -34,8 +34,8 @@ class RowLayout {
   /// Begins a list of rows: the sums start at 0, and the first row shows its name.
   void StartList();
 
-  /// Writes the row of `entry` to `row`, kRowWidth bytes. The name shows where it differs from that of
-  /// the row before.
+  /// Writes the row of `entry` to `row`, kRowWidth bytes. The name shows where it differs from that
+  /// of the row before.
   void LayOut(const TickEntry& entry, char* row);
 
   /// The sums over the rows since StartList; the percentage is that of the rows as they are shown.
@@ -44,7 +44,7 @@ class RowLayout {
 
  private:
   using NameColumn = std::array<char, kSourceNameWidth>;
-  using TicksColumns = std::array<char, kTicksWidth + 1 + kPercentWidth>;
+  using TicksColumns = std::array<char, 1 + kTicksWidth + 1 + kPercentWidth>;
 
   void SetTicks(std::uint32_t ticks);
   void SetTicks(std::string_view ticks);
@@ -64,7 +64,7 @@ class RowLayout {
   bool ticks_known_ = false;
   std::uint32_t previous_ticks_ = 0;
   std::int64_t previous_hundredths_ = 0;
-  TicksColumns ticks_columns_{};
+  TicksColumns ticks_columns_{};  ///< with the blank in front of them
   RunningSum subtotal_ticks_;
   RunningSum subtotal_hundredths_;
 };

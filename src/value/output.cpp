@@ -34,10 +34,13 @@ std::string MessageText(int number, std::string_view name) {
 }  // namespace
 
 Output::Output(Platform& platform)
-    : platform_(platform), on_terminal_(platform.IsTerminal(Stream::kOutput)) {}
+    : platform_(platform),
+      on_terminal_(platform.IsTerminal(Stream::kOutput)),
+      careful_(on_terminal_) {}
 
 void Output::SetHeading(PageHeading heading) {
   heading_ = std::move(heading);
+  careful_ = true;
   if (on_terminal_) {
     page_length_ = std::max(platform_.PageLength(), kHeadingLines + 1);
     waits_ = platform_.HasKeyboard();
@@ -49,38 +52,30 @@ void Output::PrintLine(std::string_view line) {
   EndLineAt(std::copy(line.begin(), line.end(), room));
 }
 
-char* Output::LineRoom(std::size_t most) {
+// On a terminal every line is looked at; elsewhere only the first needs the heading in front of it.
+void Output::BeginLine(std::size_t most) {
   if (heading_) {
-    MakeWayForLine();
+    if (page_ == 0) {
+      StartPage();
+    } else if (on_terminal_ && lines_on_page_ >= page_length_) {
+      if (waits_) {
+        WaitForKey();
+      }
+      StartPage();
+    }
   }
   Reserve(most + 1);
-  return buffer_.data() + used_;
+  line_start_ = used_;
+  careful_ = on_terminal_;
 }
 
-void Output::EndLineAt(const char* end) {
-  const std::size_t start = used_;
-  used_ = static_cast<std::size_t>(end - buffer_.data());
-  if (!on_terminal_) {
-    buffer_[used_++] = '\n';
-    return;
-  }
-  ShowControlBytes(start);
+void Output::EndTerminalLine() {
+  ShowControlBytes(line_start_);
   ++lines_on_page_;
   if (heading_ && waits_ && lines_on_page_ >= page_length_) {
     line_end_held_ = true;
   } else {
     buffer_[used_++] = '\n';
-  }
-}
-
-void Output::MakeWayForLine() {
-  if (page_ == 0) {
-    StartPage();
-  } else if (on_terminal_ && lines_on_page_ >= page_length_) {
-    if (waits_) {
-      WaitForKey();
-    }
-    StartPage();
   }
 }
 

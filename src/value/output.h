@@ -39,8 +39,21 @@ class Output {
 
   /// Room for a line of at most `most` bytes, to be laid out in place; EndLineAt takes the place
   /// behind its last byte and ends the line. Nothing else may be printed between the two calls.
-  char* LineRoom(std::size_t most);
-  void EndLineAt(const char* end);
+  char* LineRoom(std::size_t most) {
+    if (careful_ || buffer_.size() - used_ <= most) {
+      BeginLine(most);
+    }
+    return buffer_.data() + used_;
+  }
+  void EndLineAt(char* end) {
+    used_ = static_cast<std::size_t>(end - buffer_.data());
+    if (on_terminal_) {
+      EndTerminalLine();
+    } else {
+      *end = '\n';
+      ++used_;
+    }
+  }
 
   /// Prints a line on the terminal, after all that was printed before.
   void PrintTerminal(std::string_view line);
@@ -60,8 +73,9 @@ class Output {
   void Flush();
 
  private:
+  void BeginLine(std::size_t most);
+  void EndTerminalLine();
   void StartPage();
-  void MakeWayForLine();
   void WaitForKey();
   void ShowControlBytes(std::size_t from);
   void Append(std::string_view text);
@@ -69,6 +83,7 @@ class Output {
 
   Platform& platform_;
   bool on_terminal_;
+  bool careful_;                ///< there is more to do for a line than to find room for it
   bool waits_ = false;          ///< a full page waits for a key
   bool line_end_held_ = false;  ///< a full page's last line end is held back to keep it all in view
   std::int64_t page_length_ = 0;
@@ -77,6 +92,7 @@ class Output {
   std::optional<PageHeading> heading_;
   std::vector<char> buffer_;
   std::size_t used_ = 0;
+  std::size_t line_start_ = 0;  ///< on a terminal: of the line laid out last
 };
 
 }  // namespace ptick
