@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 
 namespace ptick {
@@ -15,7 +16,9 @@ using Number = std::variant<std::int64_t, double>;
 /// others.
 ///
 /// A numeric string is an optional sign, one or more digits and optionally a point and one or more
-/// digits. In arithmetic any other text, the empty one included, counts as 0.
+/// digits, and nothing else: no blanks, no exponent, no CR. In arithmetic any other text, the empty
+/// one included, counts as 0. A floating value is always finite: infinities become the largest
+/// number of their sign, and what is not a number becomes 0.
 class Value {
  public:
   Value() = default;
@@ -27,14 +30,17 @@ class Value {
   Value(const char* text) : form_(std::string(text)) {}          // NOLINT(*-explicit-*)
   Value(const Number& number);                                   // NOLINT(*-explicit-*)
 
-  /// The text form. A number that is not whole is rounded to 15 significant digits, then cut to at
-  /// most 4 decimals; no trailing zeros, no exponent, no "-0".
+  /// The text form. A floating number is rounded to 15 significant digits, then cut (not rounded)
+  /// to at most 4 decimals; a "0" in front of the point, no trailing zeros, no exponent, no "-0".
   std::string Text() const;
+
+  /// The text form with all decimals of the 15 significant digits: what masks round.
+  std::string DecimalText() const;
 
   /// The numeric form; 0 for text that is not numeric.
   Number AsNumber() const;
 
-  /// Truth: a non-zero number, or text that is neither empty nor numerically zero.
+  /// Truth: a non-zero number, or text that is neither empty nor numerically zero ("0.0", "-0").
   bool IsTrue() const;
 
   /// Whether the text form is empty.
@@ -47,8 +53,9 @@ class Value {
   std::variant<std::string, std::int64_t, double> form_;
 };
 
-/// The number that `text` spells, or nothing when it is not numeric. Digits beyond 64 bits make a
-/// floating number.
+/// The number that `text` spells, or nothing when it is not numeric. It is whole when all its
+/// decimals are zero ("5.0", "-0") and it fits 64 bits, else floating. Beyond the floating range it
+/// is the largest, or the smallest non-zero, number of its sign.
 std::optional<Number> ParseNumber(std::string_view text);
 
 /// The text form of a number, as Value::Text gives it.
@@ -58,15 +65,16 @@ std::string NumberText(const Number& number);
 int CompareNumbers(const Number& a, const Number& b);
 
 /// Arithmetic. Integers are exact in 64 bits and go on as floating numbers beyond; figures of at
-/// most four decimals are added, subtracted and multiplied exactly. Results stay finite: an
-/// overflow gives the largest number of its sign.
+/// most four decimals are added, subtracted and multiplied as the decimals they are (60 times 0.1
+/// is 6), as long as all digits fit. Results stay finite: an overflow gives the largest number of
+/// its sign.
 Value Add(const Value& a, const Value& b);
 Value Subtract(const Value& a, const Value& b);
 Value Multiply(const Value& a, const Value& b);
-/// Floating division: 10 / 4 is 2.5. Division by zero gives 0.
+/// Floating division: 10 / 4 is 2.5, and 0.3 / 0.1 is 3. Division by zero gives 0.
 Value Divide(const Value& a, const Value& b);
 Value Negate(const Value& a);
-/// The integer part, cut toward zero.
+/// The integer part, cut toward zero; floating still when it does not fit 64 bits.
 Value Int(const Value& a);
 Value Increment(const Value& a);
 

@@ -1,0 +1,230 @@
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <limits>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "value/value.h"
+
+namespace ptick {
+namespace {
+
+constexpr std::int64_t kMostWhole = std::numeric_limits<std::int64_t>::max();
+constexpr std::int64_t kLeastWhole = std::numeric_limits<std::int64_t>::min();
+constexpr double kMostFloating = std::numeric_limits<double>::max();
+
+struct Operation {
+  Value A;
+  Value B;
+  std::string_view Want;
+};
+
+TEST(Arithmetic, Adds) {
+  const std::vector<Operation> rows = {
+      {2, 3, "5"},
+      {2, "3", "5"},
+      {"2.5", "0.5", "3"},
+      {"", "", "0"},
+      {"abc", 4, "4"},
+      {" 5", 4, "4"},
+      {"5\r", 4, "4"},
+      {0.1, 0.2, "0.3"},
+      {-0.1, 0.1, "0"},
+      {1.0 / 3, 1.0 / 3, "0.6666"},
+      {kMostWhole, 0, "9223372036854775807"},
+      {kMostWhole, 1, "9223372036854780000"},
+      {kLeastWhole, -1, "-9223372036854780000"},
+      {kMostWhole, kLeastWhole, "-1"},
+      {1'000'000'000'000'000, 0.5, "1000000000000000"},
+      {100'000'000'000, 0.25, "100000000000.25"},
+      {100'000'000'000.25, 1, "100000000001.25"},
+      {kMostWhole, 0.5, "9223372036854780000"},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(Add(row.A, row.B).Text(), row.Want) << row.A.Text() << " + " << row.B.Text();
+    EXPECT_EQ(Add(row.B, row.A).Text(), row.Want) << row.B.Text() << " + " << row.A.Text();
+  }
+}
+
+TEST(Arithmetic, Subtracts) {
+  const std::vector<Operation> rows = {
+      {2, 3, "-1"},
+      {0.3, 0.1, "0.2"},
+      {"4.02", "4.01", "0.01"},
+      {"", 5, "-5"},
+      {"x", "y", "0"},
+      {-1, kLeastWhole, "9223372036854775807"},
+      {0, kLeastWhole, "9223372036854780000"},
+      {kLeastWhole, 1, "-9223372036854780000"},
+      {1.0 / 3, 0.25, "0.0833"},
+      {kMostWhole, 0.5, "9223372036854780000"},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(Subtract(row.A, row.B).Text(), row.Want) << row.A.Text() << " - " << row.B.Text();
+  }
+}
+
+TEST(Arithmetic, Multiplies) {
+  const std::vector<Operation> rows = {
+      {6, 7, "42"},
+      {"6", "-7", "-42"},
+      {"", 7, "0"},
+      {"abc", 7, "0"},
+      {0.1, 3, "0.3"},
+      {0.57, 10000, "5700"},
+      {0.29, 100, "29"},
+      {12345678.9, 10000, "123456789000"},
+      {0.0001, 0.0001, "0"},
+      {0.5, 0.5, "0.25"},
+      {-0.5, 0, "0"},
+      {3037000500, 3037000500, "9223372037000250000"},
+      {kMostWhole, 10, "92233720368547800000"},
+      {kLeastWhole, -1, "9223372036854780000"},
+      {0.1, kMostWhole, "922337203685478000"},
+      {12345678.9012, 12345678.9012, "152415787531535"},
+      {1.0 / 3, 3, "1"},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(Multiply(row.A, row.B).Text(), row.Want) << row.A.Text() << " * " << row.B.Text();
+    EXPECT_EQ(Multiply(row.B, row.A).Text(), row.Want) << row.B.Text() << " * " << row.A.Text();
+  }
+}
+
+TEST(Arithmetic, Divides) {
+  const std::vector<Operation> rows = {
+      {10, 4, "2.5"},
+      {10, 5, "2"},
+      {1, 3, "0.3333"},
+      {-2, 3, "-0.6666"},
+      {0.3, 0.1, "3"},
+      {"4.02", "0.02", "201"},
+      {5700, 100, "57"},
+      {0, -5, "0"},
+      {"", 5, "0"},
+      {"abc", 5, "0"},
+      {5, 0, "0"},
+      {5, 0.0, "0"},
+      {5, "", "0"},
+      {5, "abc", "0"},
+      {-5, "0.00", "0"},
+      {0, 0, "0"},
+      {kMostWhole, kMostWhole, "1"},
+      {kLeastWhole, -1, "9223372036854780000"},
+      {kMostWhole, 0.5, "18446744073709600000"},
+      {1.0 / 3, 2, "0.1666"},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(Divide(row.A, row.B).Text(), row.Want) << row.A.Text() << " / " << row.B.Text();
+  }
+}
+
+TEST(Arithmetic, ResultsStayFinite) {
+  EXPECT_EQ(Add(kMostFloating, kMostFloating).AsNumber(), Number(kMostFloating));
+  EXPECT_EQ(Subtract(-kMostFloating, kMostFloating).AsNumber(), Number(-kMostFloating));
+  EXPECT_EQ(Multiply(kMostFloating, -2).AsNumber(), Number(-kMostFloating));
+  EXPECT_EQ(Divide(kMostFloating, 0.5).AsNumber(), Number(kMostFloating));
+  EXPECT_EQ(Divide(1, std::numeric_limits<double>::denorm_min()).AsNumber(), Number(kMostFloating));
+}
+
+TEST(Arithmetic, WholeResultsOfWholeNumbersAreWhole) {
+  EXPECT_EQ(Add(kMostWhole, -1).AsNumber(), Number(kMostWhole - 1));
+  EXPECT_EQ(Subtract(kLeastWhole, -1).AsNumber(), Number(kLeastWhole + 1));
+  EXPECT_EQ(Multiply(3037000499, 3037000499).AsNumber(), Number(std::int64_t{9223372030926249001}));
+  EXPECT_EQ(Add("0.5", "0.5").AsNumber(), Number(std::int64_t{1}));
+}
+
+TEST(Arithmetic, RepeatedSumsOfHundredthsAreExact) {
+  struct Row {
+    std::string_view Each;
+    int Times;
+    std::string_view Want;
+  };
+  const std::vector<Row> rows = {
+      {"0.1", 60, "6"},           {"4.02", 20, "80.4"}, {"0.01", 100000, "1000"},
+      {"0.0001", 9999, "0.9999"}, {"-0.1", 10, "-1"},   {"33.33", 3, "99.99"},
+  };
+  for (const auto& row : rows) {
+    Value text_sum = 0;
+    Value number_sum = 0;
+    const Value number = Value(*ParseNumber(row.Each));
+    for (int i = 0; i < row.Times; ++i) {
+      text_sum = Add(text_sum, row.Each);
+      number_sum = Add(number_sum, number);
+    }
+    EXPECT_EQ(text_sum.Text(), row.Want) << row.Each;
+    EXPECT_EQ(number_sum.AsNumber(), *ParseNumber(row.Want)) << row.Each;
+  }
+}
+
+TEST(Arithmetic, EveryFourDecimalFigureComesBackFromASumAndAProduct) {
+  for (std::int64_t digits = -30000; digits <= 30000; digits += 7) {
+    const Value figure = Divide(digits, 10000);
+    EXPECT_EQ(Multiply(figure, 10000).AsNumber(), Number(digits));
+    EXPECT_EQ(Subtract(Add(figure, "12345.6789"), "12345.6789"), figure) << digits;
+  }
+}
+
+TEST(Arithmetic, PercentagesAreCutNotRounded) {
+  struct Row {
+    Value Part;
+    Value Total;
+    std::string_view Want;
+  };
+  const std::vector<Row> rows = {
+      {1, 3, "33.33"},          {2, 3, "66.66"},     {57, 100, "57"},
+      {0.57, 1, "57"},          {29, 10000, "0.29"}, {1, 0, "0"},
+      {"0.1", "0.3", "33.33"},  {1, 1, "100"},       {9999, 10000, "99.99"},
+      {99999, 100000, "99.99"}, {1, 100000, "0"},
+  };
+  for (const auto& row : rows) {
+    const Value percentage = Divide(Int(Divide(Multiply(row.Part, 10000), row.Total)), 100);
+    EXPECT_EQ(percentage.Text(), row.Want) << row.Part.Text() << " of " << row.Total.Text();
+  }
+}
+
+TEST(Arithmetic, NegatesAndIncrements) {
+  EXPECT_EQ(Negate(5).Text(), "-5");
+  EXPECT_EQ(Negate("-2.5").Text(), "2.5");
+  EXPECT_EQ(Negate(0).Text(), "0");
+  EXPECT_EQ(Negate(0.0).Text(), "0");
+  EXPECT_EQ(Negate("").Text(), "0");
+  EXPECT_EQ(Negate("abc").Text(), "0");
+  EXPECT_EQ(Negate(kMostWhole).Text(), "-9223372036854775807");
+  EXPECT_EQ(Negate(kLeastWhole).Text(), "9223372036854780000");
+  EXPECT_EQ(Increment(41).Text(), "42");
+  EXPECT_EQ(Increment("").Text(), "1");
+  EXPECT_EQ(Increment("x").Text(), "1");
+  EXPECT_EQ(Increment("-0.5").Text(), "0.5");
+  EXPECT_EQ(Increment(kMostWhole).Text(), "9223372036854780000");
+}
+
+TEST(Arithmetic, IntCutsTowardZero) {
+  struct Row {
+    Value Of;
+    Number Want;
+  };
+  const std::vector<Row> rows = {
+      {-2.7, std::int64_t{-2}},
+      {"-2.7", std::int64_t{-2}},
+      {2.7, std::int64_t{2}},
+      {"2.999999999", std::int64_t{2}},
+      {-0.5, std::int64_t{0}},
+      {5, std::int64_t{5}},
+      {"007", std::int64_t{7}},
+      {"", std::int64_t{0}},
+      {"abc", std::int64_t{0}},
+      {kLeastWhole, kLeastWhole},
+      {-9223372036854775808.0, kLeastWhole},
+      {9223372036854775808.0, 9223372036854775808.0},
+      {9007199254740991.0, std::int64_t{9007199254740991}},
+      {-1e300, -1e300},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(Int(row.Of).AsNumber(), row.Want) << row.Of.Text();
+  }
+}
+
+}  // namespace
+}  // namespace ptick
