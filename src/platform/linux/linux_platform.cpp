@@ -1,0 +1,68 @@
+#include "platform/linux/linux_platform.h"
+
+#include <unistd.h>
+
+#include <ctime>
+
+#include "platform/linux/process_start.h"
+#include "platform/linux/record_files.h"
+#include "platform/linux/system_values.h"
+#include "platform/linux/terminal.h"
+
+namespace ptick {
+namespace {
+
+int DescriptorOf(Stream stream) {
+  return stream == Stream::kOutput ? STDOUT_FILENO : STDERR_FILENO;
+}
+
+}  // namespace
+
+LinuxPlatform::LinuxPlatform(int argc, const char* const* argv) : command_line_(argv, argv + argc) {
+  PrepareProcess();
+  ::tzset();
+}
+
+std::unique_ptr<RecordFile> LinuxPlatform::OpenFile(std::string_view name) {
+  return OpenRecordFile(name);
+}
+
+std::int64_t LinuxPlatform::PageWidth() { return ReadPageWidth(); }
+
+std::string LinuxPlatform::AccountName() { return ReadAccountName(); }
+
+std::string LinuxPlatform::OwnPort() { return ReadOwnPort(); }
+
+std::vector<std::string> LinuxPlatform::CommandLine() { return command_line_; }
+
+std::int64_t LinuxPlatform::Now() { return std::time(nullptr); }
+
+std::optional<std::int64_t> LinuxPlatform::ZoneOffset(std::int64_t time) {
+  return ReadZoneOffset(time);
+}
+
+int LinuxPlatform::Write(Stream stream, std::string_view bytes) {
+  return WriteAll(DescriptorOf(stream), bytes);
+}
+
+bool LinuxPlatform::IsTerminal(Stream stream) { return ::isatty(DescriptorOf(stream)) == 1; }
+
+bool LinuxPlatform::HasKeyboard() { return ::isatty(STDIN_FILENO) == 1; }
+
+std::int64_t LinuxPlatform::PageLength() { return ReadPageLength(); }
+
+// Not there yet: keys and commands.
+std::optional<char> LinuxPlatform::ReadKey() { return std::nullopt; }
+
+void LinuxPlatform::CaptureFirstLines(const std::vector<std::vector<std::string>>& commands,
+                                      const std::function<void(std::string_view)>& done) {
+  for (std::size_t i = 0; i < commands.size(); ++i) {
+    done({});
+  }
+}
+
+int LinuxPlatform::RunShell(const std::string& /*command_line*/, std::string_view /*input*/) {
+  return 127;
+}
+
+}  // namespace ptick

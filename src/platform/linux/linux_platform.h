@@ -1,0 +1,49 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/platform.h"
+
+namespace ptick {
+
+/// The services of the system as Linux gives them. One per process, made before anything else is
+/// opened: making it fills closed standard descriptors and ignores SIGPIPE.
+class LinuxPlatform final : public Platform {
+ public:
+  LinuxPlatform(int argc, const char* const* argv);
+
+  std::unique_ptr<RecordFile> OpenFile(std::string_view name) override;
+
+  std::int64_t PageWidth() override;
+  std::string AccountName() override;
+  std::string OwnPort() override;
+  std::vector<std::string> CommandLine() override;
+
+  std::int64_t Now() override;
+  std::optional<std::int64_t> ZoneOffset(std::int64_t time) override;
+
+  int Write(Stream stream, std::string_view bytes) override;
+  bool IsTerminal(Stream stream) override;
+  bool HasKeyboard() override;
+  std::int64_t PageLength() override;
+  std::optional<char> ReadKey() override;
+
+  void CaptureFirstLines(const std::vector<std::vector<std::string>>& commands,
+                         const std::function<void(std::string_view)>& done) override;
+  int RunShell(const std::string& command_line, std::string_view input) override;
+
+  int SendPortMessage(std::int64_t port, std::string_view text) override;
+  int MonitorOn(std::int64_t port, std::string_view file, std::string_view options) override;
+  int MonitorOff(std::int64_t port) override;
+  std::vector<std::int64_t> ListeningPorts(std::int64_t first, std::int64_t last) override;
+
+ private:
+  std::vector<std::string> command_line_;
+};
+
+}  // namespace ptick

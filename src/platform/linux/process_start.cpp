@@ -1,0 +1,23 @@
+#include "platform/linux/process_start.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+
+namespace ptick {
+
+void PrepareProcess() {
+  for (int fd = STDIN_FILENO; fd <= STDERR_FILENO; ++fd) {
+    if (::fcntl(fd, F_GETFD) < 0 && errno == EBADF) {
+      // The lowest free number is `fd`, as those below it are open by now.
+      ::open("/dev/null", O_RDONLY);
+    }
+  }
+  ::signal(SIGPIPE, SIG_IGN);
+  ::signal(SIGXFSZ, SIG_IGN);
+  ::signal(SIGCHLD, SIG_DFL);
+}
+
+}  // namespace ptick
