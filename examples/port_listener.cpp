@@ -1,1 +1,158 @@
-int main() { return 0; }
+// A process on a port: shows what it is sent and answers the monitor switch.
+
+#include <poll.h>
+#include <sys/signalfd.h>
+
+#include <array>
+#include <charconv>
+#include <chrono>
+#include <csignal>
+#include <cstdint>
+#include <iostream>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+#include "platform/linux/file_descriptor.h"
+#include "platform/linux/port_endpoint.h"
+
+namespace {
+
+using ptick::FileDescriptor;
+using ptick::ports::PortEndpoint;
+using ptick::ports::PortRequest;
+
+constexpr std::string_view kUsage =
+    "Usage: port_listener [--reply N] PORT\n"
+    "\n"
+    "Listens on PORT (0 to 2147483647) and prints a line for each request:\n"
+    "\n"
+    "     control: TEXT                         a control message\n"
+    "     monitor on: file 'F' options 'O'      a monitor request, answered with N\n"
+    "     monitor off\n"
+    "\n"
+    "Control bytes are shown as \\xNN and a backslash as \\\\. Ends on SIGTERM and SIGINT.\n"
+    "\n"
+    "     --reply N   answer monitor requests with N, 0 when not given\n"
+    "     --help      show this text\n"
+    "\n"
+    "The socket is in MAVRO_RUNTIME_DIR, else in XDG_RUNTIME_DIR/mavro, else in /tmp/mavro-UID.\n";
+
+struct Arguments {
+  std::int64_t Port = 0;
+  int Reply = 0;
+};
+
+template <typename Integer>
+std::optional<Integer> ParseNumber(std::string_view text) {
+  Integer number = 0;
+  const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc() || stop != text.data() + text.size()) {
+    return std::nullopt;
+  }
+  return number;
+}
+
+std::optional<Arguments> ParseArguments(std::span<char*> words) {
+  Arguments arguments;
+  if (words.size() == 3 && std::string_view(words[0]) == "--reply") {
+    const auto reply = ParseNumber<int>(words[1]);
+    if (!reply) {
+      return std::nullopt;
+    }
+    arguments.Reply = *reply;
+    words = words.subspan(2);
+  }
+  if (words.size() != 1) {
+    return std::nullopt;
+  }
+  const auto port = ParseNumber<std::int64_t>(words[0]);
+  if (!port) {
+    return std::nullopt;
+  }
+  arguments.Port = *port;
+  return arguments;
+}
+
+std::string Visible(std::string_view text) {
+  constexpr std::string_view kHexDigits = "0123456789abcdef";
+  std::string shown;
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte < 32 || byte == 127) {
+      shown.append("\\x").append(1, kHexDigits[byte / 16]).append(1, kHexDigits[byte % 16]);
+    } else {
+      shown.append(c == '\\' ? 2 : 1, c);
+    }
+  }
+  return shown;
+}
+
+std::string Line(const PortRequest& request) {
+  switch (request.What) {
+    case PortRequest::Kind::kMonitorOn:
+      return "monitor on: file '" + Visible(request.File) + "' options '" +
+             Visible(request.Options) + "'";
+    case PortRequest::Kind::kMonitorOff:
+      return "monitor off";
+    case PortRequest::Kind::kControl:
+      break;
+  }
+  return "control: " + Visible(request.Text);
+}
+
+/// From now on the signals that end the program are read from a descriptor, so that none can fall
+/// between a look and a wait.
+FileDescriptor EndSignals() {
+  sigset_t signals;
+  sigemptyset(&signals);
+  sigaddset(&signals, SIGTERM);
+  sigaddset(&signals, SIGINT);
+  FileDescriptor descriptor(signalfd(-1, &signals, SFD_CLOEXEC));
+  if (!descriptor.IsOpen() || sigprocmask(SIG_BLOCK, &signals, nullptr) != 0) {
+    throw std::system_error(errno, std::generic_category(), "signals");
+  }
+  return descriptor;
+}
+
+void Serve(PortEndpoint& endpoint, const FileDescriptor& end, int reply) {
+  for (;;) {
+    std::array<pollfd, 2> wait{{{end.Get(), POLLIN, 0}, {endpoint.Descriptor(), POLLIN, 0}}};
+    poll(wait.data(), wait.size(), -1);
+    if (wait[0].revents != 0) {
+      return;
+    }
+    if (auto received = endpoint.Receive(std::chrono::milliseconds(0))) {
+      std::cout << Line(received->Request) << std::endl;  // NOLINT(performance-avoid-endl)
+      received->Reply(reply);
+    }
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const std::span<char*> words(argv + 1, argv + argc);
+  if (words.size() == 1 && std::string_view(words[0]) == "--help") {
+    std::cout << kUsage;
+    return 0;
+  }
+  const auto arguments = ParseArguments(words);
+  if (!arguments) {
+    std::cerr << kUsage;
+    return 2;
+  }
+  try {
+    const FileDescriptor end = EndSignals();
+    PortEndpoint endpoint(arguments->Port);
+    std::cout << "listening on port " << arguments->Port << std::endl;  // NOLINT(*-avoid-endl)
+    Serve(endpoint, end, arguments->Reply);
+  } catch (const std::system_error& error) {
+    std::cerr << "port_listener: cannot listen on port " << arguments->Port << ": " << error.what()
+              << "\n";
+    return 1;
+  }
+  return 0;
+}
