@@ -35,8 +35,19 @@ double OutOfRange(const DecimalDigits& digits) {
   return digits.Negative ? -size : size;
 }
 
-/// A number above 0 in plain notation, rounded to its significant digits.
+/// A whole number above 0: all its digits, however many.
+std::string WholeText(double size) {
+  std::array<char, std::numeric_limits<double>::max_exponent10 + 2> digits{};
+  const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), size,
+                                     std::chars_format::fixed, 0);
+  return {digits.data(), written.ptr};
+}
+
+/// A number above 0 in plain notation, rounded to its significant digits unless it is whole.
 std::string PlainText(double size) {
+  if (size == std::trunc(size)) {
+    return WholeText(size);
+  }
   std::array<char, 32> scientific{};  // d.ddddddddddddddE+xxx
   const auto written = std::to_chars(scientific.data(), scientific.data() + scientific.size(), size,
                                      std::chars_format::scientific, kSignificantDigits - 1);
