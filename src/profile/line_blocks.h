@@ -10,7 +10,7 @@
 namespace ptick {
 
 /// How many readable bytes stand behind every block, so that scanners may load whole words.
-inline constexpr std::size_t kBlockPadding = 32;
+inline constexpr std::size_t kBlockPadding = 64;
 
 /// Profile text as a sequence of blocks of whole lines.
 class LineBlocks {

@@ -8,6 +8,14 @@ namespace {
 
 constexpr unsigned kFirstSlotBits = 6;
 
+// A small index is kept roomy, for a name is then nearly always found at the first look; a big one
+// is kept small.
+constexpr std::size_t kBigIndex = std::size_t{1} << 17U;
+
+bool IsFull(std::size_t names, std::size_t slots) {
+  return names * (slots < kBigIndex ? 4 : 2) > slots;
+}
+
 }  // namespace
 
 NameTable::NameTable()
@@ -18,7 +26,7 @@ NameTable::Id NameTable::Add(std::string_view name, std::uint64_t hash, std::siz
   bytes_.append(name);
   ends_.push_back(bytes_.size());
   slots_[slot] = {id + 1, static_cast<std::uint32_t>(hash)};
-  if (2 * size() > slots_.size()) {
+  if (IsFull(size(), slots_.size())) {
     Grow();
   }
   return id;

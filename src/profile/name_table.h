@@ -9,32 +9,34 @@
 
 namespace ptick {
 
-/// Mixes one word of a text into its hash.
-inline std::uint64_t MixHash(std::uint64_t hash, std::uint64_t word) {
-  __extension__ using Wide = unsigned __int128;
-  const Wide product = static_cast<Wide>(hash ^ word) * 0x9E3779B97F4A7C15U;
-  return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64U);
-}
-
-inline constexpr std::uint64_t kHashSeed = 0x2545F4914F6CDD1DU;
-
-/// The first `size` bytes (at most 8) at `bytes` as a word, zeros behind them.
-inline std::uint64_t LoadBytes(const char* bytes, std::size_t size) {
+/// The 8 bytes at `bytes` as a word.
+inline std::uint64_t LoadWord(const char* bytes) {
   std::uint64_t word = 0;
-  std::memcpy(&word, bytes, size);
+  std::memcpy(&word, bytes, sizeof word);
   return word;
 }
 
-/// The hash that names are looked up by: its words of 8 bytes mixed one after another, then its
-/// size.
+/// The hash that names are looked up by. A name of up to 16 bytes costs one multiplication.
 inline std::uint64_t HashName(std::string_view name) {
-  std::uint64_t hash = kHashSeed;
+  __extension__ using Wide = unsigned __int128;
+  const auto mix = [](std::uint64_t a, std::uint64_t b) {
+    const Wide product = static_cast<Wide>(a ^ 0x2545F4914F6CDD1DU) * (b ^ 0x9E3779B97F4A7C15U);
+    return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64U);
+  };
   const char* at = name.data();
   std::size_t left = name.size();
-  for (; left >= 8; at += 8, left -= 8) {
-    hash = MixHash(hash, LoadBytes(at, 8));
+  std::uint64_t hash = left << 56U;
+  for (; left > 16; at += 8, left -= 8) {
+    hash = mix(hash, LoadWord(at));
   }
-  return MixHash(hash, LoadBytes(at, left) ^ name.size() << 56U);
+  if (left >= 8) {
+    return mix(hash ^ LoadWord(at), LoadWord(at + left - 8));
+  }
+  std::uint64_t word = 0;
+  for (std::size_t i = 0; i < left; ++i) {
+    word = word << 8U | static_cast<unsigned char>(at[i]);
+  }
+  return mix(hash ^ word, 0);
 }
 
 /// Distinct texts, numbered from 0 in order of first appearance.
@@ -89,11 +91,11 @@ class NameTable {
       return std::memcmp(a, b, size) == 0;
     }
     for (std::size_t at = 0; at + 8 < size; at += 8) {
-      if (LoadBytes(a + at, 8) != LoadBytes(b + at, 8)) {
+      if (LoadWord(a + at) != LoadWord(b + at)) {
         return false;
       }
     }
-    return LoadBytes(a + size - 8, 8) == LoadBytes(b + size - 8, 8);
+    return LoadWord(a + size - 8) == LoadWord(b + size - 8);
   }
 
   Id Add(std::string_view name, std::uint64_t hash, std::size_t slot);

@@ -8,10 +8,10 @@ namespace ptick {
 /// text into the table; nearly every line of a big profile is one.
 ///
 /// Such a line is exactly "PROFILE:trace", a program name, a line number and a tick count,
-/// separated by single TABs; the name is not empty and free of control bytes below 11, both numbers
-/// have at most 7 digits and no leading zeros, and the ticks end the line. Any other line is left
-/// to the record parser, which knows all rules; the result is the same, so this is speed and
-/// nothing else.
+/// separated by single TABs; it is at most 64 bytes long with its end, the name is not empty and
+/// free of control bytes below 11, and both numbers have at most 7 digits and no leading zeros. Any
+/// other line is left to the record parser, which knows all rules; the result is the same, so this
+/// is speed and nothing else.
 class TraceScanner {
  public:
   explicit TraceScanner(TickTable& table) : table_(table) {}
