@@ -118,7 +118,7 @@ TEST_F(Claim, LeavesAloneWhatIsNoSocketOfItsKind) {
   EXPECT_TRUE(fs::is_symlink(Socket(2)));
   fs::create_directory(Socket(3));
   EXPECT_EQ(ClaimError(3), EADDRINUSE);
-  const FileDescriptor stream = testing::ListenAt(Socket(4), 4, SOCK_STREAM);
+  const UniqueFd stream = testing::ListenAt(Socket(4), 4, SOCK_STREAM);
   EXPECT_EQ(ClaimError(4), EADDRINUSE);
 }
 
@@ -130,7 +130,7 @@ TEST_F(Claim, RemovesItsFileAtTheEnd) {
 TEST_F(Claim, KeepsAFileThatHasTakenThePlaceOfItsOwn) {
   auto claimed = std::make_unique<ClaimedPort>(5);
   fs::remove(Socket(5));
-  const FileDescriptor other = testing::ListenAt(Socket(5));
+  const UniqueFd other = testing::ListenAt(Socket(5));
   claimed.reset();
   EXPECT_EQ(SendPortMessage(5, "x"), 0);
 

@@ -40,10 +40,10 @@ TEST_F(MonitorReply, IsTheResult) {
 
 TEST_F(MonitorReply, AnswersTheRequestAsItIsOnTheWire) {
   const ChildProcess peer([this](const Talk& talk) {
-    const FileDescriptor listener = testing::ListenAt(Socket(5));
+    const UniqueFd listener = testing::ListenAt(Socket(5));
     talk.Say("listening");
     for (;;) {
-      const FileDescriptor connection = testing::AcceptFrom(listener);
+      const UniqueFd connection = testing::AcceptFrom(listener);
       talk.Say(testing::ReadPacket(connection));
       testing::WritePacket(connection, "0");
     }
@@ -84,10 +84,10 @@ TEST_F(MonitorReply, IsANumberOrAnError) {
       {"", ECONNRESET},
   };
   const ChildProcess peer([this](const Talk& talk) {
-    const FileDescriptor listener = testing::ListenAt(Socket(5));
+    const UniqueFd listener = testing::ListenAt(Socket(5));
     talk.Say("listening");
     for (;;) {
-      const FileDescriptor connection = testing::AcceptFrom(listener);
+      const UniqueFd connection = testing::AcceptFrom(listener);
       testing::ReadPacket(connection);
       testing::WritePacket(connection, talk.Hear().substr(1));
     }
@@ -101,9 +101,9 @@ TEST_F(MonitorReply, IsANumberOrAnError) {
 
 TEST_F(MonitorReply, IsNotWaitedForWithoutEnd) {
   const ChildProcess peer([this](const Talk& talk) {
-    const FileDescriptor listener = testing::ListenAt(Socket(5));
+    const UniqueFd listener = testing::ListenAt(Socket(5));
     talk.Say("listening");
-    const FileDescriptor accepted = testing::AcceptFrom(listener);
+    const UniqueFd accepted = testing::AcceptFrom(listener);
     talk.Hear();
   });
   ASSERT_EQ(peer.Hear(), "listening");
@@ -148,9 +148,9 @@ class Interrupts {
 TEST_F(MonitorReply, ComesThroughAFlurryOfSignals) {
   const Interrupts interrupts;
   const ChildProcess peer([this](const Talk& talk) {
-    const FileDescriptor listener = testing::ListenAt(Socket(5));
+    const UniqueFd listener = testing::ListenAt(Socket(5));
     talk.Say("listening");
-    const FileDescriptor connection = testing::AcceptFrom(listener);
+    const UniqueFd connection = testing::AcceptFrom(listener);
     testing::ReadPacket(connection);
     for (int i = 0; i < 100; ++i) {
       kill(getppid(), SIGALRM);
@@ -163,7 +163,7 @@ TEST_F(MonitorReply, ComesThroughAFlurryOfSignals) {
 
 TEST_F(MonitorReply, IsGivenUpInTimeInAStreamOfSignals) {
   const ChildProcess peer([this](const Talk& talk) {
-    const FileDescriptor listener = testing::ListenAt(Socket(5));
+    const UniqueFd listener = testing::ListenAt(Socket(5));
     talk.Say("listening");
     talk.Hear();
   });
@@ -177,9 +177,9 @@ TEST_F(MonitorReply, IsMissingWhenTheProcessDiesOverTheRequest) {
   enum class Moment { kBeforeReading, kAfterReading };
   for (const Moment moment : {Moment::kBeforeReading, Moment::kAfterReading}) {
     ChildProcess peer([this, moment](const Talk& talk) {
-      const FileDescriptor listener = testing::ListenAt(Socket(5));
+      const UniqueFd listener = testing::ListenAt(Socket(5));
       talk.Say("listening");
-      const FileDescriptor connection = testing::AcceptFrom(listener);
+      const UniqueFd connection = testing::AcceptFrom(listener);
       testing::AwaitReadable(connection.Get());
       if (moment == Moment::kAfterReading) {
         testing::ReadPacket(connection);
@@ -195,7 +195,7 @@ TEST_F(MonitorReply, IsMissingWhenTheProcessDiesOverTheRequest) {
 
 TEST_F(MonitorReply, IsMissingWhenTheProcessDiesBeforeItTakesTheConnectionIn) {
   const ChildProcess peer([this](const Talk& talk) {
-    const FileDescriptor listener = testing::ListenAt(Socket(5));
+    const UniqueFd listener = testing::ListenAt(Socket(5));
     talk.Say("listening");
     testing::AwaitReadable(listener.Get());
     raise(SIGKILL);

@@ -93,7 +93,7 @@ TEST_F(Endpoint, HasNothingToAnswerToAControlMessage) {
 
 TEST_F(Endpoint, NoticesThatTheOneToAnswerHasGone) {
   PortEndpoint endpoint(5);
-  FileDescriptor peer = testing::ConnectTo(Socket(5));
+  UniqueFd peer = testing::ConnectTo(Socket(5));
   testing::WritePacket(peer, "KIVA:OFF");
   peer.Close();
   auto received = endpoint.Receive(kNow);
@@ -104,7 +104,7 @@ TEST_F(Endpoint, NoticesThatTheOneToAnswerHasGone) {
 TEST_F(Endpoint, AnswersMalformedMonitorRequestsItself) {
   PortEndpoint endpoint(5);
   for (const char* packet : {"KIVA:", "KIVA:ON", "KIVA:ON\tfile", "KIVA:STATUS"}) {
-    const FileDescriptor peer = testing::ConnectTo(Socket(5));
+    const UniqueFd peer = testing::ConnectTo(Socket(5));
     testing::WritePacket(peer, packet);
     EXPECT_FALSE(endpoint.Receive(kNow)) << packet;
     EXPECT_EQ(testing::ReadPacket(peer), "22") << packet;
@@ -114,7 +114,7 @@ TEST_F(Endpoint, AnswersMalformedMonitorRequestsItself) {
 TEST_F(Endpoint, IgnoresConnectionsThatSayNothing) {
   PortEndpoint endpoint(5);
   testing::ConnectTo(Socket(5)).Close();
-  const FileDescriptor empty = testing::ConnectTo(Socket(5));
+  const UniqueFd empty = testing::ConnectTo(Socket(5));
   testing::WritePacket(empty, "");
   EXPECT_FALSE(endpoint.Receive(kNow));
   ASSERT_EQ(SendPortMessage(5, "next"), 0);
@@ -123,7 +123,7 @@ TEST_F(Endpoint, IgnoresConnectionsThatSayNothing) {
 
 TEST_F(Endpoint, ReadsOnePacketOfAConnection) {
   PortEndpoint endpoint(5);
-  const FileDescriptor peer = testing::ConnectTo(Socket(5));
+  const UniqueFd peer = testing::ConnectTo(Socket(5));
   testing::WritePacket(peer, "first");
   testing::WritePacket(peer, "second");
   EXPECT_EQ(NextText(endpoint), "first");
@@ -132,7 +132,7 @@ TEST_F(Endpoint, ReadsOnePacketOfAConnection) {
 
 TEST_F(Endpoint, IsNotHeldUpBySilentPeers) {
   PortEndpoint endpoint(5);
-  std::vector<FileDescriptor> silent;
+  std::vector<UniqueFd> silent;
   for (std::size_t i = 0; i < 3 * PortEndpoint::kPendingLimit; ++i) {
     silent.push_back(testing::ConnectTo(Socket(5)));
     EXPECT_FALSE(endpoint.Receive(kNow));
@@ -143,7 +143,7 @@ TEST_F(Endpoint, IsNotHeldUpBySilentPeers) {
 
 TEST_F(Endpoint, DropsTheOldestOfTooManySilentPeers) {
   PortEndpoint endpoint(5);
-  std::vector<FileDescriptor> silent;
+  std::vector<UniqueFd> silent;
   for (std::size_t i = 0; i < PortEndpoint::kPendingLimit + 1; ++i) {
     silent.push_back(testing::ConnectTo(Socket(5)));
     EXPECT_FALSE(endpoint.Receive(kNow));
@@ -157,7 +157,7 @@ TEST_F(Endpoint, DropsTheOldestOfTooManySilentPeers) {
 
 TEST_F(Endpoint, DropsRequestsThatAreTooLong) {
   PortEndpoint endpoint(5);
-  const FileDescriptor peer = testing::ConnectTo(Socket(5));
+  const UniqueFd peer = testing::ConnectTo(Socket(5));
   const int size = 1 << 20;
   if (setsockopt(peer.Get(), SOL_SOCKET, SO_SNDBUFFORCE, &size, sizeof size) != 0) {
     GTEST_SKIP() << "needs the right to send long packets";
@@ -167,7 +167,7 @@ TEST_F(Endpoint, DropsRequestsThatAreTooLong) {
             static_cast<ssize_t>(longest.size()));
   EXPECT_EQ(NextText(endpoint), longest);
 
-  const FileDescriptor other = testing::ConnectTo(Socket(5));
+  const UniqueFd other = testing::ConnectTo(Socket(5));
   ASSERT_EQ(setsockopt(other.Get(), SOL_SOCKET, SO_SNDBUFFORCE, &size, sizeof size), 0);
   const std::string too_long = longest + "x";
   ASSERT_EQ(send(other.Get(), too_long.data(), too_long.size(), 0),
@@ -188,7 +188,7 @@ TEST_F(Endpoint, ListensToProcessesOfTheSameUserOnly) {
     if (seteuid(65534) != 0) {
       return;
     }
-    const FileDescriptor peer = testing::ConnectTo(Socket(5));
+    const UniqueFd peer = testing::ConnectTo(Socket(5));
     testing::WritePacket(peer, "KIVA:OFF");
     talk.Say("sent");
     talk.Say("answer '" + testing::ReadPacket(peer) + "'");
@@ -207,7 +207,7 @@ TEST_F(Endpoint, IsPolledThroughItsDescriptor) {
   EXPECT_EQ(NextText(endpoint), "x");
   EXPECT_EQ(poll(&wait, 1, 0), 0);
 
-  const FileDescriptor slow = testing::ConnectTo(Socket(5));
+  const UniqueFd slow = testing::ConnectTo(Socket(5));
   EXPECT_FALSE(endpoint.Receive(kNow));
   EXPECT_EQ(poll(&wait, 1, 0), 0) << "a silent peer waits without noise";
   testing::WritePacket(slow, "y");
@@ -231,10 +231,10 @@ TEST_F(Endpoint, WaitsForAsLongAsItIsTold) {
 
 TEST_F(Endpoint, SaysWhenThereIsNoDescriptorLeft) {
   PortEndpoint endpoint(5);
-  const FileDescriptor silent = testing::ConnectTo(Socket(5));
+  const UniqueFd silent = testing::ConnectTo(Socket(5));
   EXPECT_FALSE(endpoint.Receive(kNow));
-  const FileDescriptor waiting = testing::ConnectTo(Socket(5));
-  const FileDescriptor waiting_too = testing::ConnectTo(Socket(5));
+  const UniqueFd waiting = testing::ConnectTo(Socket(5));
+  const UniqueFd waiting_too = testing::ConnectTo(Socket(5));
   rlimit limit{};
   ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &limit), 0);
   const rlimit none{0, limit.rlim_max};

@@ -95,7 +95,7 @@ TEST_F(Ports, SayWhyNobodyIsThere) {
   fs::create_symlink(Socket(4), Socket(5));
   fs::create_directory(Socket(6));
   fs::create_symlink("nowhere", Socket(7));
-  const FileDescriptor stream = testing::ListenAt(Socket(8), 4, SOCK_STREAM);
+  const UniqueFd stream = testing::ListenAt(Socket(8), 4, SOCK_STREAM);
   const std::vector<std::pair<std::int64_t, int>> rows = {
       {1, ENOENT},       {2, ECONNREFUSED}, {3, ECONNREFUSED}, {5, ECONNREFUSED},
       {6, ECONNREFUSED}, {7, ECONNREFUSED}, {8, EPROTOTYPE},
@@ -140,7 +140,7 @@ TEST_F(Ports, SpeakToProcessesOfTheSameUserOnly) {
   }
   const ChildProcess other([this](const Talk& talk) {
     // The rights that count are those at the time of listen.
-    const FileDescriptor bound = testing::ListenAt(Socket(5));
+    const UniqueFd bound = testing::ListenAt(Socket(5));
     if (seteuid(65534) != 0 || listen(bound.Get(), 4) != 0) {
       return;
     }

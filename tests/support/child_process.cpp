@@ -29,13 +29,13 @@ std::string Talk::Hear() const {
   return message;
 }
 
-ChildProcess::ChildProcess(const std::function<void(const Talk&)>& body) : talk_(FileDescriptor()) {
+ChildProcess::ChildProcess(const std::function<void(const Talk&)>& body) : talk_(UniqueFd()) {
   std::array<int, 2> ends{};
   if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends.data()) != 0) {
     throw std::runtime_error("socketpair");
   }
-  FileDescriptor own(ends[0]);
-  FileDescriptor childs(ends[1]);
+  UniqueFd own(ends[0]);
+  UniqueFd childs(ends[1]);
   id_ = fork();
   if (id_ < 0) {
     throw std::runtime_error("fork");

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/linux/file_descriptor.h"
+#include "platform/linux/unique_fd.h"
 
 namespace ptick::testing {
 
@@ -15,13 +15,13 @@ namespace ptick::testing {
 /// the two wait on for each other.
 class Talk {
  public:
-  explicit Talk(FileDescriptor socket) : socket_(std::move(socket)) {}
+  explicit Talk(UniqueFd socket) : socket_(std::move(socket)) {}
   void Say(std::string_view message) const;
   /// The next message of the other side; "(gone)" when it has ended.
   std::string Hear() const;
 
  private:
-  FileDescriptor socket_;
+  UniqueFd socket_;
 };
 
 /// A process forked from the test; killed and waited for with its owner, stopped or not.

@@ -48,8 +48,8 @@ fs::path PortTest::Socket(std::int64_t port) const {
   return directory_ / ("port-" + std::to_string(port));
 }
 
-FileDescriptor ListenAt(const fs::path& path, int backlog, int type) {
-  FileDescriptor socket(::socket(AF_UNIX, type | SOCK_CLOEXEC, 0));
+UniqueFd ListenAt(const fs::path& path, int backlog, int type) {
+  UniqueFd socket(::socket(AF_UNIX, type | SOCK_CLOEXEC, 0));
   const sockaddr_un address = AddressOf(path);
   // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): how the system takes addresses
   if (bind(socket.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 ||
@@ -61,8 +61,8 @@ FileDescriptor ListenAt(const fs::path& path, int backlog, int type) {
 
 void LeaveStaleSocket(const fs::path& path) { ListenAt(path).Close(); }
 
-FileDescriptor ConnectTo(const fs::path& path) {
-  FileDescriptor socket(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
+UniqueFd ConnectTo(const fs::path& path) {
+  UniqueFd socket(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
   const sockaddr_un address = AddressOf(path);
   // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): how the system takes addresses
   if (connect(socket.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
@@ -71,18 +71,18 @@ FileDescriptor ConnectTo(const fs::path& path) {
   return socket;
 }
 
-FileDescriptor AcceptFrom(const FileDescriptor& listener) {
-  return FileDescriptor(accept4(listener.Get(), nullptr, nullptr, SOCK_CLOEXEC));
+UniqueFd AcceptFrom(const UniqueFd& listener) {
+  return UniqueFd(accept4(listener.Get(), nullptr, nullptr, SOCK_CLOEXEC));
 }
 
-std::string ReadPacket(const FileDescriptor& socket) {
+std::string ReadPacket(const UniqueFd& socket) {
   std::string packet(std::size_t{1} << 20, '\0');
   const ssize_t size = recv(socket.Get(), packet.data(), packet.size(), 0);
   packet.resize(size < 0 ? 0 : static_cast<std::size_t>(size));
   return packet;
 }
 
-void WritePacket(const FileDescriptor& socket, std::string_view packet) {
+void WritePacket(const UniqueFd& socket, std::string_view packet) {
   send(socket.Get(), packet.data(), packet.size(), MSG_NOSIGNAL);
 }
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/linux/file_descriptor.h"
+#include "platform/linux/unique_fd.h"
 #include "support/child_process.h"
 
 namespace ptick::testing {
@@ -31,17 +31,16 @@ class PortTest : public ::testing::Test {
 };
 
 /// A socket of `type` that listens at `path`, with room for `backlog` + 1 waiting connections.
-FileDescriptor ListenAt(const std::filesystem::path& path, int backlog = 16,
-                        int type = SOCK_SEQPACKET);
+UniqueFd ListenAt(const std::filesystem::path& path, int backlog = 16, int type = SOCK_SEQPACKET);
 /// The socket file of a process that has died.
 void LeaveStaleSocket(const std::filesystem::path& path);
 /// A connection to the socket at `path`.
-FileDescriptor ConnectTo(const std::filesystem::path& path);
+UniqueFd ConnectTo(const std::filesystem::path& path);
 /// The next connection, waited for.
-FileDescriptor AcceptFrom(const FileDescriptor& listener);
+UniqueFd AcceptFrom(const UniqueFd& listener);
 /// The next packet, waited for; empty at the end of the connection.
-std::string ReadPacket(const FileDescriptor& socket);
-void WritePacket(const FileDescriptor& socket, std::string_view packet);
+std::string ReadPacket(const UniqueFd& socket);
+void WritePacket(const UniqueFd& socket, std::string_view packet);
 /// Waits until there is something to read, without reading it.
 void AwaitReadable(int descriptor);
 
