@@ -15,12 +15,12 @@
 #include <string_view>
 #include <system_error>
 
-#include "platform/linux/file_descriptor.h"
 #include "platform/linux/port_endpoint.h"
+#include "platform/linux/unique_fd.h"
 
 namespace {
 
-using ptick::FileDescriptor;
+using ptick::UniqueFd;
 using ptick::ports::PortEndpoint;
 using ptick::ports::PortRequest;
 
@@ -105,19 +105,19 @@ std::string Line(const PortRequest& request) {
 
 /// From now on the signals that end the program are read from a descriptor, so that none can fall
 /// between a look and a wait.
-FileDescriptor EndSignals() {
+UniqueFd EndSignals() {
   sigset_t signals;
   sigemptyset(&signals);
   sigaddset(&signals, SIGTERM);
   sigaddset(&signals, SIGINT);
-  FileDescriptor descriptor(signalfd(-1, &signals, SFD_CLOEXEC));
+  UniqueFd descriptor(signalfd(-1, &signals, SFD_CLOEXEC));
   if (!descriptor.IsOpen() || sigprocmask(SIG_BLOCK, &signals, nullptr) != 0) {
     throw std::system_error(errno, std::generic_category(), "signals");
   }
   return descriptor;
 }
 
-void Serve(PortEndpoint& endpoint, const FileDescriptor& end, int reply) {
+void Serve(PortEndpoint& endpoint, const UniqueFd& end, int reply) {
   for (;;) {
     std::array<pollfd, 2> wait{{{end.Get(), POLLIN, 0}, {endpoint.Descriptor(), POLLIN, 0}}};
     poll(wait.data(), wait.size(), -1);
@@ -145,7 +145,7 @@ int main(int argc, char** argv) {
     return 2;
   }
   try {
-    const FileDescriptor end = EndSignals();
+    const UniqueFd end = EndSignals();
     PortEndpoint endpoint(arguments->Port);
     std::cout << "listening on port " << arguments->Port << std::endl;  // NOLINT(*-avoid-endl)
     Serve(endpoint, end, arguments->Reply);

@@ -30,7 +30,7 @@ constexpr mode_t kOwnerOnly = S_IRUSR | S_IWUSR;
   throw std::system_error(error, std::generic_category(), what);
 }
 
-FileDescriptor CheckedDirectory() {
+UniqueFd CheckedDirectory() {
   Opened directory = CreateRuntimeDirectory();
   if (directory.Error != 0) {
     Fail(directory.Error, "runtime directory");
@@ -39,8 +39,8 @@ FileDescriptor CheckedDirectory() {
 }
 
 /// Held while a socket file is judged and replaced, so that of two starters one sees the other's.
-FileDescriptor LockDirectory(const FileDescriptor& directory) {
-  FileDescriptor lock(
+UniqueFd LockDirectory(const UniqueFd& directory) {
+  UniqueFd lock(
       openat(directory.Get(), ".lock", O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, kOwnerOnly));
   if (!lock.IsOpen()) {
     Fail(errno, "lock file");
@@ -54,7 +54,7 @@ FileDescriptor LockDirectory(const FileDescriptor& directory) {
 }
 
 /// The file of a dead process does not hold the port; anything else that has the name does.
-void RequireFree(const FileDescriptor& directory, const std::string& name) {
+void RequireFree(const UniqueFd& directory, const std::string& name) {
   const int error = ConnectToSocket(directory, name).Error;
   switch (error) {
     case ENOENT:
@@ -72,8 +72,8 @@ void RequireFree(const FileDescriptor& directory, const std::string& name) {
 }
 
 /// A socket that listens under `name`; until it is renamed nobody looks there.
-FileDescriptor Listen(const FileDescriptor& directory, const std::string& name) {
-  FileDescriptor socket(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+UniqueFd Listen(const UniqueFd& directory, const std::string& name) {
+  UniqueFd socket(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
   // The file inherits the mode of the socket, so there is no moment at which others may connect.
   if (!socket.IsOpen() || fchmod(socket.Get(), kOwnerOnly) != 0) {
     Fail(errno, "socket");
@@ -97,7 +97,7 @@ ClaimedPort::ClaimedPort(std::int64_t port) {
   }
   directory_ = CheckedDirectory();
   name_ = SocketName(port);
-  const FileDescriptor lock = LockDirectory(directory_);
+  const UniqueFd lock = LockDirectory(directory_);
   RequireFree(directory_, name_);
 
   const std::string new_name = "." + name_ + ".new";

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/linux/file_descriptor.h"
+#include "platform/linux/unique_fd.h"
 
 namespace ptick::ports {
 
@@ -26,12 +26,12 @@ class ClaimedPort {
   ~ClaimedPort();
 
   /// The listening socket; it does not block.
-  const FileDescriptor& Listener() const { return listener_; }
+  const UniqueFd& Listener() const { return listener_; }
 
  private:
-  FileDescriptor directory_;
+  UniqueFd directory_;
   std::string name_;
-  FileDescriptor listener_;
+  UniqueFd listener_;
   dev_t device_ = 0;  ///< these two tell the own file from one put in its place
   ino_t inode_ = 0;
 };

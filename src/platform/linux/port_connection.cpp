@@ -22,11 +22,11 @@ using Clock = std::chrono::steady_clock;
 
 constexpr std::int64_t kLongestWait = std::numeric_limits<int>::max();
 
-Opened Failed(int error) { return {FileDescriptor(), error}; }
+Opened Failed(int error) { return {UniqueFd(), error}; }
 
 /// Opens the socket file itself, whatever it may be; a link is not followed.
-Opened OpenSocketFile(const FileDescriptor& directory, const std::string& name) {
-  FileDescriptor file(openat(directory.Get(), name.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
+Opened OpenSocketFile(const UniqueFd& directory, const std::string& name) {
+  UniqueFd file(openat(directory.Get(), name.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
   if (!file.IsOpen()) {
     return Failed(errno);
   }
@@ -55,7 +55,7 @@ int SendError(int error) {
 }
 
 /// The reply, when it is there: its result or the error number of a bad one.
-std::optional<int> TakeReply(const FileDescriptor& socket) {
+std::optional<int> TakeReply(const UniqueFd& socket) {
   std::array<char, kLargestReply> reply{};
   const ssize_t size = recv(socket.Get(), reply.data(), reply.size(), MSG_DONTWAIT | MSG_TRUNC);
   if (size < 0) {
@@ -73,12 +73,12 @@ std::optional<int> TakeReply(const FileDescriptor& socket) {
 
 }  // namespace
 
-Opened ConnectToSocket(const FileDescriptor& directory, const std::string& name) {
+Opened ConnectToSocket(const UniqueFd& directory, const std::string& name) {
   const Opened file = OpenSocketFile(directory, name);
   if (file.Error != 0) {
     return Failed(file.Error);
   }
-  FileDescriptor socket(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+  UniqueFd socket(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
   if (!socket.IsOpen()) {
     return Failed(errno);
   }
@@ -110,14 +110,14 @@ Opened ConnectToPort(std::int64_t port) {
   return connection;
 }
 
-bool IsOwnUser(const FileDescriptor& socket) {
+bool IsOwnUser(const UniqueFd& socket) {
   ucred peer{};
   socklen_t size = sizeof peer;
   return getsockopt(socket.Get(), SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 &&
          peer.uid == geteuid();
 }
 
-int SendPacket(const FileDescriptor& socket, std::string_view packet) {
+int SendPacket(const UniqueFd& socket, std::string_view packet) {
   if (packet.empty()) {
     return EINVAL;
   }
@@ -131,7 +131,7 @@ int SendPacket(const FileDescriptor& socket, std::string_view packet) {
   return sent < 0 ? SendError(errno) : 0;
 }
 
-int AwaitReply(const FileDescriptor& socket, std::chrono::milliseconds limit) {
+int AwaitReply(const UniqueFd& socket, std::chrono::milliseconds limit) {
   const Clock::time_point deadline = Clock::now() + limit;
   for (;;) {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/linux/file_descriptor.h"
 #include "platform/linux/runtime_directory.h"
+#include "platform/linux/unique_fd.h"
 
 namespace ptick::ports {
 
@@ -18,23 +18,23 @@ namespace ptick::ports {
 /// ENOTSOCK when it is something else, ECONNREFUSED when nobody listens there, EAGAIN when the
 /// queue is full, EACCES when the process that listens belongs to another user, else the error
 /// number of the system.
-Opened ConnectToSocket(const FileDescriptor& directory, const std::string& name);
+Opened ConnectToSocket(const UniqueFd& directory, const std::string& name);
 
 /// Connects to the process on `port`. As above, and: EINVAL when no port has that number, the error
 /// numbers of OpenRuntimeDirectory, ECONNREFUSED where the socket file is something else.
 Opened ConnectToPort(std::int64_t port);
 
 /// Whether the process at the other end of a connected socket runs as the same user as this one.
-bool IsOwnUser(const FileDescriptor& socket);
+bool IsOwnUser(const UniqueFd& socket);
 
 /// Sends one packet. EINVAL when it is empty (that would read as the end of the connection),
 /// EMSGSIZE when it is too long, EAGAIN when there is no room for it now, ECONNREFUSED when the
 /// process has gone, else the error number of the system.
-int SendPacket(const FileDescriptor& socket, std::string_view packet);
+int SendPacket(const UniqueFd& socket, std::string_view packet);
 
 /// Waits for the reply packet and returns the result in it. ETIMEDOUT when none comes within
 /// `limit`, ECONNRESET when the connection ends without one, EPROTO when it is not a decimal number
 /// that fits an int.
-int AwaitReply(const FileDescriptor& socket, std::chrono::milliseconds limit);
+int AwaitReply(const UniqueFd& socket, std::chrono::milliseconds limit);
 
 }  // namespace ptick::ports

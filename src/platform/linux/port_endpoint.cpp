@@ -78,7 +78,7 @@ std::optional<Received> PortEndpoint::Receive(std::optional<Milliseconds> timeou
     if (!ready) {
       break;
     }
-    FileDescriptor connection = *ready == port_.Listener().Get() ? Accept() : TakePending(*ready);
+    UniqueFd connection = *ready == port_.Listener().Get() ? Accept() : TakePending(*ready);
     if (connection.IsOpen()) {
       if (auto received = Read(std::move(connection))) {
         return received;
@@ -88,7 +88,7 @@ std::optional<Received> PortEndpoint::Receive(std::optional<Milliseconds> timeou
   return std::nullopt;
 }
 
-void PortEndpoint::Watch(const FileDescriptor& descriptor) const {
+void PortEndpoint::Watch(const UniqueFd& descriptor) const {
   epoll_event event{};
   event.events = EPOLLIN;
   event.data.fd = descriptor.Get();
@@ -115,11 +115,11 @@ std::optional<int> PortEndpoint::NextEvent(const std::optional<Clock::time_point
 }
 
 /// The next connection of the own user; none when there is none of his.
-FileDescriptor PortEndpoint::Accept() {
-  FileDescriptor connection;
+UniqueFd PortEndpoint::Accept() {
+  UniqueFd connection;
   for (;;) {
-    connection = FileDescriptor(
-        accept4(port_.Listener().Get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
+    connection =
+        UniqueFd(accept4(port_.Listener().Get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
     if (connection.IsOpen() || !IsShortage(errno)) {
       break;
     }
@@ -134,14 +134,14 @@ FileDescriptor PortEndpoint::Accept() {
   return connection;
 }
 
-FileDescriptor PortEndpoint::TakePending(int descriptor) {
-  const auto found = std::ranges::find(pending_, descriptor, &FileDescriptor::Get);
+UniqueFd PortEndpoint::TakePending(int descriptor) {
+  const auto found = std::ranges::find(pending_, descriptor, &UniqueFd::Get);
   if (found == pending_.end()) {
     return {};
   }
   // Closing alone would not do: a copy in a child process keeps the events coming.
   epoll_ctl(events_.Get(), EPOLL_CTL_DEL, descriptor, nullptr);
-  FileDescriptor connection = std::move(*found);
+  UniqueFd connection = std::move(*found);
   pending_.erase(found);
   return connection;
 }
@@ -150,7 +150,7 @@ void PortEndpoint::DropOldest() { TakePending(pending_.front().Get()); }
 
 /// Reads the one packet of a connection. One that has not sent it yet is put aside; one that sends
 /// no request is closed.
-std::optional<Received> PortEndpoint::Read(FileDescriptor connection) {
+std::optional<Received> PortEndpoint::Read(UniqueFd connection) {
   const ssize_t size =
       recv(connection.Get(), buffer_.data(), buffer_.size(), MSG_DONTWAIT | MSG_TRUNC);
   if (size < 0 && (errno == EAGAIN || errno == EINTR)) {

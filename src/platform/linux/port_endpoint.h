@@ -8,15 +8,15 @@
 #include <string>
 
 #include "platform/linux/claimed_port.h"
-#include "platform/linux/file_descriptor.h"
 #include "platform/linux/port_wire.h"
+#include "platform/linux/unique_fd.h"
 
 namespace ptick::ports {
 
 /// A request that has come in.
 struct Received {
   PortRequest Request;
-  FileDescriptor Connection;  ///< open while a monitor request waits for its reply
+  UniqueFd Connection;  ///< open while a monitor request waits for its reply
 
   /// Answers a monitor request with 0 for success or an error number, and ends the connection; a
   /// request that goes unanswered is refused with ECONNRESET. Never blocks. Returns 0, ENOTCONN
@@ -59,17 +59,17 @@ class PortEndpoint {
   int Descriptor() const { return events_.Get(); }
 
  private:
-  void Watch(const FileDescriptor& descriptor) const;
+  void Watch(const UniqueFd& descriptor) const;
   std::optional<int> NextEvent(
       const std::optional<std::chrono::steady_clock::time_point>& deadline) const;
-  FileDescriptor Accept();
-  FileDescriptor TakePending(int descriptor);
+  UniqueFd Accept();
+  UniqueFd TakePending(int descriptor);
   void DropOldest();
-  std::optional<Received> Read(FileDescriptor connection);
+  std::optional<Received> Read(UniqueFd connection);
 
   ClaimedPort port_;
-  FileDescriptor events_;
-  std::deque<FileDescriptor> pending_;  ///< connected and silent so far, in order of arrival
+  UniqueFd events_;
+  std::deque<UniqueFd> pending_;  ///< connected and silent so far, in order of arrival
   std::string buffer_;
 };
 

@@ -29,7 +29,7 @@ std::string WithoutTrailingSlashes(std::string path) {
 
 bool IsShortage(int error) { return error == EMFILE || error == ENFILE || error == ENOMEM; }
 
-bool IsTrusted(const FileDescriptor& directory) {
+bool IsTrusted(const UniqueFd& directory) {
   struct stat status {};
   return fstat(directory.Get(), &status) == 0 && S_ISDIR(status.st_mode) &&
          status.st_uid == geteuid() && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
@@ -37,8 +37,7 @@ bool IsTrusted(const FileDescriptor& directory) {
 
 Opened OpenChecked(const std::string& path) {
   Opened opened;
-  opened.Descriptor =
-      FileDescriptor(open(path.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+  opened.Descriptor = UniqueFd(open(path.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
   if (!opened.Descriptor.IsOpen()) {
     opened.Error = errno == ENOENT || IsShortage(errno) ? errno : EACCES;
   } else if (!IsTrusted(opened.Descriptor)) {
@@ -65,12 +64,12 @@ Opened OpenRuntimeDirectory() { return OpenChecked(RuntimeDirectoryPath()); }
 Opened CreateRuntimeDirectory() {
   const std::string path = RuntimeDirectoryPath();
   if (mkdir(path.c_str(), S_IRWXU) != 0 && errno != EEXIST) {
-    return {FileDescriptor(), errno};
+    return {UniqueFd(), errno};
   }
   return OpenChecked(path);
 }
 
-std::string DescriptorPath(const FileDescriptor& descriptor) {
+std::string DescriptorPath(const UniqueFd& descriptor) {
   return "/proc/self/fd/" + std::to_string(descriptor.Get());
 }
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/linux/file_descriptor.h"
+#include "platform/linux/unique_fd.h"
 
 namespace ptick::ports {
 
@@ -13,7 +13,7 @@ namespace ptick::ports {
 
 /// A descriptor, or the error number that says why there is none.
 struct Opened {
-  FileDescriptor Descriptor;
+  UniqueFd Descriptor;
   int Error = 0;
 };
 
@@ -31,6 +31,6 @@ Opened OpenRuntimeDirectory();
 Opened CreateRuntimeDirectory();
 
 /// The path /proc/self/fd/N: it names exactly what is open and fits into any socket address.
-std::string DescriptorPath(const FileDescriptor& descriptor);
+std::string DescriptorPath(const UniqueFd& descriptor);
 
 }  // namespace ptick::ports

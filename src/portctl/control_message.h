@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/platform.h"
+#include "value/output.h"
+
+namespace ptick {
+
+/// The command line as the control forms read it.
+struct ControlCall {
+  std::string TargetPort;   ///< the first argument, as it was typed; empty when there is none
+  std::string ControlText;  ///< all arguments behind it, joined with one blank between each two
+};
+
+/// Splits a command line without the command's own name. An argument that holds a field mark counts
+/// as several, for the command line is a list of fields.
+ControlCall SplitControlCall(const std::vector<std::string>& arguments);
+
+/// The control form: a port number followed by commands, or a range of ports with or without them.
+/// Sends "TICKCTL:" and the commands to the process on each port and prints one line on what has
+/// come of it; a message that cannot be sent is no failure of the run. Returns false, with nothing
+/// printed or changed, when the call is none of these.
+///
+/// A range costs one look at the listening ports and one send for each; ports that nobody listens
+/// on are counted as failed without being tried. Counts are exact up to 9223372036854775807 ports;
+/// a larger one is rounded to the 15 digits of a floating number, and sending is not affected.
+bool SendControlMessages(const ControlCall& call, Platform& platform, Output& output);
+
+}  // namespace ptick

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/platform.h"
+#include "portctl/control_message.h"
+#include "value/output.h"
+
+namespace ptick {
+
+/// The -j form: switches the monitor of the process on a port on or off. The words are those of
+/// `call.ControlText` between single blanks: ON or OFF in any case, the port or "%" for the own
+/// one, and for ON a file name and options; what follows is ignored. A port may be any numeric text
+/// and counts with its integer part.
+///
+/// Returns the exit status of the run: 0; 2 for a bad port or type, said on the terminal; else the
+/// error number of the switch, said on standard output, or 255 where no exit status has it.
+int SwitchMonitor(const ControlCall& call, Platform& platform, Output& output);
+
+}  // namespace ptick

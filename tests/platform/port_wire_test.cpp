@@ -1,0 +1,139 @@
+#include "platform/linux/port_wire.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ptick::ports {
+namespace {
+
+using Kind = PortRequest::Kind;
+
+TEST(PortWire, NamesSocketsByPort) {
+  EXPECT_EQ(SocketName(0), "port-0");
+  EXPECT_EQ(SocketName(7), "port-7");
+  EXPECT_EQ(SocketName(kHighestPort), "port-2147483647");
+}
+
+TEST(PortWire, KnowsNoSocketNameButItsOwn) {
+  const std::vector<std::pair<std::string_view, std::optional<std::int64_t>>> rows = {
+      {"port-0", 0},
+      {"port-7", 7},
+      {"port-2147483647", 2147483647},
+      {"port-2147483648", std::nullopt},
+      {"port-99999999999999999999", std::nullopt},
+      {"port-", std::nullopt},
+      {"port-07", std::nullopt},
+      {"port-00", std::nullopt},
+      {"port--0", std::nullopt},
+      {"port--7", std::nullopt},
+      {"port-+7", std::nullopt},
+      {"port- 7", std::nullopt},
+      {"port-7 ", std::nullopt},
+      {"port-7.new", std::nullopt},
+      {".port-7.new", std::nullopt},
+      {"port-0x7", std::nullopt},
+      {"Port-7", std::nullopt},
+      {"port7", std::nullopt},
+      {"xport-7", std::nullopt},
+      {"", std::nullopt},
+      {".lock", std::nullopt},
+  };
+  for (const auto& [name, want] : rows) {
+    EXPECT_EQ(ParseSocketName(name), want) << "'" << name << "'";
+  }
+}
+
+TEST(PortWire, WritesMonitorPackets) {
+  EXPECT_EQ(MonitorOnPacket("out.txt", "opts"), "KIVA:ON\tout.txt\topts");
+  EXPECT_EQ(MonitorOnPacket("", ""), "KIVA:ON\t\t");
+  EXPECT_EQ(MonitorOnPacket("f", "a\tb\t"), "KIVA:ON\tf\ta\tb\t");
+  EXPECT_EQ(MonitorOnPacket("a\tb", "c"), std::nullopt);
+  EXPECT_EQ(MonitorOffPacket(), "KIVA:OFF");
+}
+
+TEST(PortWire, ReadsRequests) {
+  struct Row {
+    std::string_view Packet;
+    Kind What;
+    std::string_view Text;
+    std::string_view File;
+    std::string_view Options;
+  };
+  const std::vector<Row> rows = {
+      {"TICKCTL:STOP", Kind::kControl, "TICKCTL:STOP", "", ""},
+      {"TICKCTL:", Kind::kControl, "TICKCTL:", "", ""},
+      {"KIVA", Kind::kControl, "KIVA", "", ""},
+      {"kiva:OFF", Kind::kControl, "kiva:OFF", "", ""},
+      {" KIVA:OFF", Kind::kControl, " KIVA:OFF", "", ""},
+      {std::string_view("a\0b\nc", 5), Kind::kControl, std::string_view("a\0b\nc", 5), "", ""},
+      {"KIVA:OFF", Kind::kMonitorOff, "", "", ""},
+      {"KIVA:ON\t\t", Kind::kMonitorOn, "", "", ""},
+      {"KIVA:ON\tf\to", Kind::kMonitorOn, "", "f", "o"},
+      {"KIVA:ON\t\to", Kind::kMonitorOn, "", "", "o"},
+      {"KIVA:ON\tf\t", Kind::kMonitorOn, "", "f", ""},
+      {"KIVA:ON\tf\ta\tb", Kind::kMonitorOn, "", "f", "a\tb"},
+  };
+  for (const Row& row : rows) {
+    const auto request = ParseRequest(row.Packet);
+    ASSERT_TRUE(request) << row.Packet;
+    EXPECT_EQ(request->What, row.What) << row.Packet;
+    EXPECT_EQ(request->Text, row.Text) << row.Packet;
+    EXPECT_EQ(request->File, row.File) << row.Packet;
+    EXPECT_EQ(request->Options, row.Options) << row.Packet;
+  }
+}
+
+TEST(PortWire, RefusesMalformedMonitorRequests) {
+  for (const std::string_view packet :
+       {"KIVA:", "KIVA:ON", "KIVA:ON\t", "KIVA:ON\tfile", "KIVA:ON file opts", "KIVA:OFF\t",
+        "KIVA:OFF ", "KIVA:off", "KIVA:on\tf\to", "KIVA:ONE\tf\to", "KIVA:STATUS"}) {
+    EXPECT_TRUE(IsMonitorPacket(packet)) << packet;
+    EXPECT_FALSE(ParseRequest(packet)) << packet;
+  }
+}
+
+TEST(PortWire, ReadsBackTheMonitorPacketsItWrites) {
+  const auto on = ParseRequest(*MonitorOnPacket("out.txt", "a b"));
+  ASSERT_TRUE(on);
+  EXPECT_EQ(on->File, "out.txt");
+  EXPECT_EQ(on->Options, "a b");
+  EXPECT_EQ(ParseRequest(MonitorOffPacket())->What, Kind::kMonitorOff);
+}
+
+TEST(PortWire, ReadsRepliesThatAreNumbers) {
+  const std::vector<std::pair<std::string_view, std::optional<int>>> rows = {
+      {"0", 0},
+      {"7", 7},
+      {"007", 7},
+      {"-5", -5},
+      {"2147483647", 2147483647},
+      {"-2147483648", -2147483647 - 1},
+      {"2147483648", std::nullopt},
+      {"-2147483649", std::nullopt},
+      {"99999999999999999999", std::nullopt},
+      {"", std::nullopt},
+      {"-", std::nullopt},
+      {"+7", std::nullopt},
+      {" 7", std::nullopt},
+      {"7\n", std::nullopt},
+      {"7 ", std::nullopt},
+      {"5.5", std::nullopt},
+      {"0x10", std::nullopt},
+      {"OK", std::nullopt},
+      {std::string_view("7\0", 2), std::nullopt},
+  };
+  for (const auto& [packet, want] : rows) {
+    EXPECT_EQ(ParseReply(packet), want) << "'" << packet << "'";
+  }
+  for (const int result : {0, 1, -1, 22, 2147483647, -2147483647 - 1}) {
+    EXPECT_EQ(ParseReply(ReplyPacket(result)), result);
+    EXPECT_LE(ReplyPacket(result).size(), kLargestReply);
+  }
+}
+
+}  // namespace
+}  // namespace ptick::ports
