@@ -4,6 +4,7 @@
 
 #include <ctime>
 
+#include "platform/linux/ports.h"
 #include "platform/linux/process_start.h"
 #include "platform/linux/record_files.h"
 #include "platform/linux/system_values.h"
@@ -63,6 +64,20 @@ void LinuxPlatform::CaptureFirstLines(const std::vector<std::vector<std::string>
 
 int LinuxPlatform::RunShell(const std::string& /*command_line*/, std::string_view /*input*/) {
   return 127;
+}
+
+int LinuxPlatform::SendPortMessage(std::int64_t port, std::string_view text) {
+  return ports::SendPortMessage(port, text);
+}
+
+int LinuxPlatform::MonitorOn(std::int64_t port, std::string_view file, std::string_view options) {
+  return ports::MonitorOn(port, file, options);
+}
+
+int LinuxPlatform::MonitorOff(std::int64_t port) { return ports::MonitorOff(port); }
+
+std::vector<std::int64_t> LinuxPlatform::ListeningPorts(std::int64_t first, std::int64_t last) {
+  return ports::ListeningPorts(first, last);
 }
 
 }  // namespace ptick

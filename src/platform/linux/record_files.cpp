@@ -8,7 +8,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/linux/unique_fd.h"
+#include "platform/linux/file_descriptor.h"
 
 namespace ptick {
 namespace {
@@ -20,17 +20,17 @@ bool NamesRecord(std::string_view name) {
 }
 
 // Opening a FIFO or a device may wait, so a signal can come in between.
-UniqueFd OpenAt(int directory, const std::string& name, int flags) {
+FileDescriptor OpenAt(int directory, const std::string& name, int flags) {
   int fd = -1;
   do {
     fd = ::openat(directory, name.c_str(), flags | O_CLOEXEC);
   } while (fd < 0 && errno == EINTR);
-  return UniqueFd(fd);
+  return FileDescriptor(fd);
 }
 
 class LinuxRecordReader final : public RecordReader {
  public:
-  explicit LinuxRecordReader(UniqueFd fd) : fd_(std::move(fd)) {}
+  explicit LinuxRecordReader(FileDescriptor fd) : fd_(std::move(fd)) {}
 
   std::optional<std::size_t> Read(std::span<char> block) override {
     ssize_t got = 0;
@@ -44,18 +44,18 @@ class LinuxRecordReader final : public RecordReader {
   }
 
  private:
-  UniqueFd fd_;
+  FileDescriptor fd_;
 };
 
 class LinuxRecordFile final : public RecordFile {
  public:
-  explicit LinuxRecordFile(UniqueFd directory) : directory_(std::move(directory)) {}
+  explicit LinuxRecordFile(FileDescriptor directory) : directory_(std::move(directory)) {}
 
   std::unique_ptr<RecordReader> OpenRecord(std::string_view name) override {
     if (!NamesRecord(name)) {
       return nullptr;
     }
-    UniqueFd fd = OpenAt(directory_.Get(), std::string(name), O_RDONLY | O_NOCTTY);
+    FileDescriptor fd = OpenAt(directory_.Get(), std::string(name), O_RDONLY | O_NOCTTY);
     struct stat status = {};
     if (!fd.IsOpen() || ::fstat(fd.Get(), &status) != 0 || S_ISDIR(status.st_mode)) {
       return nullptr;
@@ -68,7 +68,7 @@ class LinuxRecordFile final : public RecordFile {
   }
 
  private:
-  UniqueFd directory_;
+  FileDescriptor directory_;
 };
 
 }  // namespace
@@ -78,7 +78,7 @@ std::unique_ptr<RecordFile> OpenRecordFile(std::string_view name) {
     return nullptr;
   }
   // O_PATH: a directory that may be entered but not listed has records that can be read.
-  UniqueFd directory = OpenAt(AT_FDCWD, std::string(name), O_PATH | O_DIRECTORY);
+  FileDescriptor directory = OpenAt(AT_FDCWD, std::string(name), O_PATH | O_DIRECTORY);
   if (!directory.IsOpen()) {
     return nullptr;
   }
