@@ -4,9 +4,11 @@
 
 #include <ctime>
 
+#include "platform/linux/commands.h"
 #include "platform/linux/ports.h"
 #include "platform/linux/process_start.h"
 #include "platform/linux/record_files.h"
+#include "platform/linux/shell.h"
 #include "platform/linux/system_values.h"
 #include "platform/linux/terminal.h"
 
@@ -52,18 +54,15 @@ bool LinuxPlatform::HasKeyboard() { return ::isatty(STDIN_FILENO) == 1; }
 
 std::int64_t LinuxPlatform::PageLength() { return ReadPageLength(); }
 
-// Not there yet: keys and commands.
-std::optional<char> LinuxPlatform::ReadKey() { return std::nullopt; }
+std::optional<char> LinuxPlatform::ReadKey() { return WaitForKey(); }
 
 void LinuxPlatform::CaptureFirstLines(const std::vector<std::vector<std::string>>& commands,
                                       const std::function<void(std::string_view)>& done) {
-  for (std::size_t i = 0; i < commands.size(); ++i) {
-    done({});
-  }
+  CaptureOutputs(commands, done);
 }
 
-int LinuxPlatform::RunShell(const std::string& /*command_line*/, std::string_view /*input*/) {
-  return 127;
+int LinuxPlatform::RunShell(const std::string& command_line, std::string_view input) {
+  return RunShellLine(command_line, input);
 }
 
 int LinuxPlatform::SendPortMessage(std::int64_t port, std::string_view text) {
