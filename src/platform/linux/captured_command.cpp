@@ -25,8 +25,8 @@ CapturedCommand::CapturedCommand(const std::vector<std::string>& words,
   if (words.empty() || ::pipe2(ends.data(), O_CLOEXEC) != 0) {
     return;
   }
-  output_ = FileDescriptor(ends[0]);
-  const FileDescriptor write_end(ends[1]);
+  output_ = UniqueFd(ends[0]);
+  const UniqueFd write_end(ends[1]);
   ::fcntl(output_.Get(), F_SETFL, O_NONBLOCK);
   process_ = StartChild(words[0], words, {.Output = write_end.Get(), .OwnGroup = true}).value_or(0);
   if (!IsRunning()) {

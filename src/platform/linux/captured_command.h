@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/linux/file_descriptor.h"
+#include "platform/linux/unique_fd.h"
 
 namespace ptick {
 
@@ -47,7 +47,7 @@ class CapturedCommand {
   void KeepFirstLine(std::string_view bytes);
 
   std::chrono::nanoseconds time_left_;
-  FileDescriptor output_;
+  UniqueFd output_;
   pid_t process_ = 0;  // 0 when there is none any more
   bool timed_out_ = false;
   bool line_ended_ = false;

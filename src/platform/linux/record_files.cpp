@@ -8,7 +8,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/linux/file_descriptor.h"
+#include "platform/linux/unique_fd.h"
 
 namespace ptick {
 namespace {
@@ -20,17 +20,17 @@ bool NamesRecord(std::string_view name) {
 }
 
 // Opening a FIFO or a device may wait, so a signal can come in between.
-FileDescriptor OpenAt(int directory, const std::string& name, int flags) {
+UniqueFd OpenAt(int directory, const std::string& name, int flags) {
   int fd = -1;
   do {
     fd = ::openat(directory, name.c_str(), flags | O_CLOEXEC);
   } while (fd < 0 && errno == EINTR);
-  return FileDescriptor(fd);
+  return UniqueFd(fd);
 }
 
 class LinuxRecordReader final : public RecordReader {
  public:
-  explicit LinuxRecordReader(FileDescriptor fd) : fd_(std::move(fd)) {}
+  explicit LinuxRecordReader(UniqueFd fd) : fd_(std::move(fd)) {}
 
   std::optional<std::size_t> Read(std::span<char> block) override {
     ssize_t got = 0;
@@ -44,18 +44,18 @@ class LinuxRecordReader final : public RecordReader {
   }
 
  private:
-  FileDescriptor fd_;
+  UniqueFd fd_;
 };
 
 class LinuxRecordFile final : public RecordFile {
  public:
-  explicit LinuxRecordFile(FileDescriptor directory) : directory_(std::move(directory)) {}
+  explicit LinuxRecordFile(UniqueFd directory) : directory_(std::move(directory)) {}
 
   std::unique_ptr<RecordReader> OpenRecord(std::string_view name) override {
     if (!NamesRecord(name)) {
       return nullptr;
     }
-    FileDescriptor fd = OpenAt(directory_.Get(), std::string(name), O_RDONLY | O_NOCTTY);
+    UniqueFd fd = OpenAt(directory_.Get(), std::string(name), O_RDONLY | O_NOCTTY);
     struct stat status = {};
     if (!fd.IsOpen() || ::fstat(fd.Get(), &status) != 0 || S_ISDIR(status.st_mode)) {
       return nullptr;
@@ -68,7 +68,7 @@ class LinuxRecordFile final : public RecordFile {
   }
 
  private:
-  FileDescriptor directory_;
+  UniqueFd directory_;
 };
 
 }  // namespace
@@ -78,7 +78,7 @@ std::unique_ptr<RecordFile> OpenRecordFile(std::string_view name) {
     return nullptr;
   }
   // O_PATH: a directory that may be entered but not listed has records that can be read.
-  FileDescriptor directory = OpenAt(AT_FDCWD, std::string(name), O_PATH | O_DIRECTORY);
+  UniqueFd directory = OpenAt(AT_FDCWD, std::string(name), O_PATH | O_DIRECTORY);
   if (!directory.IsOpen()) {
     return nullptr;
   }

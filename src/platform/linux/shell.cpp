@@ -9,8 +9,8 @@
 #include <optional>
 
 #include "platform/linux/child_process.h"
-#include "platform/linux/file_descriptor.h"
 #include "platform/linux/signal_hold.h"
+#include "platform/linux/unique_fd.h"
 
 namespace ptick {
 namespace {
@@ -60,8 +60,8 @@ int RunShellLine(const std::string& line, std::string_view input) {
   if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
     return kNotStarted;
   }
-  FileDescriptor read_end(ends[0]);
-  FileDescriptor write_end(ends[1]);
+  UniqueFd read_end(ends[0]);
+  UniqueFd write_end(ends[1]);
   const std::optional<pid_t> shell =
       StartChild("/bin/sh", {"sh", "-c", kDcopyStandIn + line}, {.Input = read_end.Get()});
   read_end.Close();

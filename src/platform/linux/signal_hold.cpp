@@ -30,7 +30,7 @@ SignalHold::SignalHold() {
     }
   }
   ::pthread_sigmask(SIG_BLOCK, &held, nullptr);
-  arrivals_ = FileDescriptor(::signalfd(-1, &held, SFD_CLOEXEC | SFD_NONBLOCK));
+  arrivals_ = UniqueFd(::signalfd(-1, &held, SFD_CLOEXEC | SFD_NONBLOCK));
   if (!arrivals_.IsOpen()) {
     ::pthread_sigmask(SIG_SETMASK, &mask_before_, nullptr);
   }

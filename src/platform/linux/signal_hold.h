@@ -3,7 +3,7 @@
 #include <csignal>
 #include <optional>
 
-#include "platform/linux/file_descriptor.h"
+#include "platform/linux/unique_fd.h"
 
 namespace ptick {
 
@@ -33,7 +33,7 @@ class SignalHold {
 
  private:
   sigset_t mask_before_ = {};
-  FileDescriptor arrivals_;
+  UniqueFd arrivals_;
 };
 
 }  // namespace ptick
