@@ -8,22 +8,24 @@
 
 namespace ptick {
 
-/// The standard streams of a child: descriptors of this process.
-struct ChildStreams {
-  int Input;
-  int Output;
-  int Error;
+/// How a child process is connected.
+struct ChildSetup {
+  int Input = -1;         ///< its standard input; /dev/null when there is none
+  int Output = -1;        ///< its standard output and standard error; this process's when none
+  bool OwnGroup = false;  ///< whether it leads a process group of its own
 };
 
-/// Whether a child leads a process group of its own, so that all it starts can be ended with it.
-enum class ChildGroup { kInherited, kOwn };
+/// Starts `program` with `arguments` (the first is the name it is told). A program without '/' is
+/// looked for on PATH. The child has the usual signal dispositions, and no other descriptor of this
+/// process. Nothing when it cannot be started, or when an argument holds a zero byte.
+std::optional<pid_t> StartChild(const std::string& program,
+                                const std::vector<std::string>& arguments, const ChildSetup& setup);
 
-/// Starts a program with its arguments, found on the path, with no other descriptors than its
-/// streams and with signals as programs expect to find them. Nothing when it cannot be started.
-std::optional<pid_t> StartChild(const std::vector<std::string>& words, ChildStreams streams,
-                                ChildGroup group);
+/// The exit status of the child when it has ended (128 plus the signal number when a signal ended
+/// it), nothing while it runs. A child that has been asked about with a result is gone.
+std::optional<int> PollChild(pid_t child);
 
-/// Waits for a child to end; its exit status, or 128 plus the number of the signal that ended it.
+/// Waits until the child has ended and returns its exit status as above.
 int WaitForChild(pid_t child);
 
 }  // namespace ptick

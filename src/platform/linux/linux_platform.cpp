@@ -4,7 +4,8 @@
 
 #include <ctime>
 
-#include "platform/linux/command_capture.h"
+#include "platform/linux/commands.h"
+#include "platform/linux/ports.h"
 #include "platform/linux/process_start.h"
 #include "platform/linux/record_files.h"
 #include "platform/linux/shell.h"
@@ -57,11 +58,25 @@ std::optional<char> LinuxPlatform::ReadKey() { return WaitForKey(); }
 
 void LinuxPlatform::CaptureFirstLines(const std::vector<std::vector<std::string>>& commands,
                                       const std::function<void(std::string_view)>& done) {
-  CaptureCommandLines(commands, done);
+  CaptureOutputs(commands, done);
 }
 
 int LinuxPlatform::RunShell(const std::string& command_line, std::string_view input) {
-  return RunShellCommand(command_line, input);
+  return RunShellLine(command_line, input);
+}
+
+int LinuxPlatform::SendPortMessage(std::int64_t port, std::string_view text) {
+  return ports::SendPortMessage(port, text);
+}
+
+int LinuxPlatform::MonitorOn(std::int64_t port, std::string_view file, std::string_view options) {
+  return ports::MonitorOn(port, file, options);
+}
+
+int LinuxPlatform::MonitorOff(std::int64_t port) { return ports::MonitorOff(port); }
+
+std::vector<std::int64_t> LinuxPlatform::ListeningPorts(std::int64_t first, std::int64_t last) {
+  return ports::ListeningPorts(first, last);
 }
 
 }  // namespace ptick

@@ -5,9 +5,13 @@
 
 namespace ptick {
 
-/// Runs a command line with the shell as Platform::RunShell says. The command `dcopy`, which copies
-/// its input to its output, is the platform's where that is on the path, and stood in for where it
-/// is not.
-int RunShellCommand(const std::string& command_line, std::string_view input);
+/// Runs `line` with /bin/sh, `input` as its standard input, and waits until the shell has ended.
+/// Standard output and standard error are this process's. Returns its exit status, 128 plus the
+/// signal number when a signal ended it, 127 when it could not be started. An input that the line
+/// does not read to its end does no harm.
+///
+/// The command `dcopy`, which copies its input to its output, is there also where the platform is
+/// not installed.
+int RunShellLine(const std::string& line, std::string_view input);
 
 }  // namespace ptick
