@@ -29,9 +29,9 @@ inline std::uint64_t ControlBytesPortable(const char* text) {
 
 inline std::uint64_t ControlBytes(const char* text) {
   const __m128i ten = _mm_set1_epi8(10);
-  const auto sixteen = [ten, text](int i) {
+  const auto sixteen = [ten, text](unsigned i) {
     __m128i bytes;  // NOLINT(*-init-variables): loaded next
-    std::memcpy(&bytes, text + std::ptrdiff_t{16} * i, sizeof bytes);
+    std::memcpy(&bytes, text + std::size_t{16} * i, sizeof bytes);
     const __m128i low = _mm_cmpeq_epi8(_mm_min_epu8(bytes, ten), bytes);
     return static_cast<std::uint64_t>(static_cast<unsigned>(_mm_movemask_epi8(low))) << (16U * i);
   };

@@ -9,6 +9,7 @@
 namespace ptick {
 
 /// Operations on plain text. All are total: positions and counts out of range give empty results.
+/// Bytes are bytes: NUL and those above 127 are like any other. Returned views point into x.
 
 /// The length in bytes.
 std::int64_t Len(std::string_view x);
@@ -29,7 +30,8 @@ std::string_view TrimTrailing(std::string_view x, char c = ' ');
 /// n blanks; none when n is zero or less.
 std::string Space(std::int64_t n);
 
-/// The one-byte string of a code; codes are taken modulo 256, what is not numeric counts as 0.
+/// The one-byte string of a code; codes are cut to whole numbers and taken modulo 256 (-1 is 255),
+/// what is not numeric counts as 0.
 std::string Char(const Value& code);
 
 /// The code of the first byte; 0 for the empty text.
@@ -43,8 +45,8 @@ std::string UpperCase(std::string_view x);
 std::string LowerCase(std::string_view x);
 
 /// Whether the whole of x matches the pattern: a sequence of digit counts followed by N (exactly
-/// that many digits, "0N" any number of them) and literals in apostrophes. A malformed pattern
-/// matches nothing.
+/// that many digits, "0N" any number of them) and literals in apostrophes. The empty pattern
+/// matches the empty text; a malformed pattern matches nothing.
 bool Matches(std::string_view x, std::string_view pattern);
 
 }  // namespace ptick
