@@ -1,7 +1,7 @@
 """Goldens: one readable case a folder, tests/golden/<report>/<case>/.
 
-cmd       the shell command, run in a copy of the folder with ptick on the path and $EXAMPLES naming
-          the examples
+cmd       the shell command, run in a copy of the folder that also has the examples, with ptick on
+          the path
 expected  what it prints: standard output, then where there are any a section for the terminal, for
           the exit status and for each file named in `shows`
 shows     optional: files that the command writes and that belong to the result, a name a line
@@ -48,11 +48,12 @@ def outcome(case):
     with tempfile.TemporaryDirectory(prefix="ptick-golden-") as folder:
         work = os.path.join(folder, "case")
         shutil.copytree(os.path.join(GOLDEN_DIR, case), work)
+        os.symlink(os.path.join(SOURCE_DIR, "examples"), os.path.join(work, "examples"))
         path = os.path.dirname(os.path.abspath(PTICK)) + os.pathsep + os.environ["PATH"]
         process = subprocess.run(
             ["sh", "-c", read(work, "cmd").decode()],
             cwd=work,
-            env=clean_environment(PATH=path, EXAMPLES=os.path.join(SOURCE_DIR, "examples")),
+            env=clean_environment(PATH=path),
             stdin=subprocess.DEVNULL,
             capture_output=True,
             timeout=60,

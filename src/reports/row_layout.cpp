@@ -111,8 +111,12 @@ void RowLayout::LayOut(const TickEntry& entry, char* row) {
 Value RowLayout::SubtotalPercent() const { return Divide(subtotal_hundredths_.Total(), 100); }
 
 void RowLayout::SetTicks(std::uint32_t ticks) {
+  std::array<char, 10> digits;  // NOLINT(*-member-init): written by to_chars
+  if (!total_is_whole_) {
+    SetTicks(NumberDigits(ticks, digits));
+    return;
+  }
   if (!ticks_known_ || ticks != previous_ticks_) {
-    std::array<char, 10> digits;  // NOLINT(*-member-init): written by to_chars
     previous_ticks_ = ticks;
     previous_hundredths_ = Hundredths(ticks);
     ticks_known_ = true;
