@@ -61,19 +61,26 @@ TEST_F(Endpoint, GivesMonitorRequestsToBeAnswered) {
     talk.Say(std::to_string(MonitorOn(5, "out.txt", "a b")));
     talk.Say(std::to_string(MonitorOff(5)));
   });
-  auto on = endpoint.Receive(std::nullopt);
-  ASSERT_TRUE(on);
-  EXPECT_EQ(on->Request.What, Kind::kMonitorOn);
-  EXPECT_EQ(on->Request.File, "out.txt");
-  EXPECT_EQ(on->Request.Options, "a b");
-  EXPECT_EQ(on->Reply(17), 0);
-  EXPECT_EQ(on->Reply(17), ENOTCONN) << "answered already";
+  auto on = endpoint.Receive(std::nullopt).value();
+  EXPECT_EQ(on.Request.What, Kind::kMonitorOn);
+  EXPECT_EQ(on.Request.File + "|" + on.Request.Options, "out.txt|a b");
+  EXPECT_EQ(on.Reply(17), 0);
   EXPECT_EQ(caller.Hear(), "17");
-  auto off = endpoint.Receive(std::nullopt);
-  ASSERT_TRUE(off);
-  EXPECT_EQ(off->Request.What, Kind::kMonitorOff);
-  EXPECT_EQ(off->Reply(0), 0);
+  auto off = endpoint.Receive(std::nullopt).value();
+  EXPECT_EQ(off.Request.What, Kind::kMonitorOff);
+  EXPECT_EQ(off.Reply(0), 0);
   EXPECT_EQ(caller.Hear(), "0");
+}
+
+TEST_F(Endpoint, AnswersOnce) {
+  PortEndpoint endpoint(5);
+  const UniqueFd peer = testing::ConnectTo(Socket(5));
+  testing::WritePacket(peer, "KIVA:OFF");
+  auto off = endpoint.Receive(kNow).value();
+  EXPECT_EQ(off.Reply(17), 0);
+  EXPECT_EQ(off.Reply(18), ENOTCONN);
+  EXPECT_EQ(testing::ReadPacket(peer), "17");
+  EXPECT_EQ(testing::ReadPacket(peer), "") << "the end of the connection";
 }
 
 TEST_F(Endpoint, RefusesWhatGoesUnanswered) {
@@ -155,25 +162,37 @@ TEST_F(Endpoint, DropsTheOldestOfTooManySilentPeers) {
   EXPECT_EQ(NextText(endpoint), "later");
 }
 
-TEST_F(Endpoint, DropsRequestsThatAreTooLong) {
-  PortEndpoint endpoint(5);
-  const UniqueFd peer = testing::ConnectTo(Socket(5));
+/// A connection that can send packets beyond what the system allows everybody; none without the
+/// right to.
+UniqueFd ConnectWithRoom(const std::filesystem::path& path) {
+  UniqueFd peer = testing::ConnectTo(path);
   const int size = 1 << 20;
   if (setsockopt(peer.Get(), SOL_SOCKET, SO_SNDBUFFORCE, &size, sizeof size) != 0) {
+    return {};
+  }
+  return peer;
+}
+
+TEST_F(Endpoint, ReceivesTheLongestRequests) {
+  PortEndpoint endpoint(5);
+  const UniqueFd peer = ConnectWithRoom(Socket(5));
+  if (!peer.IsOpen()) {
     GTEST_SKIP() << "needs the right to send long packets";
   }
   const std::string longest(kLargestRequest, 'x');
-  ASSERT_EQ(send(peer.Get(), longest.data(), longest.size(), 0),
-            static_cast<ssize_t>(longest.size()));
+  ASSERT_TRUE(testing::WritePacket(peer, longest));
   EXPECT_EQ(NextText(endpoint), longest);
+}
 
-  const UniqueFd other = testing::ConnectTo(Socket(5));
-  ASSERT_EQ(setsockopt(other.Get(), SOL_SOCKET, SO_SNDBUFFORCE, &size, sizeof size), 0);
-  const std::string too_long = longest + "x";
-  ASSERT_EQ(send(other.Get(), too_long.data(), too_long.size(), 0),
-            static_cast<ssize_t>(too_long.size()));
+TEST_F(Endpoint, DropsRequestsThatAreTooLong) {
+  PortEndpoint endpoint(5);
+  const UniqueFd peer = ConnectWithRoom(Socket(5));
+  if (!peer.IsOpen()) {
+    GTEST_SKIP() << "needs the right to send long packets";
+  }
+  ASSERT_TRUE(testing::WritePacket(peer, std::string(kLargestRequest + 1, 'x')));
   EXPECT_EQ(NextText(endpoint), "(none)");
-  EXPECT_EQ(testing::ReadPacket(other), "") << "the end of the connection";
+  EXPECT_EQ(testing::ReadPacket(peer), "") << "the end of the connection";
 }
 
 TEST_F(Endpoint, ListensToProcessesOfTheSameUserOnly) {

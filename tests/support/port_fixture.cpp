@@ -82,8 +82,9 @@ std::string ReadPacket(const UniqueFd& socket) {
   return packet;
 }
 
-void WritePacket(const UniqueFd& socket, std::string_view packet) {
-  send(socket.Get(), packet.data(), packet.size(), MSG_NOSIGNAL);
+bool WritePacket(const UniqueFd& socket, std::string_view packet) {
+  return send(socket.Get(), packet.data(), packet.size(), MSG_NOSIGNAL) ==
+         static_cast<ssize_t>(packet.size());
 }
 
 void AwaitReadable(int descriptor) {

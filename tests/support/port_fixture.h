@@ -40,7 +40,8 @@ UniqueFd ConnectTo(const std::filesystem::path& path);
 UniqueFd AcceptFrom(const UniqueFd& listener);
 /// The next packet, waited for; empty at the end of the connection.
 std::string ReadPacket(const UniqueFd& socket);
-void WritePacket(const UniqueFd& socket, std::string_view packet);
+/// Whether the packet has been taken.
+bool WritePacket(const UniqueFd& socket, std::string_view packet);
 /// Waits until there is something to read, without reading it.
 void AwaitReadable(int descriptor);
 
