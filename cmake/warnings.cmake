@@ -5,5 +5,5 @@ target_compile_options(ptick_warnings INTERFACE
   -Wnon-virtual-dtor -Woverloaded-virtual -Wnull-dereference -Werror)
 # GCC 12 sees overlaps and overruns in the concatenation of strings where there are none.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-  target_compile_options(ptick_warnings INTERFACE -Wno-restrict -Wno-array-bounds -Wno-stringop-overflow)
+  target_compile_options(ptick_warnings INTERFACE -Wno-restrict -Wno-array-bounds -Wno-stringop-overflow -Wno-stringop-overread)
 endif()
