@@ -1,0 +1,61 @@
+"""Measures ptick from end to end; started by bench/end_to_end, whose --help explains."""
+
+import argparse
+import os
+import pathlib
+import platform
+import tempfile
+
+import profiles
+import rivals
+import tables
+import works
+
+
+def parse_arguments():
+    parser = argparse.ArgumentParser(add_help=False)
+    parser.add_argument("--build", required=True)
+    parser.add_argument("--ptick")
+    parser.add_argument("--small", dest="size", action="store_const", const="small")
+    parser.add_argument("--full", dest="size", action="store_const", const="full")
+    parser.add_argument("--no-rivals", action="store_true")
+    parser.set_defaults(size="default")
+    return parser.parse_args()
+
+
+def describe_machine():
+    model = next((line.split(":")[1].strip()
+                  for line in pathlib.Path("/proc/cpuinfo").read_text().splitlines()
+                  if line.startswith("model name")), platform.machine())
+    load = os.getloadavg()[0]
+    print(f"{model}, {os.cpu_count()} cores, load {load:.2f} at the start", end="\n\n")
+
+
+def check_rows(generated, programs):
+    one = [generated.one(20_000, "--programs", 50, "--last-line", 900)]
+    several = generated.several(3, 20_000, "--common", "--programs", 50, "--last-line", 900)
+    for work, files in (("lines", one), ("programs", one), ("merge", several)):
+        programs.check_same_rows(work, files)
+
+
+def main():
+    arguments = parse_arguments()
+    build = pathlib.Path(arguments.build)
+    programs = rivals.Programs(arguments.ptick or build / "ptick", build / "bench")
+    sizes = works.SIZES[arguments.size]
+    describe_machine()
+    with tempfile.TemporaryDirectory(prefix="ptick_bench.") as name:
+        scratch = pathlib.Path(name)
+        generated = profiles.Profiles(programs.generator(), scratch)
+        check_rows(generated, programs)
+        compared = works.compare(works.compared(sizes, generated), programs,
+                                 not arguments.no_rivals)
+        compared |= works.compare_start(generated, programs)
+        print(tables.comparison(compared), end="\n\n")
+        print(tables.line_growth(compared, sizes.comparison), end="\n\n", flush=True)
+        followed = works.follow(sizes, generated, programs, scratch)
+        print(tables.growth(followed, sizes.rest))
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,54 @@
+"""The results as Markdown tables."""
+
+COMPARED = ("plain scan", "wc -l", "true", "plain C++", "sort + mawk", "sqlite3")
+
+
+def comparison(results):
+    """One row per work: ptick's figures, then the times of the others as multiples of ptick's."""
+    lines = ["| work | ptick | " + " | ".join(COMPARED) + " |",
+             "|---|---|" + "---|" * len(COMPARED)]
+    for title, figures in results.items():
+        own = figures["ptick"]
+        cells = [title, f"{_seconds(own.seconds)}, {_megabytes(own)}"]
+        for name in COMPARED:
+            other = figures.get(name)
+            cells.append(f"{_ratio(other.seconds / own.seconds)}, {_megabytes(other)}"
+                         if other else "")
+        lines.append("| " + " | ".join(cells) + " |")
+    return "\n".join(lines)
+
+
+def line_growth(results, sizes):
+    """How the time per line changes from size to size, from the results of the comparison."""
+    lines = ["| time per line | " + " | ".join(f"{size:,}" for size in sizes) + " |",
+             "|---|" + "---|" * len(sizes)]
+    for work in ("W1", "W2"):
+        own = [figures["ptick"] for title, figures in results.items() if title.startswith(work)]
+        cells = [f"{figures.seconds / size * 1e9:.0f} ns" for figures, size in zip(own, sizes)]
+        lines.append("| " + " | ".join([work, *cells]) + " |")
+    return "\n".join(lines)
+
+
+def growth(results, sizes):
+    """One row per work: the figures at both sizes, and how the time per line changes between."""
+    small, large = sizes
+    lines = [f"| work | {small:,} lines | {large:,} lines | time per line changes by |",
+             "|---|---|---|---|"]
+    for title, (few, many) in results.items():
+        change = many.seconds / large / (few.seconds / small)
+        lines.append(f"| {title} | {_seconds(few.seconds)}, {_megabytes(few)} "
+                     f"| {_seconds(many.seconds)}, {_megabytes(many)} | {_ratio(change)} |")
+    return "\n".join(lines)
+
+
+def _seconds(seconds):
+    return f"{seconds * 1000:.2f} ms" if seconds < 0.01 else f"{seconds:.3f} s"
+
+
+def _ratio(ratio):
+    return f"× {ratio:.2f}" if ratio < 10 else f"× {ratio:.0f}"
+
+
+def _megabytes(figures):
+    return f"{figures.peak_kb / 1000:.1f} MB" if figures.peak_kb < 10_000 else (
+        f"{figures.peak_kb / 1000:.0f} MB")
