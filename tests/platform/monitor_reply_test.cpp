@@ -33,9 +33,16 @@ TEST_F(MonitorReply, IsTheResult) {
     EXPECT_EQ(listener.Hear(), "listening");
     EXPECT_EQ(MonitorOn(5, "out.txt", "opts"), result);
     EXPECT_EQ(MonitorOff(5), result);
-    EXPECT_EQ(listener.Hear(), "on out.txt|opts");
-    EXPECT_EQ(listener.Hear(), "off");
   }
+}
+
+TEST_F(MonitorReply, ComesAfterTheRequestHasBeenSeen) {
+  const ChildProcess listener([](const Talk& talk) { testing::RunListener(talk, 5); });
+  EXPECT_EQ(listener.Hear(), "listening");
+  EXPECT_EQ(MonitorOn(5, "out.txt", "opts"), 0);
+  EXPECT_EQ(listener.Hear(), "on out.txt|opts");
+  EXPECT_EQ(MonitorOff(5), 0);
+  EXPECT_EQ(listener.Hear(), "off");
 }
 
 TEST_F(MonitorReply, AnswersTheRequestAsItIsOnTheWire) {
