@@ -85,8 +85,8 @@ TEST_F(MonitorReply, IsANumberOrAnError) {
       {"+7", EPROTO},
       {"5.5", EPROTO},
       {std::string("7\0", 2), EPROTO},
-      {std::string(31, '0') + "7", 7},
-      {std::string(32, '0') + "7", EPROTO},
+      {std::string(32, '0'), 0},
+      {std::string(33, '0'), EPROTO},
       {std::string(100000, '7'), EPROTO},
       {"", ECONNRESET},
   };
