@@ -24,7 +24,7 @@ std::string Text(ProfileMerge& merge) {
   return text;
 }
 
-std::string Merged(std::initializer_list<std::string_view> lines) {
+std::string Merged(const std::vector<std::string_view>& lines) {
   ProfileMerge merge;
   for (const std::string_view line : lines) {
     merge.AddLine(Tabs(line));
@@ -197,7 +197,7 @@ TEST(ProfileMerge, PassesOverOtherLines) {
 
 // Keys are the whole line but its last field, compared byte by byte.
 TEST(ProfileMerge, TellsKeysApart) {
-  const std::vector<std::initializer_list<std::string_view>> apart = {
+  const std::vector<std::vector<std::string_view>> apart = {
       {"PROFILE:trace|P|10|3", "PROFILE:trace|P|11|3"},
       {"PROFILE:trace|P|10|3", "PROFILE:trace|Q|10|3"},
       {"PROFILE:trace|P|10|3", "PROFILE:trace|p|10|3"},
