@@ -27,7 +27,7 @@ std::string Text(ProfileMerge& merge) {
 std::string Merged(const std::vector<std::string_view>& lines) {
   ProfileMerge merge;
   for (const std::string_view line : lines) {
-    merge.AddLine(Tabs(line));
+    merge.AddLines(Tabs(line) + "\n");
   }
   return Text(merge);
 }
@@ -79,7 +79,7 @@ void ExpectMerged(std::initializer_list<std::string_view> types, const std::vect
       ProfileMerge merge;
       const std::string key = "PROFILE:" + std::string(type) + "\t";
       for (const std::string_view value : row.Values) {
-        merge.AddLine(key + std::string(value));
+        merge.AddLines(key + std::string(value) + "\n");
       }
       EXPECT_EQ(Text(merge), key + std::string(row.Want) + "\n")
           << type << " from " << row.Values.front();
@@ -163,10 +163,10 @@ TEST(ProfileMerge, AddsAllOtherValues) {
 TEST(ProfileMerge, DropsWhatIsOfOneRunOnly) {
   for (const std::string_view type : {"pid", "ppid", "typerate", "resource", "input", "program"}) {
     ProfileMerge merge;
-    merge.AddLine("PROFILE:" + std::string(type) + "\t5");
-    merge.AddLine("PROFILE:" + std::string(type) + "\ta\tb\t5");
+    merge.AddLines("PROFILE:" + std::string(type) + "\t5\n");
+    merge.AddLines("PROFILE:" + std::string(type) + "\ta\tb\t5\n");
     EXPECT_TRUE(merge.Empty()) << type;
-    merge.AddLine("PROFILE:ticks\t5");
+    merge.AddLines("PROFILE:ticks\t5\n");
     EXPECT_FALSE(merge.Empty());
     EXPECT_EQ(Text(merge), "PROFILE:ticks\t5\n") << type;
   }
@@ -189,7 +189,7 @@ TEST(ProfileMerge, PassesOverOtherLines) {
   };
   for (const std::string_view line : lines) {
     ProfileMerge merge;
-    merge.AddLine(Tabs(line));
+    merge.AddLines(Tabs(line) + "\n");
     EXPECT_TRUE(merge.Empty()) << line;
     EXPECT_EQ(merge.Next(), "") << line;
   }
@@ -245,11 +245,11 @@ TEST(ProfileMerge, HandsOutAnyNumberOfLines) {
   std::string want;
   for (int line = 1; line <= 50000; ++line) {
     const std::string key = "PROFILE:trace\tPROGRAM\t" + std::to_string(line) + "\t";
-    merge.AddLine(key + "1");
+    merge.AddLines(key + "1" + "\n");
     want += key + "3\n";
   }
   for (int line = 50000; line >= 1; --line) {
-    merge.AddLine("PROFILE:trace\tPROGRAM\t" + std::to_string(line) + "\t2");
+    merge.AddLines("PROFILE:trace\tPROGRAM\t" + std::to_string(line) + "\t2\n");
   }
   EXPECT_TRUE(Text(merge) == want);
   EXPECT_EQ(merge.Next(), "");
@@ -257,7 +257,7 @@ TEST(ProfileMerge, HandsOutAnyNumberOfLines) {
 
 TEST(ProfileMerge, HasReadableBytesBehindItsBlocks) {
   ProfileMerge merge;
-  merge.AddLine("PROFILE:ticks\t5");
+  merge.AddLines("PROFILE:ticks\t5\n");
   const std::string_view block = merge.Next();
   EXPECT_EQ(std::string(block.data() + block.size(), kBlockPadding).size(), kBlockPadding);
 }
