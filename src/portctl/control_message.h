@@ -24,8 +24,8 @@ ControlCall SplitControlCall(const std::vector<std::string>& arguments);
 /// printed or changed, when the call is none of these.
 ///
 /// A range costs one look at the listening ports and one send for each; ports that nobody listens
-/// on are counted as failed without being tried. Counts are exact up to 9223372036854775807 ports;
-/// a larger one is rounded to the 15 digits of a floating number, and sending is not affected.
+/// on are counted as failed without being tried. Counts are exact up to 9223372036854775807; a
+/// greater one is that of a floating number, 15 digits of it exact.
 bool SendControlMessages(const ControlCall& call, Platform& platform, Output& output);
 
 }  // namespace ptick

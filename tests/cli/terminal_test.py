@@ -103,26 +103,24 @@ class TerminalTest(ProgramTest):
             before = terminal.attributes()
             terminal.wait_for_key_wait()
             terminal.interrupt(number)
-            os.waitid(os.P_PID, terminal.pid, os.WEXITED | os.WNOWAIT)
             with self.subTest(signal=number):
+                self.assertEqual(f"ended {-number}", terminal.event())
                 self.assertEqual(before, terminal.attributes())
-                self.assertEqual(-number, terminal.end())
 
     def test_the_interrupt_key_ends_a_waiting_run(self):
         terminal = self.start(5, 80)
         before = terminal.attributes()
         terminal.wait_for_key_wait()
         terminal.press(b"\x03")
-        os.waitid(os.P_PID, terminal.pid, os.WEXITED | os.WNOWAIT)
+        self.assertEqual(f"ended {-signal.SIGINT}", terminal.event())
         self.assertEqual(before, terminal.attributes())
-        self.assertEqual(-signal.SIGINT, terminal.end())
 
     def test_a_stopped_run_restores_the_terminal_and_goes_on(self):
         terminal = self.start(5, 80)
         before = terminal.attributes()
         terminal.wait_for_key_wait()
         terminal.interrupt(signal.SIGTSTP)
-        os.waitid(os.P_PID, terminal.pid, os.WSTOPPED | os.WNOWAIT)
+        self.assertEqual("stopped", terminal.event())
         self.assertEqual(before, terminal.attributes())
         terminal.interrupt(signal.SIGCONT)
         terminal.wait_for_key_wait()

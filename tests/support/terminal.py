@@ -11,6 +11,35 @@ import termios
 from support.program import clean_environment
 
 
+def lead_session(terminal, events, keyboard, arguments, folder, environment):
+    """The leader of the terminal's session: starts the program as its foreground job and tells what
+    becomes of it, as a shell would. Does not return."""
+    os.setsid()
+    fcntl.ioctl(terminal, termios.TIOCSCTTY, 0)
+    signal.signal(signal.SIGTTOU, signal.SIG_IGN)
+    signal.signal(signal.SIGHUP, signal.SIG_IGN)
+    job = os.fork()
+    if job == 0:
+        os.setpgid(0, 0)
+        os.tcsetpgrp(terminal, os.getpgrp())
+        signal.signal(signal.SIGTTOU, signal.SIG_DFL)
+        signal.signal(signal.SIGHUP, signal.SIG_DFL)
+        os.dup2(terminal if keyboard else os.open(os.devnull, os.O_RDONLY), 0)
+        os.dup2(terminal, 1)
+        os.dup2(terminal, 2)
+        os.chdir(folder)
+        os.execve(arguments[0], arguments, clean_environment(COLUMNS=None, **environment))
+    os.write(events, b"%d\n" % job)
+    while True:
+        _, status = os.waitpid(job, os.WUNTRACED)
+        if os.WIFSTOPPED(status):
+            os.write(events, b"stopped\n")
+        else:
+            code = -os.WTERMSIG(status) if os.WIFSIGNALED(status) else os.WEXITSTATUS(status)
+            os.write(events, b"ended %d\n" % code)
+            os._exit(0)
+
+
 class Terminal:
     """A program whose standard streams are a terminal of the given size."""
 
@@ -22,18 +51,23 @@ class Terminal:
         attributes[1] &= ~termios.OPOST  # bytes come through as the program writes them
         termios.tcsetattr(slave, termios.TCSANOW, attributes)
         self.slave = slave
-        self.pid = os.fork()
-        if self.pid == 0:
-            os.setsid()
-            fcntl.ioctl(slave, termios.TIOCSCTTY, 0)
-            if keyboard:
-                os.dup2(slave, 0)
-            else:
-                os.dup2(os.open(os.devnull, os.O_RDONLY), 0)
-            os.dup2(slave, 1)
-            os.dup2(slave, 2)
-            os.chdir(folder)
-            os.execve(arguments[0], arguments, clean_environment(COLUMNS=None, **environment))
+        self.events, events = os.pipe()
+        self.session = os.fork()
+        if self.session == 0:
+            lead_session(slave, events, keyboard, arguments, folder, environment)
+        os.close(events)
+        self.pid = int(self.event())
+
+    def event(self):
+        """What the session tells next: the process number at first, then "stopped" and "ended N"."""
+        text = b""
+        while not text.endswith(b"\n"):
+            readable, _, _ = select.select([self.events], [], [], 20)
+            if not readable:
+                os.kill(self.pid, signal.SIGKILL)
+                raise AssertionError(f"nothing happened; output so far {self.output!r}")
+            text += os.read(self.events, 1)
+        return text.decode().strip()
 
     def attributes(self):
         return termios.tcgetattr(self.slave)
@@ -57,19 +91,24 @@ class Terminal:
 
     def end(self):
         """Reads what is left and returns the exit status, negative for a signal."""
-        os.set_blocking(self.master, False)
+        ended = False
         while True:
-            pid, status = os.waitpid(self.pid, os.WNOHANG)
-            readable, _, _ = select.select([self.master], [], [], 0.01)
-            if readable:
+            readable, _, _ = select.select([self.master, self.events], [], [], 0 if ended else 20)
+            if self.master in readable:
                 self.output += os.read(self.master, 65536)
-            elif pid:
+            elif self.events in readable:
+                status = int(self.event().removeprefix("ended "))
+                ended = True
+                os.waitpid(self.session, 0)
+                os.close(self.events)
+                self.events = self.master
+            else:
                 break
         os.close(self.master)
         os.close(self.slave)
-        if os.WIFSIGNALED(status):
-            return -os.WTERMSIG(status)
-        return os.WEXITSTATUS(status)
+        if not ended:
+            raise AssertionError(f"no end; output so far {self.output!r}")
+        return status
 
     def _read(self, what):
         readable, _, _ = select.select([self.master], [], [], 20)

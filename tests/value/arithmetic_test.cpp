@@ -34,13 +34,13 @@ TEST(Arithmetic, Adds) {
       {-0.1, 0.1, "0"},
       {1.0 / 3, 1.0 / 3, "0.6666"},
       {kMostWhole, 0, "9223372036854775807"},
-      {kMostWhole, 1, "9223372036854780000"},
-      {kLeastWhole, -1, "-9223372036854780000"},
+      {kMostWhole, 1, "9223372036854775808"},
+      {kLeastWhole, -1, "-9223372036854775808"},
       {kMostWhole, kLeastWhole, "-1"},
       {1'000'000'000'000'000, 0.5, "1000000000000000"},
       {100'000'000'000, 0.25, "100000000000.25"},
       {100'000'000'000.25, 1, "100000000001.25"},
-      {kMostWhole, 0.5, "9223372036854780000"},
+      {kMostWhole, 0.5, "9223372036854775808"},
   };
   for (const auto& row : rows) {
     EXPECT_EQ(Add(row.A, row.B).Text(), row.Want) << row.A.Text() << " + " << row.B.Text();
@@ -56,10 +56,10 @@ TEST(Arithmetic, Subtracts) {
       {"", 5, "-5"},
       {"x", "y", "0"},
       {-1, kLeastWhole, "9223372036854775807"},
-      {0, kLeastWhole, "9223372036854780000"},
-      {kLeastWhole, 1, "-9223372036854780000"},
+      {0, kLeastWhole, "9223372036854775808"},
+      {kLeastWhole, 1, "-9223372036854775808"},
       {1.0 / 3, 0.25, "0.0833"},
-      {kMostWhole, 0.5, "9223372036854780000"},
+      {kMostWhole, 0.5, "9223372036854775808"},
   };
   for (const auto& row : rows) {
     EXPECT_EQ(Subtract(row.A, row.B).Text(), row.Want) << row.A.Text() << " - " << row.B.Text();
@@ -80,8 +80,8 @@ TEST(Arithmetic, Multiplies) {
       {0.5, 0.5, "0.25"},
       {-0.5, 0, "0"},
       {3037000500, 3037000500, "9223372037000250000"},
-      {kMostWhole, 10, "92233720368547800000"},
-      {kLeastWhole, -1, "9223372036854780000"},
+      {kMostWhole, 10, "92233720368547758080"},
+      {kLeastWhole, -1, "9223372036854775808"},
       {0.1, kMostWhole, "922337203685478000"},
       {12345678.9012, 12345678.9012, "152415787531535"},
       {1.0 / 3, 3, "1"},
@@ -111,7 +111,7 @@ TEST(Arithmetic, Divides) {
       {-5, "0.00", "0"},
       {0, 0, "0"},
       {kMostWhole, kMostWhole, "1"},
-      {kLeastWhole, -1, "9223372036854780000"},
+      {kLeastWhole, -1, "9223372036854775808"},
       {kMostWhole, 0.5, "18446744073709600000"},
       {1.0 / 3, 2, "0.1666"},
   };
@@ -192,12 +192,12 @@ TEST(Arithmetic, NegatesAndIncrements) {
   EXPECT_EQ(Negate("").Text(), "0");
   EXPECT_EQ(Negate("abc").Text(), "0");
   EXPECT_EQ(Negate(kMostWhole).Text(), "-9223372036854775807");
-  EXPECT_EQ(Negate(kLeastWhole).Text(), "9223372036854780000");
+  EXPECT_EQ(Negate(kLeastWhole).Text(), "9223372036854775808");
   EXPECT_EQ(Increment(41).Text(), "42");
   EXPECT_EQ(Increment("").Text(), "1");
   EXPECT_EQ(Increment("x").Text(), "1");
   EXPECT_EQ(Increment("-0.5").Text(), "0.5");
-  EXPECT_EQ(Increment(kMostWhole).Text(), "9223372036854780000");
+  EXPECT_EQ(Increment(kMostWhole).Text(), "9223372036854775808");
 }
 
 TEST(Arithmetic, IntCutsTowardZero) {

@@ -4,8 +4,11 @@
 
 #include <ctime>
 
+#include "platform/linux/commands.h"
+#include "platform/linux/ports.h"
 #include "platform/linux/process_start.h"
 #include "platform/linux/record_files.h"
+#include "platform/linux/shell.h"
 #include "platform/linux/system_values.h"
 #include "platform/linux/terminal.h"
 
@@ -51,18 +54,29 @@ bool LinuxPlatform::HasKeyboard() { return ::isatty(STDIN_FILENO) == 1; }
 
 std::int64_t LinuxPlatform::PageLength() { return ReadPageLength(); }
 
-// Not there yet: keys and commands.
-std::optional<char> LinuxPlatform::ReadKey() { return std::nullopt; }
+std::optional<char> LinuxPlatform::ReadKey() { return WaitForKey(); }
 
 void LinuxPlatform::CaptureFirstLines(const std::vector<std::vector<std::string>>& commands,
                                       const std::function<void(std::string_view)>& done) {
-  for (std::size_t i = 0; i < commands.size(); ++i) {
-    done({});
-  }
+  CaptureOutputs(commands, done);
 }
 
-int LinuxPlatform::RunShell(const std::string& /*command_line*/, std::string_view /*input*/) {
-  return 127;
+int LinuxPlatform::RunShell(const std::string& command_line, std::string_view input) {
+  return RunShellLine(command_line, input);
+}
+
+int LinuxPlatform::SendPortMessage(std::int64_t port, std::string_view text) {
+  return ports::SendPortMessage(port, text);
+}
+
+int LinuxPlatform::MonitorOn(std::int64_t port, std::string_view file, std::string_view options) {
+  return ports::MonitorOn(port, file, options);
+}
+
+int LinuxPlatform::MonitorOff(std::int64_t port) { return ports::MonitorOff(port); }
+
+std::vector<std::int64_t> LinuxPlatform::ListeningPorts(std::int64_t first, std::int64_t last) {
+  return ports::ListeningPorts(first, last);
 }
 
 }  // namespace ptick

@@ -18,6 +18,10 @@ void PrepareProcess() {
   ::signal(SIGPIPE, SIG_IGN);
   ::signal(SIGXFSZ, SIG_IGN);
   ::signal(SIGCHLD, SIG_DFL);
+  sigset_t child_ends = {};
+  ::sigemptyset(&child_ends);
+  ::sigaddset(&child_ends, SIGCHLD);
+  ::sigprocmask(SIG_UNBLOCK, &child_ends, nullptr);
 }
 
 }  // namespace ptick

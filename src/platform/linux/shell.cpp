@@ -1,0 +1,76 @@
+#include "platform/linux/shell.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <optional>
+
+#include "platform/linux/child_process.h"
+#include "platform/linux/signal_hold.h"
+#include "platform/linux/unique_fd.h"
+
+namespace ptick {
+namespace {
+
+constexpr int kNotStarted = 127;
+
+// On the line's own first line, so that the line numbers in the shell's messages stay right.
+constexpr const char* kDcopyStandIn = "command -v dcopy >/dev/null 2>&1 || dcopy() { cat; }; ";
+
+// Writes what the pipe takes off the front of `input`. False when nobody reads it any more.
+bool WriteSome(int pipe, std::string_view& input) {
+  const ssize_t written = ::write(pipe, input.data(), input.size());
+  if (written < 0) {
+    return errno == EAGAIN || errno == EINTR;
+  }
+  input.remove_prefix(static_cast<std::size_t>(written));
+  return true;
+}
+
+// Hands `input` to the shell until it is used up, nobody reads it any more, or the shell has ended:
+// something that it left running may keep the pipe open and never read. Returns the exit status in
+// the last case.
+std::optional<int> Feed(pid_t shell, int pipe, std::string_view input) {
+  SignalHold hold;
+  ::fcntl(pipe, F_SETFL, O_NONBLOCK);
+  while (!input.empty()) {
+    if (const std::optional<int> status = PollChild(shell)) {
+      return status;
+    }
+    std::array<pollfd, 2> sources = {{{.fd = pipe, .events = POLLOUT, .revents = 0},
+                                      {.fd = hold.Descriptor(), .events = POLLIN, .revents = 0}}};
+    ::poll(sources.data(), sources.size(), -1);
+    while (const std::optional<int> signal = hold.Take()) {
+      SignalHold::Deliver(*signal);
+    }
+    if (sources[0].revents != 0 && !WriteSome(pipe, input)) {
+      break;
+    }
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+int RunShellLine(const std::string& line, std::string_view input) {
+  std::array<int, 2> ends = {-1, -1};
+  if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
+    return kNotStarted;
+  }
+  UniqueFd read_end(ends[0]);
+  UniqueFd write_end(ends[1]);
+  const std::optional<pid_t> shell =
+      StartChild("/bin/sh", {"sh", "-c", kDcopyStandIn + line}, {.Input = read_end.Get()});
+  read_end.Close();
+  if (!shell) {
+    return kNotStarted;
+  }
+  const std::optional<int> status = Feed(*shell, write_end.Get(), input);
+  write_end.Close();
+  return status ? *status : WaitForChild(*shell);
+}
+
+}  // namespace ptick

@@ -1,0 +1,243 @@
+#include "portctl/control_message.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "portctl/port_platform.h"
+#include "value/output.h"
+
+namespace ptick {
+namespace {
+
+using testing::PortPlatform;
+using Calls = std::vector<std::string>;
+
+TEST(ControlCallSplit, JoinsWhatStandsBehindTheFirstArgument) {
+  struct Row {
+    std::vector<std::string> Arguments;
+    std::string TargetPort;
+    std::string ControlText;
+  };
+  const std::vector<Row> rows = {
+      {{}, "", ""},
+      {{""}, "", ""},
+      {{"5"}, "5", ""},
+      {{"5", "STOP"}, "5", "STOP"},
+      {{"5", "DUMP", "NOW"}, "5", "DUMP NOW"},
+      {{"5", "DUMP NOW"}, "5", "DUMP NOW"},
+      {{"5", " a ", "b  c"}, "5", " a  b  c"},
+      {{"5", ""}, "5", ""},
+      {{"5", "", ""}, "5", " "},
+      {{"5", "", "x", ""}, "5", " x "},
+      {{"", "5", "STOP"}, "", "5 STOP"},
+      {{"-j", "ON", "5"}, "-j", "ON 5"},
+      {{"5", "'a'", "\"b\""}, "5", "'a' \"b\""},
+      {{"5",
+        "a\xFE"
+        "b"},
+       "5",
+       "a b"},
+      {{"5", "\xFE"}, "5", " "},
+      {{"5",
+        "a\xFD"
+        "b\xFC\xFF"},
+       "5",
+       "a\xFD"
+       "b\xFC\xFF"},
+      {{"5\xFE"
+        "STOP"},
+       "5",
+       "STOP"},
+      {{"5\xFE"
+        "STOP",
+        "NOW"},
+       "5",
+       "STOP NOW"},
+      {{"\xFE"
+        "5"},
+       "",
+       "5"},
+  };
+  for (const Row& row : rows) {
+    const ControlCall call = SplitControlCall(row.Arguments);
+    const std::string all = ::testing::PrintToString(row.Arguments);
+    EXPECT_EQ(call.TargetPort, row.TargetPort) << all;
+    EXPECT_EQ(call.ControlText, row.ControlText) << all;
+  }
+}
+
+class ControlMessages : public ::testing::Test {
+ protected:
+  /// Makes the call and writes out what it prints; whether it was taken.
+  bool Send(const std::string& target_port, const std::string& control_text) {
+    platform_.Calls.clear();
+    platform_.Printed.clear();
+    Output output(platform_);
+    const bool taken = SendControlMessages({target_port, control_text}, platform_, output);
+    output.Finish();
+    EXPECT_EQ(platform_.OnTheTerminal, "");
+    return taken;
+  }
+
+  PortPlatform& Ports() { return platform_; }
+
+ private:
+  PortPlatform platform_;
+};
+
+TEST_F(ControlMessages, GoToOnePort) {
+  Ports().Results = {{5, 0}};
+  EXPECT_TRUE(Send("5", "DUMP NOW"));
+  EXPECT_EQ(Ports().Calls, Calls{"send 5 TICKCTL:DUMP NOW"});
+  EXPECT_EQ(Ports().Printed, "Message sent successfully to port 5\n");
+}
+
+TEST_F(ControlMessages, ShowThePortAsItWasTypedAndUseItAsANumber) {
+  struct Row {
+    std::string TargetPort;
+    std::string Call;
+    std::string Printed;
+  };
+  const std::vector<Row> rows = {
+      {"007", "send 7 TICKCTL:X", "Message sent successfully to port 007\n"},
+      {"0", "send 0 TICKCTL:X", "Error number 2 sending message to port 0\n"},
+      {"000", "send 0 TICKCTL:X", "Error number 2 sending message to port 000\n"},
+      {"8", "send 8 TICKCTL:X", "Error number 11 sending message to port 8\n"},
+      {"2147483648", "send 2147483648 TICKCTL:X",
+       "Error number 2 sending message to port 2147483648\n"},
+      {"9223372036854775807", "send 9223372036854775807 TICKCTL:X",
+       "Error number 2 sending message to port 9223372036854775807\n"},
+      {"99999999999999999999", "send 9223372036854775807 TICKCTL:X",
+       "Error number 2 sending message to port 99999999999999999999\n"},
+  };
+  Ports().Results = {{7, 0}, {8, 11}};
+  for (const Row& row : rows) {
+    EXPECT_TRUE(Send(row.TargetPort, "X"));
+    EXPECT_EQ(Ports().Calls, Calls{row.Call});
+    EXPECT_EQ(Ports().Printed, row.Printed);
+  }
+}
+
+TEST_F(ControlMessages, PrintTheErrorNumberWhateverItIs) {
+  for (const int error : {1, 13, 111, 256, -1}) {
+    Ports().Results = {{5, error}};
+    EXPECT_TRUE(Send("5", "X"));
+    EXPECT_EQ(Ports().Printed,
+              "Error number " + std::to_string(error) + " sending message to port 5\n");
+  }
+}
+
+TEST_F(ControlMessages, AreSentWithNothingButABlank) {
+  Ports().Results = {{5, 0}};
+  EXPECT_TRUE(Send("5", " "));
+  EXPECT_EQ(Ports().Calls, Calls{"send 5 TICKCTL: "});
+}
+
+TEST_F(ControlMessages, AreLeftToTheReportsInAnyOtherForm) {
+  const std::vector<std::vector<std::string>> rows = {
+      {"", ""},
+      {"", "X"},
+      {"5", ""},
+      {"007", ""},
+      {"+5", "X"},
+      {"-5", "X"},
+      {"5a", "X"},
+      {"05-x", "X"},
+      {"5-", "X"},
+      {"-", "X"},
+      {"5--7", "X"},
+      {"5-7-9", "X"},
+      {"5 -7", "X"},
+      {" 5", "X"},
+      {"5 ", "X"},
+      {"5.5", "X"},
+      {"5\n", "X"},
+      {"run1", "X"},
+      {"-j", "ON"},
+      {"1-2a", "X"},
+      {"a1-2", "X"},
+      {"%", "X"},
+      {"5,7", "X"},
+      {"-5-7", "X"},
+      {"5-+7", "X"},
+      {"5\xE2\x80\x93"
+       "7",
+       "X"},
+  };
+  for (const auto& row : rows) {
+    EXPECT_FALSE(Send(row[0], row[1])) << row[0];
+    EXPECT_EQ(Ports().Calls, Calls{}) << row[0];
+    EXPECT_EQ(Ports().Printed, "") << row[0];
+  }
+}
+
+TEST_F(ControlMessages, GoToEachListeningPortOfARangeInOrder) {
+  Ports().Results = {{2, 0}, {3, 0}, {5, 111}, {9, 0}, {10, 0}};
+  EXPECT_TRUE(Send("3-9", "DUMP NOW"));
+  EXPECT_EQ(Ports().Calls, (Calls{"list 3 9", "send 3 TICKCTL:DUMP NOW", "send 5 TICKCTL:DUMP NOW",
+                                  "send 9 TICKCTL:DUMP NOW"}));
+  EXPECT_EQ(Ports().Printed, "Message sent successfully to 2 ports and failed to 5 ports\n");
+}
+
+TEST_F(ControlMessages, AreBareInARangeWithoutCommands) {
+  Ports().Results = {{3, 0}, {4, 0}};
+  EXPECT_TRUE(Send("3-4", ""));
+  EXPECT_EQ(Ports().Calls, (Calls{"list 3 4", "send 3 TICKCTL:", "send 4 TICKCTL:"}));
+  EXPECT_EQ(Ports().Printed, "Message sent successfully to 2 ports and failed to 0 ports\n");
+}
+
+TEST_F(ControlMessages, AreCountedOverTheWholeRange) {
+  struct Row {
+    std::string Range;
+    std::string Sent;
+    std::string Failed;
+  };
+  const std::vector<Row> rows = {
+      {"7-7", "1", "0"},
+      {"007-7", "1", "0"},
+      {"8-8", "0", "1"},
+      {"6-8", "1", "2"},
+      {"06-0008", "1", "2"},
+      {"9-7", "0", "0"},
+      {"10-9", "0", "0"},
+      {"9-10", "0", "2"},
+      {"0-0", "0", "1"},
+      {"00-0", "0", "1"},
+      {"1-000", "0", "0"},
+      {"0-999999999", "1", "999999999"},
+      {"2147483647-2147483648", "0", "2"},
+      {"0-999999999999999999", "1", "999999999999999999"},
+      {"100000000000000000-999999999999999999", "0", "900000000000000000"},
+      {"1-9223372036854775807", "1", "9223372036854775806"},
+      {"9223372036854775806-9223372036854775807", "0", "2"},
+      {"9223372036854775807-9223372036854775807", "0", "1"},
+      // Beyond 64 bits: as floating numbers have it.
+      {"0-99999999999999999999", "1", "100000000000000000000"},
+      {"99999999999999999999-1", "0", "0"},
+      {"99999999999999999999-99999999999999999998", "0", "0"},
+      {"099999999999999999998-99999999999999999998", "0", "1"},
+  };
+  Ports().Results = {{7, 0}};
+  for (const Row& row : rows) {
+    EXPECT_TRUE(Send(row.Range, "X")) << row.Range;
+    EXPECT_EQ(Ports().Printed, "Message sent successfully to " + row.Sent +
+                                   " ports and failed to " + row.Failed + " ports\n")
+        << row.Range;
+  }
+}
+
+TEST_F(ControlMessages, SurviveRangesOfAnyLength) {
+  const std::string digits(5000, '9');
+  Ports().Results = {{7, 0}};
+  EXPECT_TRUE(Send("0-" + digits, "X"));
+  EXPECT_TRUE(Ports().Printed.starts_with("Message sent successfully to 1 ports and failed to "));
+  EXPECT_TRUE(Send(digits + "-" + digits, "X"));
+  EXPECT_EQ(Ports().Printed, "Message sent successfully to 0 ports and failed to 1 ports\n");
+  EXPECT_TRUE(Send(digits + "-0", "X"));
+  EXPECT_EQ(Ports().Printed, "Message sent successfully to 0 ports and failed to 0 ports\n");
+}
+
+}  // namespace
+}  // namespace ptick

@@ -1,0 +1,200 @@
+#include "reports/key_script.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "support/report_run.h"
+
+namespace ptick {
+namespace {
+
+class KeyScriptTest : public ReportTest {
+ protected:
+  KeyScriptTest() {
+    options_.KeyScriptFile = "keys.txt";
+    platform_.Clock = 45296;  // 12:34:56
+    platform_.Port = "7";
+    platform_.Account = "mavro";
+  }
+
+  Printed Write() {
+    return Run([&](Output& output) { WriteKeyScript(tables_, options_, platform_, output); });
+  }
+
+  // What the shell command was given to read.
+  std::string Script() {
+    Write();
+    return platform_.ShellRuns.back().Input;
+  }
+};
+
+const std::string kBanner =
+    "*\n"
+    "* This script created at 12:34:56 01 JAN 1970 , port 7 , account mavro\n"
+    "*\n";
+
+TEST_F(KeyScriptTest, FramesTheRecordedInput) {
+  tables_.ProgramCommand = "PROG -JP X";
+  tables_.Hertz = "100";
+  tables_.TypeRate = TypingRate{"20", "500"};
+  tables_.KeyScript = Fields({"SLEEP 1.5", R"(INPUT "abc")", R"(INPUT "x~009" NOCR)"});
+  EXPECT_EQ(Script(), kBanner +
+                          "PROGRAM \"PROG -J X\" STDOUT \"-\" STDERR \"-\"\n"
+                          "PipeNumber = $PIPE\n"
+                          "TYPEDELAY 0.25\n"
+                          "SLEEP 1.5\n"
+                          "INPUT \"abc\"\n"
+                          "INPUT \"x~009\" NOCR\n"
+                          "WAIT PIPE PipeNumber\n");
+}
+
+TEST_F(KeyScriptTest, IsJustTheBannerForAnEmptyProfile) { EXPECT_EQ(Script(), kBanner); }
+
+TEST_F(KeyScriptTest, HasInputWithoutProgramAndClockRate) {
+  tables_.KeyScript = Fields({"INPUT \"\" NOCR", ""});
+  EXPECT_EQ(Script(), kBanner + "INPUT \"\" NOCR\n\n");
+}
+
+TEST_F(KeyScriptTest, ReplacesTheProfilingSwitchOfTheCommand) {
+  struct Case {
+    std::string_view Command;
+    std::string_view Want;
+  };
+  const std::vector<Case> cases = {
+      {"PROG -JP X", "PROG -J X"},
+      {"PROG -JP -JP", "PROG -J -J"},
+      {"PROG -JPX", "PROG -JX"},
+      {"PROG -JPP", "PROG -JP"},
+      {"PROG -JP", "PROG -J"},
+      {"-JP PROG", "-JP PROG"},
+      {"PROG-JP", "PROG-JP"},
+      {"PROG -jp", "PROG -jp"},
+      {"PROG -J -P", "PROG -J -P"},
+      {"PROG \"a\" 'b'", "PROG \"a\" 'b'"},
+      {" ", " "},
+      {"PROG -JP  ", "PROG -J  "},
+      {"PR\xffG ~ $x", "PR\xffG ~ $x"},
+  };
+  for (const Case& c : cases) {
+    tables_.ProgramCommand = c.Command;
+    EXPECT_EQ(Script(), kBanner + "PROGRAM \"" + std::string(c.Want) +
+                            "\" STDOUT \"-\" STDERR \"-\"\nPipeNumber = $PIPE\n"
+                            "WAIT PIPE PipeNumber\n")
+        << c.Command;
+  }
+}
+
+TEST_F(KeyScriptTest, GivesTheTypingDelayOfTheWholeRun) {
+  struct Case {
+    std::optional<TypingRate> Rate;
+    std::string_view Hertz;
+    std::string_view Want;
+  };
+  const std::vector<Case> cases = {
+      {TypingRate{"20", "500"}, "100", "TYPEDELAY 0.25\n"},
+      {TypingRate{"3", "100"}, "100", "TYPEDELAY 0.3333\n"},
+      {TypingRate{"0", "500"}, "100", "TYPEDELAY 5\n"},
+      {TypingRate{"0.00", "500"}, "100", "TYPEDELAY 5\n"},
+      {TypingRate{"-0", "500"}, "100", "TYPEDELAY 5\n"},
+      {TypingRate{"", "500"}, "100", "TYPEDELAY 0\n"},
+      {TypingRate{"abc", "500"}, "100", "TYPEDELAY 0\n"},
+      {TypingRate{"20", ""}, "100", "TYPEDELAY 0\n"},
+      {TypingRate{"", ""}, "100", "TYPEDELAY 0\n"},
+      {TypingRate{"-20", "500"}, "100", "TYPEDELAY -0.25\n"},
+      {TypingRate{"20", "500"}, "0", "TYPEDELAY 0\n"},
+      {TypingRate{"20", "500"}, "abc", "TYPEDELAY 0\n"},
+      {TypingRate{"20", "500"}, "", ""},
+      {std::nullopt, "100", ""},
+  };
+  for (const Case& c : cases) {
+    tables_.TypeRate = c.Rate;
+    tables_.Hertz = c.Hertz;
+    options_.TypeRateOption = false;
+    EXPECT_EQ(Script(), kBanner + std::string(c.Want)) << c.Want << " " << c.Hertz;
+    options_.TypeRateOption = true;
+    EXPECT_EQ(Script(), kBanner) << c.Want << " " << c.Hertz;
+  }
+}
+
+TEST_F(KeyScriptTest, DatesTheScriptInLocalTime) {
+  platform_.Zone = [](std::int64_t) { return 12 * 3600; };
+  platform_.Port = "007";
+  platform_.Account = "an account";
+  EXPECT_EQ(Script(),
+            "*\n"
+            "* This script created at 00:34:56 02 JAN 1970 , port 007 , account an account\n"
+            "*\n");
+}
+
+TEST_F(KeyScriptTest, BreaksTheBannerAtFieldMarks) {
+  platform_.Account =
+      "a\xfe"
+      "b\xfd"
+      "c";
+  EXPECT_EQ(Script(),
+            "*\n"
+            "* This script created at 12:34:56 01 JAN 1970 , port 7 , account a\nb\xfd"
+            "c\n"
+            "*\n");
+}
+
+TEST_F(KeyScriptTest, NamesTheFileForTheShellAndTheUser) {
+  struct Case {
+    std::string Name;
+    std::string Word;
+  };
+  const std::vector<Case> cases = {
+      {"keys.txt", "keys.txt"},
+      {"/tmp/a-b_c+d,e:f@g%h.09AZaz", "/tmp/a-b_c+d,e:f@g%h.09AZaz"},
+      {"a b", "'a b'"},
+      {"x; rm -rf y", "'x; rm -rf y'"},
+      {"$HOME", "'$HOME'"},
+      {"`id`", "'`id`'"},
+      {"it's", R"('it'\''s')"},
+      {"'", R"(''\''')"},
+      {"~", "'~'"},
+      {"*", "'*'"},
+      {"a\"b", "'a\"b'"},
+      {"a\\b", R"('a\b')"},
+      {"a\nb", "'a\nb'"},
+      {"a=b", "'a=b'"},
+      {"#x", "'#x'"},
+      {"&1", "'&1'"},
+      {"\xc3\xa9", "'\xc3\xa9'"},
+  };
+  for (const Case& c : cases) {
+    options_.KeyScriptFile = c.Name;
+    const Printed printed = Write();
+    EXPECT_EQ(platform_.ShellRuns.back().CommandLine, "dcopy > " + c.Word);
+    EXPECT_EQ(printed.Lines, "Keyboard profile written to '" + c.Name + "'\n");
+    EXPECT_EQ(printed.Terminal, "");
+    EXPECT_EQ(printed.Stopped, std::nullopt);
+  }
+}
+
+TEST_F(KeyScriptTest, StopsSilentlyWhenTheCopyFails) {
+  for (const int status : {1, 2, 127, 141, 255}) {
+    platform_.ShellStatus = status;
+    const Printed printed = Write();
+    EXPECT_EQ(printed.Stopped, 1) << status;
+    EXPECT_EQ(printed.Lines, "") << status;
+    EXPECT_EQ(printed.Terminal, "") << status;
+  }
+}
+
+TEST_F(KeyScriptTest, HandsOverAScriptOfAnySize) {
+  std::string want = kBanner;
+  for (int n = 0; n < 50000; ++n) {
+    const std::string line = "INPUT \"" + std::to_string(n) + "\"";
+    tables_.KeyScript.Append(line);
+    want += line + "\n";
+  }
+  EXPECT_EQ(Script(), want);
+}
+
+}  // namespace
+}  // namespace ptick

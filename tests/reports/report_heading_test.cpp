@@ -1,0 +1,70 @@
+#include "reports/report_heading.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "support/report_run.h"
+
+namespace ptick {
+namespace {
+
+using ReportHeadingTest = ReportTest;
+
+TEST(ReportHeading, FillsTheTitleUpToThePageNumber) {
+  struct Case {
+    std::size_t TitleLength;
+    std::int64_t ReportWidth;
+    std::size_t Blanks;
+  };
+  const std::vector<Case> cases = {
+      {10, 79, 54}, {0, 79, 64},  {63, 79, 1},       {64, 79, 0}, {65, 79, 0},
+      {200, 79, 0}, {10, 29, 4},  {10, 199, 174},    {10, 0, 0},  {0, 15, 0},
+      {0, 16, 1},   {10, -50, 0}, {1, 32766, 32750}, {14, 29, 0}, {13, 29, 1},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(testing::Message() << c.TitleLength << " in " << c.ReportWidth);
+    const PageHeading heading =
+        ReportHeading(std::string(c.TitleLength, 't'), "columns", c.ReportWidth);
+    EXPECT_EQ(heading.Title, std::string(c.TitleLength, 't') + std::string(c.Blanks, ' '));
+    EXPECT_EQ(heading.Columns, "columns");
+  }
+}
+
+TEST(ReportHeading, CountsBytesAndKeepsThemAll) {
+  EXPECT_EQ(ReportHeading("'PL'\xfe\xff\n", "'L'", 25).Title, "'PL'\xfe\xff\n   ");
+}
+
+TEST(ReportTitle, NamesProgramAndProfile) {
+  ProfileTables tables;
+  tables.ProfileName = "run1 ...";
+  EXPECT_EQ(ReportTitle("Profile of program ", tables),
+            "Profile of program (unknown) from profile run1 ...");
+  tables.ProgramName = "";
+  tables.ProfileName = "";
+  EXPECT_EQ(ReportTitle("", tables), " from profile ");
+}
+
+TEST_F(ReportHeadingTest, BeginsAReportByItselfWithAPageHeading) {
+  options_.ReportWidth = 30;
+  const Printed printed = Run([&](Output& output) {
+    BeginReport("A title", {.Heading = "heading", .Title = "title", .Rule = "rule"}, options_,
+                output);
+  });
+  EXPECT_EQ(printed.Lines, "A title         Page 1\nheading\n");
+}
+
+TEST_F(ReportHeadingTest, BeginsAReportAmongAllWithTitlesAndRule) {
+  options_.AllReports = true;
+  const Printed printed = Run([&](Output& output) {
+    BeginReport("A title", {.Heading = "heading", .Title = "title", .Rule = "rule"}, options_,
+                output);
+  });
+  EXPECT_EQ(printed.Lines, "\ntitle\nrule\n");
+}
+
+}  // namespace
+}  // namespace ptick

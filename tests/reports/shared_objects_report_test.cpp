@@ -1,0 +1,156 @@
+#include "reports/shared_objects_report.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "support/report_run.h"
+
+namespace ptick {
+namespace {
+
+class SharedObjectsReportTest : public ReportTest {
+ protected:
+  std::string Report() {
+    return Run([&](Output& output) { ReportSharedObjects(tables_, options_, platform_, output); })
+        .Lines;
+  }
+};
+
+const std::string kPlainHeading = "Shared objecs used by program PROG from profile run1" +
+                                  std::string(12, ' ') +
+                                  " Page 1\n"
+                                  "Shared object name\n";
+const std::string kSizesTitle = "Shared object name" + std::string(42, ' ') + " Sizes\n";
+
+TEST_F(SharedObjectsReportTest, ListsNamesInByteOrder) {
+  tables_.SharedObjects = Fields({"b", "B", "a", "\xff", "10", "9", "ab", "a b", "_"});
+  EXPECT_EQ(Report(), kPlainHeading + "10\n9\nB\n_\na\na b\nab\nb\n\xff\n");
+}
+
+TEST_F(SharedObjectsReportTest, ListsDuplicatesNextToEachOther) {
+  tables_.SharedObjects = Fields({"x.so", "a.so", "x.so"});
+  EXPECT_EQ(Report(), kPlainHeading + "a.so\nx.so\nx.so\n");
+}
+
+TEST_F(SharedObjectsReportTest, PrintsJustTheHeadingWithoutObjects) {
+  EXPECT_EQ(Report(), kPlainHeading);
+}
+
+TEST_F(SharedObjectsReportTest, PrintsJustTheTitlesWithoutObjectsAmongAllReports) {
+  options_.AllReports = true;
+  EXPECT_EQ(Report(), "\nShared object name\n------ ------ ----\n");
+}
+
+TEST_F(SharedObjectsReportTest, LaysOutEveryName) {
+  struct Case {
+    std::string Name;
+    std::string Want;
+  };
+  const std::vector<Case> cases = {
+      {std::string(59, 'n'), std::string(59, 'n')},
+      {std::string(60, 'n'), std::string(60, 'n')},
+      {std::string(61, 'n'), std::string(60, 'n')},
+      {std::string(59, 'n') + " n", std::string(59, 'n')},  // the cut leaves a blank at the end
+      {"name  ", "name"},
+      {"  name", "  name"},
+      {"name\t", "name\t"},
+      {"", ""},
+      {"   ", ""},
+      {"\xff\xfd\x01", "\xff\xfd\x01"},
+  };
+  options_.AllReports = true;
+  for (const Case& c : cases) {
+    tables_.SharedObjects = Fields({c.Name});
+    EXPECT_EQ(Report(), "\nShared object name\n------ ------ ----\n" + c.Want + "\n") << c.Name;
+  }
+}
+
+TEST_F(SharedObjectsReportTest, RunsNothingUnlessVerbose) {
+  tables_.SharedObjects = Fields({"a.so"});
+  Report();
+  EXPECT_TRUE(platform_.Commands.empty());
+}
+
+TEST_F(SharedObjectsReportTest, ShowsSizesWhenVerbose) {
+  options_.Verbose = true;
+  tables_.SharedObjects = Fields({"b.so", "a.so", std::string(70, 'n')});
+  platform_.CommandOutputs["size a.so"] = "   text    data     bss  ";
+  platform_.CommandOutputs["size " + std::string(70, 'n')] = "size: no such file";
+  EXPECT_EQ(Report(), "Shared objecs used by program PROG from profile run1" +
+                          std::string(12, ' ') + " Page 1\n" + kSizesTitle + "a.so" +
+                          std::string(56, ' ') + "    text    data     bss\n" +
+                          "b.so\n" +  // no answer: nothing but blanks behind the name
+                          std::string(60, 'n') + " size: no such file\n");
+}
+
+TEST_F(SharedObjectsReportTest, HasSizesTitlesAmongAllReports) {
+  options_.Verbose = true;
+  options_.AllReports = true;
+  EXPECT_EQ(Report(),
+            "\n" + kSizesTitle + "------ ------ ----" + std::string(42, ' ') + " -----\n");
+}
+
+TEST_F(SharedObjectsReportTest, SplitsTheCommandAtBlanksOnly) {
+  struct Case {
+    std::string_view Name;
+    std::vector<std::string> Want;
+  };
+  const std::vector<Case> cases = {
+      {"lib.so", {"size", "lib.so"}},
+      {"x; rm y", {"size", "x;", "rm", "y"}},
+      {"$(id) `id` >f", {"size", "$(id)", "`id`", ">f"}},
+      {"  two   words  ", {"size", "two", "words"}},
+      {"", {"size"}},
+      {"   ", {"size"}},
+      {"tab\there", {"size", "tab\there"}},
+      {"\xff", {"size", "\xff"}},
+  };
+  options_.Verbose = true;
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.Name);
+    MemoryPlatform platform;
+    Output output(platform);
+    tables_.SharedObjects = Fields({c.Name});
+    ReportSharedObjects(tables_, options_, platform, output);
+    ASSERT_EQ(platform.Commands.size(), 1U);
+    EXPECT_EQ(platform.Commands[0], c.Want);
+  }
+}
+
+TEST_F(SharedObjectsReportTest, AsksOnceForEqualNamesNextToEachOther) {
+  options_.Verbose = true;
+  tables_.SharedObjects = Fields({"x", "a", "x", "x"});
+  platform_.CommandOutputs["size x"] = "X";
+  platform_.CommandOutputs["size a"] = "A";
+  const std::string blanks(60, ' ');
+  EXPECT_EQ(Report(), "Shared objecs used by program PROG from profile run1" +
+                          std::string(12, ' ') + " Page 1\n" + kSizesTitle + "a" + blanks + "A\n" +
+                          "x" + blanks + "X\nx" + blanks + "X\nx" + blanks + "X\n");
+  EXPECT_EQ(platform_.Commands,
+            (std::vector<std::vector<std::string>>{{"size", "a"}, {"size", "x"}}));
+}
+
+// More names than are asked for at a time, so that the batches must join without a gap.
+TEST_F(SharedObjectsReportTest, ShowsEverySizeOfManyNames) {
+  constexpr int kNames = 1000;
+  options_.Verbose = true;
+  options_.AllReports = true;
+  std::string want = "\n" + kSizesTitle + "------ ------ ----" + std::string(42, ' ') + " -----\n";
+  for (int n = 0; n < kNames; ++n) {
+    const std::string name = "lib" + std::to_string(kNames + n);
+    const std::string size = "size " + std::to_string(n);
+    platform_.CommandOutputs["size " + name] = size + "\nmore\n";
+    for (int copy = 0; copy < n % 4; ++copy) {
+      tables_.SharedObjects.Append(name);
+      want += name;
+      want += std::string(53, ' ') + " " + size + "\n";
+    }
+  }
+  EXPECT_EQ(Report(), want);
+}
+
+}  // namespace
+}  // namespace ptick

@@ -1,0 +1,109 @@
+#include "reports/subroutines_report.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "support/report_run.h"
+
+namespace ptick {
+namespace {
+
+class SubroutinesReportTest : public ReportTest {
+ protected:
+  std::string Report() {
+    return Run([&](Output& output) { ReportSubroutines(tables_, options_, output); }).Lines;
+  }
+};
+
+const std::string_view kHeading =
+    "Subroutines called by program PROG from profile run1             Page 1\n"
+    "Times       Subroutine\n";
+
+TEST_F(SubroutinesReportTest, ListsCallsInStoredOrder) {
+  tables_.SubroutineTimes = Fields({"12", "7", "5"});
+  tables_.SubroutinesCalled = Fields({"TWELVE", "SEVEN", "FIVE"});
+  EXPECT_EQ(Report(), std::string(kHeading) +
+                          "12          TWELVE\n"
+                          "7           SEVEN\n"
+                          "5           FIVE\n");
+}
+
+TEST_F(SubroutinesReportTest, PrintsJustTheHeadingWithoutCalls) { EXPECT_EQ(Report(), kHeading); }
+
+TEST_F(SubroutinesReportTest, HasTitlesAndRuleAmongAllReports) {
+  options_.AllReports = true;
+  EXPECT_EQ(Report(),
+            "\n"
+            "Times       Subroutine called\n"
+            "-----       ---------- ------\n");
+  tables_.SubroutineTimes = Fields({"3"});
+  tables_.SubroutinesCalled = Fields({"SUB"});
+  EXPECT_EQ(Report(),
+            "\n"
+            "Times       Subroutine called\n"
+            "-----       ---------- ------\n"
+            "3           SUB\n");
+}
+
+TEST_F(SubroutinesReportTest, IsTheSameWhenVerbose) {
+  tables_.SubroutineTimes = Fields({"3"});
+  tables_.SubroutinesCalled = Fields({"SUB"});
+  const std::string plain = Report();
+  options_.Verbose = true;
+  EXPECT_EQ(Report(), plain);
+}
+
+TEST_F(SubroutinesReportTest, LaysOutEveryLine) {
+  struct Case {
+    std::string_view Times;
+    std::string_view Called;
+    std::string_view Want;
+  };
+  const std::vector<Case> cases = {
+      {"1234567890", "SUB", "1234567890  SUB"},
+      {"12345678901", "SUB", "1234567890  SUB"},  // cut, not rounded
+      {"007", "SUB", "007         SUB"},          // as it was read
+      {"", "SUB", "            SUB"},             // an empty count is a count
+      {"1", "", "1           "},                  // trailing blanks stay
+      {"", "", "            "},
+      {"abc", "a name with blanks ", "abc         a name with blanks "},
+      {"1", "\xfd\x01\xff", "1           \xfd\x01\xff"},
+  };
+  options_.AllReports = true;
+  for (const Case& c : cases) {
+    tables_.SubroutineTimes = Fields({c.Times});
+    tables_.SubroutinesCalled = Fields({c.Called});
+    EXPECT_EQ(Report(), "\nTimes       Subroutine called\n-----       ---------- ------\n" +
+                            std::string(c.Want) + "\n")
+        << c.Times << " " << c.Called;
+  }
+}
+
+TEST_F(SubroutinesReportTest, KeepsEqualEntriesApart) {
+  tables_.SubroutineTimes = Fields({"2", "2"});
+  tables_.SubroutinesCalled = Fields({"SUB", "SUB"});
+  EXPECT_EQ(Report(), std::string(kHeading) + "2           SUB\n2           SUB\n");
+}
+
+TEST_F(SubroutinesReportTest, PadsTheTitleToThePageWidth) {
+  struct Case {
+    std::int64_t PageWidth;
+    std::size_t Blanks;
+  };
+  const std::vector<Case> cases = {{30, 0},  {67, 0},   {68, 0},   {69, 1},
+                                   {80, 12}, {132, 64}, {200, 132}};
+  for (const Case& c : cases) {
+    options_.ReportWidth = c.PageWidth - 1;
+    EXPECT_EQ(Report(), "Subroutines called by program PROG from profile run1" +
+                            std::string(c.Blanks, ' ') + " Page 1\nTimes       Subroutine\n")
+        << c.PageWidth;
+  }
+}
+
+}  // namespace
+}  // namespace ptick

@@ -1,0 +1,50 @@
+#include "support/profiles.h"
+
+#include <algorithm>
+
+namespace ptick::testing {
+
+std::string Tabs(std::string_view text) {
+  std::string tabbed(text);
+  std::ranges::replace(tabbed, '|', '\t');
+  return tabbed;
+}
+
+std::string Records(std::initializer_list<std::string_view> records) {
+  std::string lines;
+  for (const std::string_view record : records) {
+    lines += "PROFILE:" + Tabs(record) + "\n";
+  }
+  return lines;
+}
+
+std::string RowText(const TickTable& details, std::size_t row) {
+  std::string text;
+  for (const TickEntry& entry : details.Row(row)) {
+    text += text.empty() ? "" : " ";
+    text += details.Programs()[entry.Program];
+    text += '|';
+    text += entry.HasExactText() ? details.ExactLine(entry) : std::to_string(entry.Line);
+    text += '|';
+    text += entry.HasExactText() ? details.ExactTicks(entry) : std::to_string(entry.Ticks);
+  }
+  return text;
+}
+
+std::string RowTexts(const TickTable& details) {
+  std::string text;
+  for (std::size_t row = 0; row < details.RowCount(); ++row) {
+    text += (row == 0 ? "" : " / ") + RowText(details, row);
+  }
+  return text;
+}
+
+std::vector<std::string> Texts(const FieldList& list) {
+  std::vector<std::string> texts;
+  for (std::size_t i = 0; i < list.size(); ++i) {
+    texts.emplace_back(list[i]);
+  }
+  return texts;
+}
+
+}  // namespace ptick::testing

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstddef>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "profile/tick_table.h"
+#include "value/field_list.h"
+
+namespace ptick::testing {
+
+/// How the tests write records: `text` with a TAB for each "|".
+std::string Tabs(std::string_view text);
+
+/// Profile lines, each "PROFILE:", the record with a TAB for each "|", and a line end.
+std::string Records(std::initializer_list<std::string_view> records);
+
+/// A row of `Details`, its entries as "program|line|ticks" with a blank between each two.
+std::string RowText(const TickTable& details, std::size_t row);
+
+/// All rows, with " / " between each two.
+std::string RowTexts(const TickTable& details);
+
+std::vector<std::string> Texts(const FieldList& list);
+
+}  // namespace ptick::testing

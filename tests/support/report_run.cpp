@@ -1,0 +1,54 @@
+#include "support/report_run.h"
+
+#include <utility>
+
+#include "value/dynamic_array.h"
+#include "value/stop.h"
+
+namespace ptick {
+
+ReportTest::ReportTest() {
+  tables_.ProgramName = "PROG";
+  tables_.ProfileName = "run1";
+}
+
+Printed ReportTest::Run(const std::function<void(Output&)>& report) {
+  platform_.Output.clear();
+  platform_.Terminal.clear();
+  Printed printed;
+  Output output(platform_);
+  try {
+    report(output);
+    output.Finish();
+  } catch (const Stop& stop) {
+    printed.Stopped = stop.Status;
+    output.Close();
+  }
+  printed.Lines = platform_.Output;
+  printed.Terminal = platform_.Terminal;
+  return printed;
+}
+
+FieldList Fields(std::initializer_list<std::string_view> texts) {
+  FieldList fields;
+  for (const std::string_view text : texts) {
+    fields.Append(text);
+  }
+  return fields;
+}
+
+std::string MakePerform(const PerformSample& sample) {
+  std::string entry = sample.StartClock;
+  for (const std::string& value : {sample.EndClock, std::string(), std::string(), sample.Ticks,
+                                   sample.UsrCpu, sample.SysCpu, sample.Type, sample.Command}) {
+    entry += kValueMark;
+    entry += value;
+  }
+  return entry;
+}
+
+std::string MakePerform(std::string_view command) {
+  return MakePerform({"", "", "", "", "", "", std::string(command)});
+}
+
+}  // namespace ptick

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <initializer_list>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "profile/profile_tables.h"
+#include "profile/run_options.h"
+#include "support/memory_platform.h"
+#include "value/field_list.h"
+#include "value/output.h"
+
+namespace ptick {
+
+/// What a report left behind.
+struct Printed {
+  std::string Lines;     ///< on standard output
+  std::string Terminal;  ///< diagnostics
+  std::optional<int> Stopped;
+};
+
+/// Base of the report tests: tables and options filled by hand, a platform in memory.
+class ReportTest : public ::testing::Test {
+ protected:
+  ReportTest();
+
+  /// Runs a report to its end, early or not.
+  Printed Run(const std::function<void(Output&)>& report);
+
+  MemoryPlatform platform_;
+  ProfileTables tables_;
+  RunOptions options_;
+};
+
+FieldList Fields(std::initializer_list<std::string_view> texts);
+
+/// A `Performs` entry.
+struct PerformSample {
+  std::string StartClock;
+  std::string EndClock;
+  std::string Ticks;
+  std::string UsrCpu;
+  std::string SysCpu;
+  std::string Type;
+  std::string Command;
+};
+std::string MakePerform(const PerformSample& sample);
+
+/// An entry with nothing but a command.
+std::string MakePerform(std::string_view command);
+
+}  // namespace ptick
