@@ -2,10 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <iostream>
 #include <string>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
@@ -15,12 +14,13 @@ int main(int argc, char** argv) {
   for (int i = 1; i < argc; ++i) {
     for (const auto& entry : std::filesystem::directory_iterator(argv[i])) {
       std::ifstream file(entry.path(), std::ios::binary);
-      const std::string input{std::istreambuf_iterator<char>(file), {}};
+      std::string input(entry.file_size(), '\0');
+      file.read(input.data(), static_cast<std::streamsize>(input.size()));
       // NOLINTNEXTLINE(*-reinterpret-cast)
       LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(input.data()), input.size());
       ++replayed;
     }
   }
-  std::printf("%zu inputs replayed\n", replayed);
+  std::cout << replayed << " inputs replayed\n";
   return replayed == 0 ? 1 : 0;
 }

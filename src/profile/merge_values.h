@@ -20,6 +20,9 @@ class MergeValues {
   /// Adds a value to element `index`, as the value layer adds texts.
   void AddTo(std::size_t index, std::string_view text);
 
+  /// Brings an element near; a hint, for any index.
+  void Prefetch(std::size_t index) const { __builtin_prefetch(numbers_.data() + index); }
+
   std::string Text(std::size_t index) const;
   void AppendText(std::size_t index, std::string& out) const;
 

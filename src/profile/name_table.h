@@ -60,8 +60,27 @@ class NameTable {
     return Add(name, hash, slot);
   }
 
-  /// Brings the place where `hash` is looked up near; a hint.
-  void Prefetch(std::uint64_t hash) const { __builtin_prefetch(&slots_[hash >> shift_]); }
+  /// Hints for a caller that looks many names up: what a lookup will touch is brought near, one
+  /// step after the other, while other names are dealt with.
+  void PrefetchSlot(std::uint64_t hash) const { __builtin_prefetch(&slots_[hash >> shift_]); }
+  void PrefetchEnd(Id id) const { __builtin_prefetch(ends_.data() + id); }
+  void PrefetchText(Id id) const {
+    __builtin_prefetch(bytes_.data() + ends_[id]);
+    __builtin_prefetch(bytes_.data() + ends_[id + 1]);
+  }
+  /// The number that a name of this hash most likely has; any when it is not there.
+  Id LikelyId(std::uint64_t hash) const {
+    std::size_t slot = hash >> shift_;
+    for (; slots_[slot].Mark != 0; slot = (slot + 1) & (slots_.size() - 1)) {
+      if (slots_[slot].Check == static_cast<std::uint32_t>(hash)) {
+        return slots_[slot].Mark - 1;
+      }
+    }
+    return 0;
+  }
+
+  /// Whether `id` is the number of `name`.
+  bool Is(Id id, std::string_view name) const { return id < size() && SameText(id, name); }
 
   std::size_t size() const { return ends_.size() - 1; }  // NOLINT(readability-identifier-naming)
 

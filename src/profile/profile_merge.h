@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,8 +32,9 @@ MergeKind MergeKindOf(std::string_view record_type);
 /// merged lines are handed out as blocks; memory follows the distinct keys, not the lines.
 class ProfileMerge final : public LineBlocks {
  public:
-  /// Takes in one line. Lines without a TAB or without the prefix "PROFILE:" are passed over.
-  void AddLine(std::string_view line);
+  /// Takes in the lines of a block. Lines without a TAB or without the prefix "PROFILE:" are passed
+  /// over.
+  void AddLines(std::string_view block);
 
   bool Empty() const { return keys_.size() == 0; }
 
@@ -48,8 +50,22 @@ class ProfileMerge final : public LineBlocks {
   std::string_view Next() override;
 
  private:
-  NameTable keys_;      ///< `MergeKeys`
-  MergeValues values_;  ///< `MergeValues`, parallel to keys_
+  /// A line taken apart, on its way into the tables.
+  struct MergeLine {
+    std::string_view Key;
+    std::string_view Value;
+    MergeKind Kind;
+    std::uint64_t Hash;
+    NameTable::Id LikelyId;
+  };
+
+  void AddBatch(std::span<MergeLine> lines);
+  void Add(const MergeLine& line);
+  void Combine(NameTable::Id key, MergeKind kind, std::string_view value);
+
+  NameTable keys_;              ///< `MergeKeys`
+  MergeValues values_;          ///< `MergeValues`, parallel to keys_
+  NameTable::Id next_key_ = 0;  ///< the key behind that of the line before
   std::string first_name_;
   std::size_t handed_out_ = 0;  ///< keys whose lines have been handed out
   std::string block_;

@@ -1,29 +1,40 @@
 #pragma once
 
 #include <cstdint>
+#include <variant>
 
 #include "value/value.h"
 
 namespace ptick {
 
-/// A sum of many numbers, as the value layer adds them, quick while they are whole.
+/// A sum of many numbers, each added in turn as the value layer adds; quick while it is whole.
 class RunningSum {
  public:
   void Add(std::int64_t number) {
-    if (__builtin_add_overflow(whole_, number, &whole_)) {
-      rest_ = ptick::Add(ptick::Add(rest_, before_overflow_), number);
-      whole_ = 0;
+    std::int64_t sum = 0;
+    if (is_whole_ && !__builtin_add_overflow(whole_, number, &sum)) {
+      whole_ = sum;
+    } else {
+      Add(Value(number));
     }
-    before_overflow_ = whole_;
   }
-  void Add(const Value& number) { rest_ = ptick::Add(rest_, number); }
 
-  Value Total() const { return ptick::Add(rest_, whole_); }
+  void Add(const Value& number) {
+    total_ = ptick::Add(Total(), number);
+    const Number sum = total_.AsNumber();
+    const auto* whole = std::get_if<std::int64_t>(&sum);
+    is_whole_ = whole != nullptr;
+    if (is_whole_) {
+      whole_ = *whole;
+    }
+  }
+
+  Value Total() const { return is_whole_ ? Value(whole_) : total_; }
 
  private:
-  std::int64_t whole_ = 0;
-  std::int64_t before_overflow_ = 0;
-  Value rest_ = 0;
+  bool is_whole_ = true;
+  std::int64_t whole_ = 0;  ///< the sum while it is whole in 64 bits
+  Value total_;             ///< the sum otherwise
 };
 
 }  // namespace ptick

@@ -71,11 +71,13 @@ std::string_view TrimTrailing(std::string_view x, char c) {
 }
 
 std::string Space(std::int64_t n) {
-  return std::string(static_cast<std::size_t>(std::max<std::int64_t>(n, 0)), ' ');
+  std::string blanks;
+  return blanks.append(static_cast<std::size_t>(std::max<std::int64_t>(n, 0)), ' ');
 }
 
 std::string Char(const Value& code) {
-  return std::string(1, static_cast<char>(static_cast<unsigned char>(CodeOf(code.AsNumber()))));
+  const auto byte = static_cast<unsigned char>(CodeOf(code.AsNumber()));
+  return {static_cast<char>(byte)};
 }
 
 std::int64_t Seq(std::string_view x) {

@@ -47,12 +47,11 @@ class TerminalTest(ProgramTest):
     def test_every_page_starts_with_the_heading_and_waits_for_a_key(self):
         for key in (b"\r", b" ", b"\n"):
             terminal = self.start(5, 80)
-            before = terminal.attributes()
             terminal.wait_for(COLUMNS)
             self.press_through(terminal, key, 2)
             terminal.wait_for(b" Page 3\n")
             with self.subTest(key=key):
-                self.assertEqual(before, terminal.attributes())
+                self.assertEqual(terminal.before, terminal.attributes())
                 self.assertEqual(0, terminal.end())
                 self.assertEqual(self.pages(5), terminal.output)
 
@@ -100,28 +99,25 @@ class TerminalTest(ProgramTest):
     def test_a_signal_in_the_middle_leaves_the_terminal_as_it_was(self):
         for number in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
             terminal = self.start(5, 80)
-            before = terminal.attributes()
             terminal.wait_for_key_wait()
             terminal.interrupt(number)
             with self.subTest(signal=number):
                 self.assertEqual(f"ended {-number}", terminal.event())
-                self.assertEqual(before, terminal.attributes())
+                self.assertEqual(terminal.before, terminal.attributes())
 
     def test_the_interrupt_key_ends_a_waiting_run(self):
         terminal = self.start(5, 80)
-        before = terminal.attributes()
         terminal.wait_for_key_wait()
         terminal.press(b"\x03")
         self.assertEqual(f"ended {-signal.SIGINT}", terminal.event())
-        self.assertEqual(before, terminal.attributes())
+        self.assertEqual(terminal.before, terminal.attributes())
 
     def test_a_stopped_run_restores_the_terminal_and_goes_on(self):
         terminal = self.start(5, 80)
-        before = terminal.attributes()
         terminal.wait_for_key_wait()
         terminal.interrupt(signal.SIGTSTP)
         self.assertEqual("stopped", terminal.event())
-        self.assertEqual(before, terminal.attributes())
+        self.assertEqual(terminal.before, terminal.attributes())
         terminal.interrupt(signal.SIGCONT)
         terminal.wait_for_key_wait()
         terminal.press(b"q")

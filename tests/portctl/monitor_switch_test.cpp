@@ -118,23 +118,27 @@ TEST(MonitorSwitch, UsesTheOwnPortAsItIs) {
 }
 
 TEST(MonitorSwitch, EndsWithTheErrorNumber) {
-  struct Row {
-    int Error;
-    int Status;
-  };
-  const std::vector<Row> rows = {{1, 1},     {2, 2},     {22, 22},         {111, 111},
-                                 {254, 254}, {255, 255}, {256, 255},       {512, 255},
-                                 {-1, 255},  {-5, 255},  {2147483647, 255}};
-  for (const Row& row : rows) {
-    for (const std::string text : {"ON 5 f o", "OFF 5"}) {
-      PortPlatform platform;
-      platform.Results = {{5, row.Error}};
-      const Outcome outcome = Switch(text, platform);
-      EXPECT_EQ(outcome.Status, row.Status) << row.Error;
-      EXPECT_EQ(outcome.Printed,
-                "ptick: Error number " + std::to_string(row.Error) + " executing command\n");
-      EXPECT_EQ(outcome.OnTheTerminal, "") << row.Error;
-    }
+  const std::vector<std::pair<int, int>> rows = {
+      {1, 1},     {2, 2},     {22, 22},  {111, 111}, {254, 254},       {255, 255},
+      {256, 255}, {512, 255}, {-1, 255}, {-5, 255},  {2147483647, 255}};
+  for (const auto& [error, status] : rows) {
+    PortPlatform platform;
+    platform.Results = {{5, error}};
+    const Outcome outcome = Switch("OFF 5", platform);
+    EXPECT_EQ(outcome.Status, status) << error;
+    EXPECT_EQ(outcome.Printed,
+              "ptick: Error number " + std::to_string(error) + " executing command\n");
+  }
+}
+
+TEST(MonitorSwitch, SaysOnStandardOutputThatItFailed) {
+  for (const std::string text : {"ON 5 f o", "OFF 5"}) {
+    PortPlatform platform;
+    platform.Results = {{5, 16}};
+    const Outcome outcome = Switch(text, platform);
+    EXPECT_EQ(outcome.Status, 16) << text;
+    EXPECT_EQ(outcome.Printed, "ptick: Error number 16 executing command\n") << text;
+    EXPECT_EQ(outcome.OnTheTerminal, "") << text;
   }
 }
 

@@ -109,7 +109,7 @@ TEST(KeyboardLines, EscapeEveryByte) {
       want.insert(0, "~");
     } else if (byte < 32 || byte > 126) {
       std::array<char, 8> code{};
-      std::snprintf(code.data(), code.size(), "~%03d", byte);  // NOLINT(*-vararg)
+      std::snprintf(code.data(), code.size(), "~%03d", byte);
       want = code.data();
     }
     const std::string text = std::string("a") + static_cast<char>(byte) + "b";

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <memory>
 #include <string>
@@ -36,8 +37,8 @@ Collected Collect(LineBlocks& blocks) {
   return collected;
 }
 
-constexpr std::size_t kPieces[] = {1, 2, 3, 7, 64, 100000};  // NOLINT(*-avoid-c-arrays)
-constexpr std::size_t kBlockSizes[] = {1, 2, 5, 16, 1000};   // NOLINT(*-avoid-c-arrays)
+constexpr std::array<std::size_t, 6> kPieces = {1, 2, 3, 7, 64, 100000};
+constexpr std::array<std::size_t, 5> kBlockSizes = {1, 2, 5, 16, 1000};
 
 TEST(RecordBlocks, HandOutWholeLinesHoweverTheyAreRead) {
   struct Row {

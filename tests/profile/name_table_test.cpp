@@ -91,7 +91,9 @@ TEST(NameTable, KeepsNumbersWhileItGrows) {
   }
   EXPECT_EQ(table.size(), kCount);
   for (NameTable::Id id = kCount; id-- > 0;) {
-    table.Prefetch(HashName(name(id)));
+    ASSERT_EQ(table.LikelyId(HashName(name(id))), id);
+    ASSERT_TRUE(table.Is(id, name(id)));
+    ASSERT_FALSE(table.Is(id, name(id) + "x"));
     ASSERT_EQ(table.Intern(name(id)), id);
     ASSERT_EQ(table[id], name(id));
   }

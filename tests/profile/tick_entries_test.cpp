@@ -104,7 +104,7 @@ TEST(TickEntries, OrderAnyNumberOfEntriesByKeysOfAnyWidth) {
       {65537, 50, 3},
       {200000, 5000, 300},
   };
-  std::mt19937 random(1);  // NOLINT(*-msc51-cpp): the same numbers every time
+  std::mt19937 random(1);  // the same numbers every time
   for (const Row& row : rows) {
     std::vector<TickEntry> entries;
     for (std::size_t i = 0; i < row.Count; ++i) {

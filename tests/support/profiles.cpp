@@ -1,6 +1,14 @@
 #include "support/profiles.h"
 
 #include <algorithm>
+#include <utility>
+
+#include "profile/line_blocks.h"
+#include "profile/record_parser.h"
+#include "support/memory_platform.h"
+#include "support/text_record.h"
+#include "value/output.h"
+#include "value/stop.h"
 
 namespace ptick::testing {
 
@@ -16,6 +24,20 @@ std::string Records(std::initializer_list<std::string_view> records) {
     lines += "PROFILE:" + Tabs(record) + "\n";
   }
   return lines;
+}
+
+Parsed Parse(std::string_view text, const RunOptions& options) {
+  MemoryPlatform platform;
+  Output output(platform);
+  Parsed parsed;
+  RecordBlocks lines(std::make_unique<TextRecord>(std::string(text)));
+  try {
+    ParseProfileLines(lines, options, output, *parsed.Tables);
+  } catch (const Stop& stop) {
+    parsed.Stopped = stop.Status;
+  }
+  parsed.Terminal = std::move(platform.Terminal);
+  return parsed;
 }
 
 std::string RowText(const TickTable& details, std::size_t row) {

@@ -2,12 +2,14 @@
 
 #include <cstddef>
 #include <initializer_list>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "profile/tick_table.h"
-#include "value/field_list.h"
+#include "profile/profile_tables.h"
+#include "profile/run_options.h"
 
 namespace ptick::testing {
 
@@ -16,6 +18,16 @@ std::string Tabs(std::string_view text);
 
 /// Profile lines, each "PROFILE:", the record with a TAB for each "|", and a line end.
 std::string Records(std::initializer_list<std::string_view> records);
+
+/// What a parse left behind.
+struct Parsed {
+  std::unique_ptr<ProfileTables> Tables = std::make_unique<ProfileTables>();
+  std::string Terminal;
+  std::optional<int> Stopped;  ///< the status, when the parse ended the run
+};
+
+/// Parses a profile text as the only file of a run.
+Parsed Parse(std::string_view text, const RunOptions& options = {});
 
 /// A row of `Details`, its entries as "program|line|ticks" with a blank between each two.
 std::string RowText(const TickTable& details, std::size_t row);

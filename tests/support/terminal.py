@@ -51,6 +51,7 @@ class Terminal:
         attributes[1] &= ~termios.OPOST  # bytes come through as the program writes them
         termios.tcsetattr(slave, termios.TCSANOW, attributes)
         self.slave = slave
+        self.before = self.attributes()
         self.events, events = os.pipe()
         self.session = os.fork()
         if self.session == 0:
@@ -79,9 +80,10 @@ class Terminal:
 
     def wait_for_key_wait(self):
         """Waits until the program asks for a key: the terminal no longer collects lines."""
-        poll = select.poll()
         while self.attributes()[3] & termios.ICANON:
-            poll.poll(1)  # nothing to wait on; the state is asked for again
+            # Nothing tells of the change, so the state is asked for again.
+            if select.select([self.events], [], [], 0.001)[0]:
+                raise AssertionError(f"{self.event()} without a key; output {self.output!r}")
 
     def press(self, keys):
         os.write(self.master, keys)

@@ -14,17 +14,17 @@ namespace {
 constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t kLeast = std::numeric_limits<std::int64_t>::min();
 
-/// Arrays are written with '^' for field, ']' for value and '\\' for sub-value marks.
+/// Arrays are written with '^' for field, ']' for value and '~' for sub-value marks.
 std::string Marked(std::string text) {
   for (char& c : text) {
-    c = c == '^' ? kFieldMark : c == ']' ? kValueMark : c == '\\' ? kSubValueMark : c;
+    c = c == '^' ? kFieldMark : c == ']' ? kValueMark : c == '~' ? kSubValueMark : c;
   }
   return text;
 }
 
 std::string Shown(std::string text) {
   for (char& c : text) {
-    c = c == kFieldMark ? '^' : c == kValueMark ? ']' : c == kSubValueMark ? '\\' : c;
+    c = c == kFieldMark ? '^' : c == kValueMark ? ']' : c == kSubValueMark ? '~' : c;
   }
   return text;
 }
@@ -44,8 +44,8 @@ struct Row {
 const std::vector<Place> kNowhere = {{0, 0, 0},  {0, 1, 1},      {-2, 0, 0}, {kLeast, 0, 0},
                                      {1, -2, 0}, {1, kLeast, 1}, {1, 1, -2}, {1, 1, kLeast}};
 
-const std::vector<std::string> kArrays = {"",    "a",    "^",        "]",     "\\",
-                                          "a^b", "a^^c", "a]b\\c^d", "^]\\^", "a]b]c^d\\e\\f^g"};
+const std::vector<std::string> kArrays = {"",    "a",    "^",       "]",    "~",
+                                          "a^b", "a^^c", "a]b~c^d", "^]~^", "a]b]c^d~e~f^g"};
 
 TEST(DynamicArray, MarksAreTheHighestBytes) {
   EXPECT_EQ(std::string({kFieldMark, kValueMark, kSubValueMark}), "\xFE\xFD\xFC");
@@ -70,20 +70,20 @@ TEST(DynamicArray, ExtractGivesTheElementOrNothing) {
       {"^b^", {1}, ""},
       {"^b^", {2}, "b"},
       {"^b^", {3}, ""},
-      {"a^b]c\\d]e^f", {2}, "b]c\\d]e"},
-      {"a^b]c\\d]e^f", {2, 0, 2}, "b]c\\d]e"},
-      {"a^b]c\\d]e^f", {2, 0, -5}, "b]c\\d]e"},
-      {"a^b]c\\d]e^f", {2, 1}, "b"},
-      {"a^b]c\\d]e^f", {2, 2}, "c\\d"},
-      {"a^b]c\\d]e^f", {2, 3}, "e"},
-      {"a^b]c\\d]e^f", {2, 4}, ""},
-      {"a^b]c\\d]e^f", {2, 2, 1}, "c"},
-      {"a^b]c\\d]e^f", {2, 2, 2}, "d"},
-      {"a^b]c\\d]e^f", {2, 2, 3}, ""},
-      {"a^b]c\\d]e^f", {2, 3, 2}, ""},
-      {"a^b]c\\d]e^f", {1, 2}, ""},
+      {"a^b]c~d]e^f", {2}, "b]c~d]e"},
+      {"a^b]c~d]e^f", {2, 0, 2}, "b]c~d]e"},
+      {"a^b]c~d]e^f", {2, 0, -5}, "b]c~d]e"},
+      {"a^b]c~d]e^f", {2, 1}, "b"},
+      {"a^b]c~d]e^f", {2, 2}, "c~d"},
+      {"a^b]c~d]e^f", {2, 3}, "e"},
+      {"a^b]c~d]e^f", {2, 4}, ""},
+      {"a^b]c~d]e^f", {2, 2, 1}, "c"},
+      {"a^b]c~d]e^f", {2, 2, 2}, "d"},
+      {"a^b]c~d]e^f", {2, 2, 3}, ""},
+      {"a^b]c~d]e^f", {2, 3, 2}, ""},
+      {"a^b]c~d]e^f", {1, 2}, ""},
       {"a]b", {1, 2}, "b"},
-      {"a\\b", {1, 1, 2}, "b"},
+      {"a~b", {1, 1, 2}, "b"},
       {"a^b", {-1}, ""},
       {"", {-1}, ""},
       {"", {1, -1}, ""},
@@ -100,8 +100,8 @@ TEST(DynamicArray, AssignReplacesAndFillsUp) {
       {"", {1}, "x"},
       {"", {3}, "^^x"},
       {"", {1, 3}, "]]x"},
-      {"", {1, 1, 3}, "\\\\x"},
-      {"", {2, 3, 4}, "^]]\\\\\\x"},
+      {"", {1, 1, 3}, "~~x"},
+      {"", {2, 3, 4}, "^]]~~~x"},
       {"", {-1}, "x"},
       {"", {1, -1}, "x"},
       {"", {1, 1, -1}, "x"},
@@ -114,7 +114,7 @@ TEST(DynamicArray, AssignReplacesAndFillsUp) {
       {"a^b", {-1}, "a^b^x"},
       {"a^", {-1}, "a^^x"},
       {"^", {-1}, "^^x"},
-      {"a^b", {-1, 2, 2}, "a^b^]\\x"},
+      {"a^b", {-1, 2, 2}, "a^b^]~x"},
       {"a^b", {-1, -1, -1}, "a^b^x"},
       {"a]b^c", {1}, "x^c"},
       {"a]b^c", {1, 0, 7}, "x^c"},
@@ -126,14 +126,14 @@ TEST(DynamicArray, AssignReplacesAndFillsUp) {
       {"a]b^c", {3, 2}, "a]b^c^]x"},
       {"a^^c", {2, -1}, "a^x^c"},
       {"a^^c", {2, 2}, "a^]x^c"},
-      {"a]b\\c^d", {1, 2}, "a]x^d"},
-      {"a]b\\c^d", {1, 2, 1}, "a]x\\c^d"},
-      {"a]b\\c^d", {1, 2, 2}, "a]b\\x^d"},
-      {"a]b\\c^d", {1, 2, 4}, "a]b\\c\\\\x^d"},
-      {"a]b\\c^d", {1, 2, -1}, "a]b\\c\\x^d"},
-      {"a]b\\c^d", {1, 1, 2}, "a\\x]b\\c^d"},
-      {"a]b\\c^d", {1, -1, 3}, "a]b\\c]\\\\x^d"},
-      {"a]b\\c^d", {1, 3, -1}, "a]b\\c]x^d"},
+      {"a]b~c^d", {1, 2}, "a]x^d"},
+      {"a]b~c^d", {1, 2, 1}, "a]x~c^d"},
+      {"a]b~c^d", {1, 2, 2}, "a]b~x^d"},
+      {"a]b~c^d", {1, 2, 4}, "a]b~c~~x^d"},
+      {"a]b~c^d", {1, 2, -1}, "a]b~c~x^d"},
+      {"a]b~c^d", {1, 1, 2}, "a~x]b~c^d"},
+      {"a]b~c^d", {1, -1, 3}, "a]b~c]~~x^d"},
+      {"a]b~c^d", {1, 3, -1}, "a]b~c]x^d"},
   };
   for (const auto& row : rows) {
     EXPECT_EQ(Shown(Assign(Marked(row.Array), row.At, "x")), row.Want)
@@ -170,13 +170,13 @@ TEST(DynamicArray, InsertPutsAnElementBefore) {
       {"a^^c", {2, -1}, "a^x^c"},
       {"a^^c", {2, 1, 1}, "a^x^c"},
       {"a^^c", {2}, "a^x^^c"},
-      {"a]b\\c^d", {1, 2, 1}, "a]x\\b\\c^d"},
-      {"a]b\\c^d", {1, 2, 2}, "a]b\\x\\c^d"},
-      {"a]b\\c^d", {1, 2, 3}, "a]b\\c\\x^d"},
-      {"a]b\\c^d", {1, 2, 5}, "a]b\\c\\\\\\x^d"},
-      {"a]b\\c^d", {1, 2, -1}, "a]b\\c\\x^d"},
-      {"a]b\\c^d", {1, -1, 1}, "a]b\\c]x^d"},
-      {"a]b\\c^d", {-1, 1, 1}, "a]b\\c^d^x"},
+      {"a]b~c^d", {1, 2, 1}, "a]x~b~c^d"},
+      {"a]b~c^d", {1, 2, 2}, "a]b~x~c^d"},
+      {"a]b~c^d", {1, 2, 3}, "a]b~c~x^d"},
+      {"a]b~c^d", {1, 2, 5}, "a]b~c~~~x^d"},
+      {"a]b~c^d", {1, 2, -1}, "a]b~c~x^d"},
+      {"a]b~c^d", {1, -1, 1}, "a]b~c]x^d"},
+      {"a]b~c^d", {-1, 1, 1}, "a]b~c^d^x"},
   };
   for (const auto& row : rows) {
     EXPECT_EQ(Shown(Insert(Marked(row.Array), row.At, "x")), row.Want)
@@ -207,13 +207,13 @@ TEST(DynamicArray, DeleteAtTakesOneMarkAlong) {
       {"a]b^c", {1, 3}, "a]b^c"},
       {"a]b^c", {1, -1}, "a]b^c"},
       {"a]b^c", {2, 1}, "a]b^"},
-      {"a]b\\c\\d^e", {1, 2}, "a^e"},
-      {"a]b\\c\\d^e", {1, 2, 1}, "a]c\\d^e"},
-      {"a]b\\c\\d^e", {1, 2, 2}, "a]b\\d^e"},
-      {"a]b\\c\\d^e", {1, 2, 3}, "a]b\\c^e"},
-      {"a]b\\c\\d^e", {1, 2, 4}, "a]b\\c\\d^e"},
-      {"a]b\\c\\d^e", {1, 1, 1}, "]b\\c\\d^e"},
-      {"a]b\\c\\d^e", {1, 2, -1}, "a]b\\c\\d^e"},
+      {"a]b~c~d^e", {1, 2}, "a^e"},
+      {"a]b~c~d^e", {1, 2, 1}, "a]c~d^e"},
+      {"a]b~c~d^e", {1, 2, 2}, "a]b~d^e"},
+      {"a]b~c~d^e", {1, 2, 3}, "a]b~c^e"},
+      {"a]b~c~d^e", {1, 2, 4}, "a]b~c~d^e"},
+      {"a]b~c~d^e", {1, 1, 1}, "]b~c~d^e"},
+      {"a]b~c~d^e", {1, 2, -1}, "a]b~c~d^e"},
   };
   for (const auto& row : rows) {
     EXPECT_EQ(Shown(DeleteAt(Marked(row.Array), row.At)), row.Want) << row.Array << Shown(row.At);
@@ -224,16 +224,16 @@ TEST(DynamicArray, PlacesThatNameNothingChangeNothing) {
   for (const auto& text : kArrays) {
     const std::string array = Marked(text);
     for (const auto& place : kNowhere) {
-      EXPECT_EQ(Extract(array, place), "") << text << Shown(place);
-      EXPECT_EQ(Assign(array, place, "x"), array) << text << Shown(place);
-      EXPECT_EQ(Insert(array, place, "x"), array) << text << Shown(place);
-      EXPECT_EQ(DeleteAt(array, place), array) << text << Shown(place);
+      const std::vector<std::string> results = {Extract(array, place), Assign(array, place, "x"),
+                                                Insert(array, place, "x"), DeleteAt(array, place)};
+      const std::vector<std::string> want = {"", array, array, array};
+      EXPECT_EQ(results, want) << text << Shown(place);
     }
   }
 }
 
 TEST(DynamicArray, HoldsAnyBytesAndAnyFormOfValue) {
-  using std::string_literals::operator""s;
+  using namespace std::string_literals;
   const std::string array = Assign("a\xFE\xFF", {2}, "\0b"s);
   EXPECT_EQ(array, "a\xFE\0b"s);
   EXPECT_EQ(Extract(array, {2}), "\0b"s);
@@ -278,7 +278,7 @@ TEST(DynamicArray, WhatIsAssignedOrInsertedIsThere) {
 }
 
 TEST(DynamicArray, DeletingWhatWasInsertedGivesTheArrayBack) {
-  const std::string array = Marked("a]b\\c]d^e^f]g");
+  const std::string array = Marked("a]b~c]d^e^f]g");
   for (const Place place : {Place{1}, Place{2}, Place{3}, Place{4}, Place{1, 1}, Place{1, 3},
                             Place{1, 4}, Place{3, 2}, Place{1, 2, 1}, Place{1, 2, 3}}) {
     EXPECT_EQ(DeleteAt(Insert(array, place, "x"), place), array) << Shown(place);

@@ -12,15 +12,15 @@
 namespace ptick {
 namespace {
 
-using std::string_literals::operator""s;
+using namespace std::string_literals;
 
 constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t kLeast = std::numeric_limits<std::int64_t>::min();
 
-/// Arrays are written with '^' for field, ']' for value and '\\' for sub-value marks.
+/// Arrays are written with '^' for field, ']' for value and '~' for sub-value marks.
 std::string Marked(std::string text) {
   for (char& c : text) {
-    c = c == '^' ? kFieldMark : c == ']' ? kValueMark : c == '\\' ? kSubValueMark : c;
+    c = c == '^' ? kFieldMark : c == ']' ? kValueMark : c == '~' ? kSubValueMark : c;
   }
   return text;
 }
@@ -118,7 +118,7 @@ TEST(Locate, InOrderComparesAsNumbers) {
 }
 
 TEST(Locate, SearchesTheListOfItsLevel) {
-  const std::string array = Marked("a]b^c]d\\e]f^g");
+  const std::string array = Marked("a]b^c]d~e]f^g");
   struct Row {
     std::string_view X;
     Place Level;
@@ -139,7 +139,7 @@ TEST(Locate, SearchesTheListOfItsLevel) {
     EXPECT_EQ(located.Position, row.Position) << row.X << " " << row.Level.Field;
   }
   EXPECT_EQ(Locate(5, Marked("x^9]7]3"), {2}, LocateOrder::kDescending).Position, 3);
-  EXPECT_EQ(Locate(5, Marked("x^y]1\\4\\8"), {2, 2}, LocateOrder::kAscending).Position, 3);
+  EXPECT_EQ(Locate(5, Marked("x^y]1~4~8"), {2, 2}, LocateOrder::kAscending).Position, 3);
 }
 
 TEST(Locate, KeepsListsBuiltWithItInOrder) {
@@ -268,7 +268,7 @@ TEST(Sum, AddsAllElementsWhateverMarkSeparatesThem) {
       {"", "0"},
       {"5", "5"},
       {"1^2^3", "6"},
-      {"1]2\\3^4", "10"},
+      {"1]2~3^4", "10"},
       {"1^^3^", "4"},
       {"abc^3^ 5^1e5", "3"},
       {"0.1^0.1^0.1", "0.3"},

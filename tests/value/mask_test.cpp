@@ -11,7 +11,7 @@
 namespace ptick {
 namespace {
 
-using std::string_literals::operator""s;
+using namespace std::string_literals;
 
 struct Row {
   Value Of;
@@ -202,11 +202,9 @@ TEST(Mask, OfUnknownFormLeavesEveryTextUnchanged) {
                                       "D2",    "L#99999999999999999999",
                                       "L#4 "}) {
     for (const std::string_view text : {"", "abc", "1234.567", "-0"}) {
-      EXPECT_EQ(Mask::Parse(mask).Format(text), text) << mask;
       EXPECT_EQ(Fmt(text, mask), text) << mask;
     }
     EXPECT_EQ(Mask::Parse(mask).Width(), 0) << mask;
-    EXPECT_FALSE(Mask::Parse(mask).TakesNumbers()) << mask;
   }
 }
 

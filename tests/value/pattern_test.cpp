@@ -9,7 +9,7 @@
 namespace ptick {
 namespace {
 
-using std::string_literals::operator""s;
+using namespace std::string_literals;
 
 struct Row {
   std::string Of;
@@ -104,9 +104,10 @@ TEST(Pattern, AgreesWithCountingDigits) {
     const std::string text(digits, '4');
     for (std::size_t count = 1; count < 12; ++count) {
       const std::string code = std::to_string(count) + "N";
-      EXPECT_EQ(Matches(text, code), digits == count) << digits << " : " << code;
-      EXPECT_EQ(Matches(text, code + "0N"), digits >= count) << digits << " : " << code;
-      EXPECT_EQ(Matches(text, "0N" + code), digits >= count) << digits << " : " << code;
+      const std::vector<bool> results = {Matches(text, code), Matches(text, code + "0N"),
+                                         Matches(text, "0N" + code)};
+      const std::vector<bool> want = {digits == count, digits >= count, digits >= count};
+      EXPECT_EQ(results, want) << digits << " : " << code;
     }
   }
 }

@@ -11,7 +11,7 @@
 namespace ptick {
 namespace {
 
-using std::string_literals::operator""s;
+using namespace std::string_literals;
 
 constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t kLeast = std::numeric_limits<std::int64_t>::min();

@@ -1,0 +1,77 @@
+#include "model/comparison.h"
+
+#include "model/model_cases.h"
+#include "model/model_merge.h"
+#include "model/table_description.h"
+#include "profile/record_parser.h"
+
+namespace ptick::model {
+
+namespace {
+
+// What the program says on the terminal, and its status.
+std::string Ending(const std::string& terminal, std::optional<int> stopped) {
+  return terminal + "status: " + (stopped ? std::to_string(*stopped) : "none") + "\n";
+}
+
+std::string InvalidLineMessage(const InvalidLine& invalid) {
+  return "Invalid format in profile file at line " + std::to_string(invalid.LineNo) + "\n\t" +
+         invalid.ProfileLine + "\n";
+}
+
+std::vector<std::string> MergedModelLines(const std::vector<std::string>& texts) {
+  std::vector<std::vector<std::string>> profiles;
+  for (const std::string& text : texts) {
+    profiles.push_back(LinesOf(text));
+  }
+  return MergeModelLines(profiles);
+}
+
+}  // namespace
+
+std::string TablesDifference(const std::vector<std::string>& profile_lines,
+                             const RunOptions& options, const Ran& ran,
+                             const ProfileTables& tables) {
+  ModelTables model;
+  const auto invalid = ParseModelLines(profile_lines, options, model);
+  if (invalid) {
+    return FirstDifference(Ending(InvalidLineMessage(*invalid), 2),
+                           Ending(ran.Terminal, ran.Stopped));
+  }
+  return FirstDifference(Describe(model, options.PerProgram) + Ending("", std::nullopt),
+                         Describe(tables, options.PerProgram) + Ending(ran.Terminal, ran.Stopped));
+}
+
+std::string ParseDifference(const std::string& text, const RunOptions& options,
+                            const Delivery& delivery) {
+  ProfileTables tables;
+  const Ran ran = ParseTyped(text, delivery, options, tables);
+  return TablesDifference(LinesOf(text), options, ran, tables);
+}
+
+std::string MergeDifference(const std::vector<std::string>& texts) {
+  const std::vector<std::string> lines = MergedModelLines(texts);
+  ProfileMerge merge;
+  const Ran ran = MergeTyped(texts, merge);
+  const std::string ending =
+      lines.empty() ? Ending("No input files...\n", 2) : Ending("", std::nullopt);
+  return FirstDifference(
+      "run1 ...\n" + JoinLines(lines) + ending,
+      merge.FirstName() + " ...\n" + JoinLines(ReadLines(merge)) + Ending(ran.Terminal, ran.Stopped));
+}
+
+std::string MergedParseDifference(const std::vector<std::string>& texts,
+                                  const RunOptions& options) {
+  const std::vector<std::string> lines = MergedModelLines(texts);
+  if (lines.empty()) {
+    return "";
+  }
+  ProfileMerge merge;
+  MergeTyped(texts, merge);
+  ProfileTables tables;
+  const Ran ran = RunTyped(
+      [&](Output& output) { ParseProfileLines(merge, options, output, tables); });
+  return TablesDifference(lines, options, ran, tables);
+}
+
+}  // namespace ptick::model

@@ -1,0 +1,89 @@
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+
+#include "model/model_cases.h"
+#include "model/model_tables.h"
+#include "model/random_profile.h"
+#include "profile/record_types.h"
+#include "value/text.h"
+
+// What the random profiles never contain, no comparison looks at.
+
+namespace ptick::model {
+namespace {
+
+/// What a number of random profiles leave in the tables, in all.
+struct Harvest {
+  std::set<std::string> Types;
+  std::size_t Invalid = 0;
+  std::size_t Ties = 0;
+  std::size_t LongLines = 0;
+  std::size_t LongPerforms = 0;
+  std::string KeyScript;
+  std::string Performs;
+  std::set<std::string> Ticks;
+};
+
+void GatherLine(const std::string& line, Harvest& harvest) {
+  const std::string trimmed = Trim(line, '\t');
+  harvest.Types.insert(LowerCase(Field(Substring(trimmed, 9, Len(trimmed)), '\t', 1).Text));
+  harvest.LongLines += line.size() > 300 ? 1U : 0U;
+  harvest.LongPerforms += DCount(line, '\t') > 1001 ? 1U : 0U;
+}
+
+void GatherTables(const ModelTables& tables, Harvest& harvest) {
+  const ValueList& ticks = tables.Details.front().Ticks;
+  for (std::size_t i = 0; i < ticks.size(); ++i) {
+    harvest.Ties += i > 0 && ticks[i - 1] == ticks[i] ? 1U : 0U;
+    harvest.Ticks.insert(ticks[i].Text());
+  }
+  for (const Value& line : tables.KeyScript) {
+    harvest.KeyScript += line.Text() + "\n";
+  }
+  for (const Value& entry : tables.Performs) {
+    harvest.Performs += entry.Text() + "\n";
+  }
+}
+
+Harvest GatherProfiles(std::uint64_t count) {
+  Harvest harvest;
+  for (std::uint64_t seed = 0; seed < count; ++seed) {
+    RandomSource random(seed);
+    const std::vector<std::string> lines = LinesOf(RandomProfile(random));
+    for (const std::string& line : lines) {
+      GatherLine(line, harvest);
+    }
+    ModelTables tables;
+    const RunOptions options = MakeOptions({.KeyScript = true, .TypeRate = true});
+    harvest.Invalid += ParseModelLines(lines, options, tables) ? 1U : 0U;
+    GatherTables(tables, harvest);
+  }
+  return harvest;
+}
+
+TEST(RandomProfiles, ReachWhatThereIsToCompare) {
+  const Harvest harvest = GatherProfiles(1000);
+  for (const RecordType& type : RecordTypes()) {
+    EXPECT_TRUE(harvest.Types.contains(std::string(type.Name))) << type.Name;
+  }
+  for (const char* ticks : {"", "007", "1.50", "-3", "+4", "abc", "9223372036854775808", "0.000001",
+                            "4294967295", "4294967296"}) {
+    EXPECT_TRUE(harvest.Ticks.contains(ticks)) << ticks;
+  }
+  EXPECT_GT(harvest.Invalid, 10U);
+  EXPECT_LT(harvest.Invalid, 200U);
+  EXPECT_GT(harvest.Ties, 1000U);
+  EXPECT_GT(harvest.LongLines, 100U);
+  EXPECT_GT(harvest.LongPerforms, 3U);
+  for (const char* line : {"SLEEP ", "TYPEDELAY ", "\"\n", "NOCR\n", "~009", "~\"", "~~", "~252"}) {
+    EXPECT_NE(harvest.KeyScript.find(line), std::string::npos) << line;
+  }
+  for (const char* command : {"LIST X\n", "\xFDls -l\n", "RUN\tIT\n", "A\xFC"}) {
+    EXPECT_NE(harvest.Performs.find(command), std::string::npos) << Shown(command);
+  }
+}
+
+}  // namespace
+}  // namespace ptick::model

@@ -1,0 +1,51 @@
+#include <gtest/gtest.h>
+
+#include "model/comparison.h"
+#include "model/model_cases.h"
+#include "model/random_profile.h"
+
+namespace ptick::model {
+namespace {
+
+Texts RandomProfiles(RandomSource& random) {
+  Texts texts(random.Between(2, 4));
+  for (std::string& text : texts) {
+    text = RandomProfile(random);
+  }
+  if (random.Chance(20)) {
+    texts.push_back(texts.front());
+  }
+  return texts;
+}
+
+TEST(MergeModel, AgreesOnRandomProfiles) {
+  RunCases(1500, [](RandomSource& random) {
+    return Case{RandomProfiles(random), MergeDifference};
+  });
+}
+
+TEST(MergeModel, AgreesOnTheTablesOfMergedProfiles) {
+  RunCases(1000, [](RandomSource& random) {
+    const TableOptions options = RandomOptions(random);
+    return Case{RandomProfiles(random), [=](const Texts& texts) {
+                  return MergedParseDifference(texts, MakeOptions(options));
+                }};
+  });
+}
+
+// A merge hands out its lines in blocks of its own size; these are several of them.
+TEST(MergeModel, AgreesWhereTheMergedLinesFillManyBlocks) {
+  RunBigCase([](RandomSource& random) {
+    Texts texts(2);
+    for (int i = 0; i < 2000; ++i) {
+      const std::string name(random.Between(100, 500), 'N');
+      const std::string line = "PROFILE:trace\t" + name + std::to_string(i) + "\t1\t";
+      texts[0] += line + "1\n";
+      texts[1] += line + std::to_string(i % 7) + "\n";
+    }
+    return Case{texts, MergeDifference};
+  });
+}
+
+}  // namespace
+}  // namespace ptick::model

@@ -1,0 +1,143 @@
+#include "model/model_cases.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cstddef>
+#include <cstdlib>
+#include <string_view>
+
+#include "model/model_list.h"
+
+namespace ptick::model {
+
+namespace {
+
+constexpr std::uint64_t kFirstSeed = 20240101;
+
+std::uint64_t FromEnvironment(const char* name, std::uint64_t otherwise) {
+  const char* const set = std::getenv(name);  // NOLINT(concurrency-mt-unsafe)
+  const std::string_view text = set == nullptr ? "" : set;
+  std::uint64_t number = otherwise;
+  std::from_chars(text.data(), text.data() + text.size(), number);
+  return number;
+}
+
+std::uint64_t FirstSeed() { return FromEnvironment("PTICK_MODEL_SEED", kFirstSeed); }
+
+std::string WithoutLine(const std::string& text, std::size_t begin) {
+  const std::size_t end = text.find('\n', begin);
+  return text.substr(0, begin) + (end == std::string::npos ? "" : text.substr(end + 1));
+}
+
+// Removes lines as long as the difference stays.
+Texts Smallest(Texts texts, const std::function<std::string(const Texts&)>& difference) {
+  for (bool smaller = true; smaller;) {
+    smaller = false;
+    for (std::string& text : texts) {
+      for (std::size_t begin = 0; begin < text.size();) {
+        const std::string whole = text;
+        text = WithoutLine(whole, begin);
+        if (!difference(texts).empty()) {
+          smaller = true;
+        } else {
+          text = whole;
+          begin = std::min(text.find('\n', begin), text.size() - 1) + 1;
+        }
+      }
+    }
+  }
+  return texts;
+}
+
+std::string ShownProfiles(const Texts& texts) {
+  std::string shown;
+  for (const std::string& text : texts) {
+    shown += "profile:\n";
+    for (const std::string& line : LinesOf(text)) {
+      shown += "  " + Shown(line) + "\n";
+    }
+  }
+  return shown;
+}
+
+}  // namespace
+
+void RunCases(std::uint64_t count, const std::function<Case(RandomSource&)>& make_case) {
+  const std::uint64_t first = FirstSeed();
+  count = FromEnvironment("PTICK_MODEL_CASES", count);
+  for (std::uint64_t seed = first; seed < first + count; ++seed) {
+    RandomSource random(seed);
+    const Case made = make_case(random);
+    if (made.Difference(made.Profiles).empty()) {
+      continue;
+    }
+    const Texts smallest = Smallest(made.Profiles, made.Difference);
+    FAIL() << "PTICK_MODEL_SEED=" << seed << " PTICK_MODEL_CASES=1\n"
+           << ShownProfiles(smallest) << made.Difference(smallest);
+  }
+}
+
+void RunBigCase(const std::function<Case(RandomSource&)>& make_case) {
+  RandomSource random(FirstSeed());
+  const Case made = make_case(random);
+  EXPECT_EQ(made.Difference(made.Profiles), "") << "PTICK_MODEL_SEED=" << FirstSeed();
+}
+
+TableOptions RandomOptions(RandomSource& random) {
+  TableOptions options;
+  options.PerProgram = random.Chance(60);
+  options.CpuOption = random.Chance(60);
+  options.Ascending = random.Chance(50);
+  options.KeyScript = random.Chance(70);
+  options.TypeRate = random.Chance(50);
+  return options;
+}
+
+RunOptions MakeOptions(const TableOptions& options) {
+  RunOptions made;
+  made.PerProgram = options.PerProgram;
+  made.CpuOption = options.CpuOption;
+  made.TickOrder = options.Ascending ? LocateOrder::kAscending : LocateOrder::kDescending;
+  made.KeyScriptFile = options.KeyScript ? "keys" : "";
+  made.TypeRateOption = options.TypeRate;
+  return made;
+}
+
+std::string OptionLetters(const TableOptions& options) {
+  std::string letters = "options:";
+  letters += options.PerProgram ? " -n" : "";
+  letters += options.CpuOption ? " -u" : "";
+  letters += options.Ascending ? " -i" : "";
+  letters += options.KeyScript ? " -kkeys" : "";
+  letters += options.TypeRate ? " -t" : "";
+  return letters + "\n";
+}
+
+std::string FirstDifference(const std::string& model, const std::string& program) {
+  if (model == program) {
+    return "";
+  }
+  const std::vector<std::string> wanted = LinesOf(model);
+  const std::vector<std::string> got = LinesOf(program);
+  std::size_t at = 0;
+  while (at < wanted.size() && at < got.size() && wanted[at] == got[at]) {
+    ++at;
+  }
+  const auto line = [at](const std::vector<std::string>& lines) {
+    return at < lines.size() ? Shown(lines[at]) : "(end)";
+  };
+  return "differs in line " + std::to_string(at + 1) + "\n  model:   " + line(wanted) +
+         "\n  program: " + line(got) + "\n";
+}
+
+std::string JoinLines(const std::vector<std::string>& lines) {
+  std::string joined;
+  for (const std::string& line : lines) {
+    joined += line + "\n";
+  }
+  return joined;
+}
+
+}  // namespace ptick::model

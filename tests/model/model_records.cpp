@@ -1,0 +1,111 @@
+#include "model/model_records.h"
+
+#include <map>
+
+#include "value/mask.h"
+
+namespace ptick::model {
+
+namespace {
+
+struct Input {
+  Value Code;
+  Value Typed;
+  Value Start;
+  Value End;
+  std::string Text;
+};
+
+void AppendPause(const Input& input, ModelTables& tables) {
+  const Value& hertz = tables.Headers.at("hertz");
+  const Value pause = Divide(Subtract(input.Start, tables.LastClock), hertz);
+  if (tables.LastClock != "0" && pause > 0) {
+    tables.KeyScript.emplace_back("SLEEP " + pause.Text());
+  }
+  tables.LastClock = input.End;
+}
+
+void AppendTypingDelay(const Input& input, ModelTables& tables) {
+  const Value keys = input.Code != "0" ? Increment(input.Typed) : input.Typed;
+  if (keys > 0) {
+    const Value seconds = Divide(Subtract(input.End, input.Start), tables.Headers.at("hertz"));
+    tables.KeyScript.emplace_back("TYPEDELAY " + Divide(seconds, keys).Text());
+  }
+}
+
+std::string Escaped(std::string_view text) {
+  std::string escaped;
+  for (std::int64_t i = 1; i <= Len(text); ++i) {
+    const std::string c(Substring(text, i, 1));
+    if (c == "\"" || c == "~") {
+      escaped += "~" + c;
+    } else if (Seq(c) >= 32 && Seq(c) <= 126) {
+      escaped += c;
+    } else {
+      escaped += "~" + Fmt(Seq(c), "R%3");
+    }
+  }
+  return escaped;
+}
+
+std::string InputLine(const Input& input) {
+  std::string text = input.Text;
+  std::string suffix = " NOCR";
+  if (input.Code == 10 || input.Code == 13) {
+    suffix = "";
+  } else if (input.Code != "0" && !input.Code.Empty()) {
+    text += Char(input.Code);
+  }
+  return "INPUT " + Quote(Escaped(text), '"') + suffix;
+}
+
+// A command for the shell is marked by its first byte; two bytes are dropped then.
+std::string CommandOf(std::string command) {
+  if (Seq(command) == 255) {
+    command = Substring(command, 3, Len(command));
+  }
+  return Extract(command, {1, 1});
+}
+
+}  // namespace
+
+void ParseInput(const Record& record, const RunOptions& options, ModelTables& tables) {
+  Value& count = tables.Headers.at("input_count");
+  count = Increment(count);
+  if (options.KeyScriptFile.empty()) {
+    return;
+  }
+  const Input input{record.Field(2), record.Field(3), record.Field(4), record.Field(5),
+                    record.Behind(5)};
+  if (!tables.Headers.at("hertz").Empty()) {
+    AppendPause(input, tables);
+    if (options.TypeRateOption) {
+      AppendTypingDelay(input, tables);
+    }
+  }
+  tables.KeyScript.emplace_back(InputLine(input));
+}
+
+void ParsePerform(const Record& record, ModelTables& tables) {
+  static const std::map<std::string, std::int64_t> kKeys = {
+      {"startclock", 1}, {"endclock", 2}, {"starttime", 3}, {"endtime", 4},
+      {"ticks", 5},      {"usrcpu", 6},   {"syscpu", 7},    {"type", 8}};
+  std::string entry;
+  for (std::int64_t field = 2; field <= 1000; field += 2) {
+    const std::string key = record.Field(field);
+    if (key == "cmd") {
+      entry = Assign(entry, {1, 9}, CommandOf(record.Behind(field)));
+    }
+    if (key == "cmd" || key.empty()) {
+      break;
+    }
+    if (const auto known = kKeys.find(key); known != kKeys.end()) {
+      entry = Assign(entry, {1, known->second}, record.Field(field + 1));
+    }
+  }
+  if (!Extract(entry, {1, 9}).empty()) {
+    tables.Performs.emplace_back(entry);
+  }
+}
+
+}  // namespace ptick::model

@@ -1,0 +1,83 @@
+#include "model/typed_run.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "profile/record_parser.h"
+#include "support/memory_platform.h"
+#include "value/stop.h"
+
+namespace ptick::model {
+
+namespace {
+
+Ran RunOn(MemoryPlatform& platform, const std::function<void(Output&)>& piece) {
+  Ran ran;
+  Output output(platform);
+  try {
+    piece(output);
+    output.Finish();
+  } catch (const Stop& stop) {
+    output.Close();
+    ran.Stopped = stop.Status;
+  }
+  ran.Output = platform.Output;
+  ran.Terminal = platform.Terminal;
+  return ran;
+}
+
+}  // namespace
+
+std::optional<std::size_t> PiecewiseRecord::Read(std::span<char> block) {
+  const std::size_t most = std::min({block.size(), text_.size() - at_, longest_piece_});
+  const std::size_t size = most == 0 ? 0 : random_.Between(1, most);
+  text_.copy(block.data(), size, at_);
+  at_ += size;
+  return size;
+}
+
+Delivery RandomDelivery(RandomSource& random) {
+  return {.BlockSize = random.Between(1, 300),
+          .LongestPiece = random.Between(1, 200),
+          .Seed = random.Below(1000000)};
+}
+
+Ran RunTyped(const std::function<void(Output&)>& piece) {
+  MemoryPlatform platform;
+  return RunOn(platform, piece);
+}
+
+Ran ParseTyped(const std::string& text, const Delivery& delivery, const RunOptions& options,
+               ProfileTables& tables) {
+  RecordBlocks blocks(
+      std::make_unique<PiecewiseRecord>(text, delivery.LongestPiece, delivery.Seed),
+      delivery.BlockSize);
+  return RunTyped([&](Output& output) { ParseProfileLines(blocks, options, output, tables); });
+}
+
+Ran MergeTyped(const std::vector<std::string>& texts, ProfileMerge& merge) {
+  MemoryPlatform platform;
+  platform.BlockSize = 1 + texts.front().size() / 3;
+  std::vector<std::string> names;
+  for (const std::string& text : texts) {
+    const std::string record = "run" + std::to_string(names.size() + 1);
+    platform.Files["."][record] = {text};
+    names.push_back(record);
+  }
+  return RunOn(platform,
+               [&](Output& output) { MergeProfileFiles(names, platform, output, merge); });
+}
+
+std::vector<std::string> ReadLines(LineBlocks& blocks) {
+  std::vector<std::string> lines;
+  for (std::string_view block = blocks.Next(); !block.empty(); block = blocks.Next()) {
+    while (!block.empty()) {
+      const std::size_t end = block.find('\n');
+      lines.emplace_back(block.substr(0, end));
+      block.remove_prefix(std::min(end, block.size() - 1) + 1);
+    }
+  }
+  return lines;
+}
+
+}  // namespace ptick::model

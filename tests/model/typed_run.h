@@ -1,0 +1,67 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "model/random_source.h"
+#include "platform/platform.h"
+#include "profile/profile_merge.h"
+#include "profile/profile_tables.h"
+#include "profile/run_options.h"
+#include "value/output.h"
+
+namespace ptick::model {
+
+/// A record that hands out a text in pieces of odd sizes, which a seed determines.
+class PiecewiseRecord final : public RecordReader {
+ public:
+  PiecewiseRecord(std::string text, std::size_t longest_piece, std::uint64_t seed)
+      : text_(std::move(text)), longest_piece_(longest_piece), random_(seed) {}
+
+  std::optional<std::size_t> Read(std::span<char> block) override;
+
+ private:
+  std::string text_;
+  std::size_t longest_piece_;
+  RandomSource random_;
+  std::size_t at_ = 0;
+};
+
+/// How a text reaches the parser.
+struct Delivery {
+  std::size_t BlockSize = 256 * 1024;
+  std::size_t LongestPiece = 256 * 1024;
+  std::uint64_t Seed = 0;
+};
+
+/// Sizes small enough that lines are torn anywhere.
+Delivery RandomDelivery(RandomSource& random);
+
+/// What a run of the program's own code left behind.
+struct Ran {
+  std::string Output;
+  std::string Terminal;
+  std::optional<int> Stopped;  ///< the status, when it was stopped early
+};
+
+/// Runs a piece of the program with output into memory, up to its end or stop.
+Ran RunTyped(const std::function<void(Output&)>& piece);
+
+/// The text parsed into the tables.
+Ran ParseTyped(const std::string& text, const Delivery& delivery, const RunOptions& options,
+               ProfileTables& tables);
+
+/// Profiles of these texts merged by the loader's rules.
+Ran MergeTyped(const std::vector<std::string>& texts, ProfileMerge& merge);
+
+/// All lines that are left in `blocks`.
+std::vector<std::string> ReadLines(LineBlocks& blocks);
+
+}  // namespace ptick::model

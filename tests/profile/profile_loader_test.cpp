@@ -1,0 +1,247 @@
+#include "profile/profile_loader.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "support/memory_platform.h"
+#include "support/profiles.h"
+#include "value/stop.h"
+
+namespace ptick {
+namespace {
+
+using testing::Records;
+using testing::RowText;
+
+class ProfileLoaderTest : public ::testing::Test {
+ protected:
+  /// Loads these profiles; what it leaves is in tables_ and platform_.
+  std::optional<int> Load(std::vector<std::string> names) {
+    platform_.Terminal.clear();
+    platform_.Reads.clear();
+    platform_.OpenedFiles.clear();
+    tables_ = {};
+    RunOptions options;
+    options.ProfileList = std::move(names);
+    Output output(platform_);
+    try {
+      LoadProfileList(options, platform_, output, tables_);
+    } catch (const Stop& stop) {
+      return stop.Status;
+    }
+    return std::nullopt;
+  }
+
+  std::string Total() const { return tables_.TotalTicks.Text(); }
+
+  MemoryPlatform platform_;
+  ProfileTables tables_;
+};
+
+TEST_F(ProfileLoaderTest, ReadsOneProfileWhereverItIs) {
+  platform_.Files["."]["run1"].Text = Records({"ticks|1"});
+  platform_.Files["a/b"]["c"].Text = Records({"ticks|2"});
+  platform_.Files["/tmp"]["run1"].Text = Records({"ticks|3"});
+  platform_.Files["/"]["run1"].Text = Records({"ticks|4"});
+  struct Row {
+    std::string_view Name;
+    std::string_view Want;
+  };
+  const std::vector<Row> rows = {
+      {"run1", "1"}, {"./run1", "1"}, {"a/b/c", "2"}, {"/tmp/run1", "3"}, {"/run1", "4"}};
+  for (const Row& row : rows) {
+    EXPECT_EQ(Load({std::string(row.Name)}), std::nullopt) << row.Name;
+    EXPECT_EQ(Total(), row.Want) << row.Name;
+    EXPECT_EQ(tables_.ProfileName, row.Name);
+    EXPECT_EQ(platform_.Terminal, "");
+    EXPECT_EQ(platform_.Reads.size(), 1U);
+  }
+}
+
+TEST_F(ProfileLoaderTest, ReadsTheDefaultProfileOfTheOwnPort) {
+  for (const std::string_view port : {"0", "7", "007", "123"}) {
+    platform_.Port = port;
+    const std::string name = "ptick_" + std::string(port);
+    platform_.Files["."] = {{name, {.Text = Records({"ticks|5"})}}};
+    EXPECT_EQ(Load({}), std::nullopt) << port;
+    EXPECT_EQ(Total(), "5") << port;
+    EXPECT_EQ(tables_.ProfileName, name);
+    platform_.Files["."].clear();
+    EXPECT_EQ(Load({}), 1) << port;
+    EXPECT_EQ(platform_.Terminal, "ptick: [202] cannot read record '" + name + "'\n");
+  }
+}
+
+TEST_F(ProfileLoaderTest, StopsWhereTheOnlyProfileCannotBeRead) {
+  platform_.Files["."]["run1"].Text = Records({"ticks|1"});
+  platform_.Files["run1"] = {};
+  platform_.Files["."]["broken"] = {.Text = Records({"ticks|1"}), .FailsAfter = 5};
+  platform_.Files["."]["late"] = {.Text = Records({"ticks|1", "ticks|2"}), .FailsAfter = 20};
+  struct Row {
+    std::string_view Name;
+    std::string_view Want;
+  };
+  const std::vector<Row> rows = {
+      {"none", "ptick: [202] cannot read record 'none'\n"},
+      {"dir/run1", "ptick: [201] cannot open file 'dir'\n"},
+      {"/a/b/run1", "ptick: [201] cannot open file '/a/b'\n"},
+      {"/run1", "ptick: [201] cannot open file '/'\n"},
+      {"run1/", "ptick: [202] cannot read record ''\n"},
+      {"", "ptick: [202] cannot read record ''\n"},
+      {"./none", "ptick: [202] cannot read record 'none'\n"},
+      {"broken", "ptick: [202] cannot read record 'broken'\n"},
+      {"late", "ptick: [202] cannot read record 'late'\n"},
+  };
+  for (const Row& row : rows) {
+    EXPECT_EQ(Load({std::string(row.Name)}), 1) << row.Name;
+    EXPECT_EQ(platform_.Terminal, row.Want) << row.Name;
+    EXPECT_EQ(platform_.Output, "");
+  }
+}
+
+TEST_F(ProfileLoaderTest, HandsTheOnlyProfileToTheParserAsItIs) {
+  platform_.Files["."]["run1"].Text = "\n# a comment\n\t\tPROFILE:TICKS\t\t5\n" +
+                                      Records({"program|P", "pid|7", "trace|P|1|2", "trace|P|1|2",
+                                               "startclock|9", "startclock|8", "hertz"});
+  EXPECT_EQ(Load({"run1"}), std::nullopt);
+  EXPECT_EQ(Total(), "5");
+  EXPECT_EQ(tables_.ProgramName, "P");
+  EXPECT_EQ(tables_.Pid.Text(), "7");
+  EXPECT_EQ(tables_.StartClock.Text(), "8");
+  EXPECT_EQ(RowText(tables_.Details, 0), "P|1|2 P|1|2");
+}
+
+TEST_F(ProfileLoaderTest, TakesAProfileOfNothing) {
+  for (const std::string_view text : {"", "\n", "no profile\n", "PROFILE:ticks\n"}) {
+    platform_.Files["."]["run1"].Text = text;
+    EXPECT_EQ(Load({"run1"}), std::nullopt) << text;
+    EXPECT_EQ(platform_.Terminal, "") << text;
+    EXPECT_EQ(tables_.ProfileName, "run1");
+  }
+}
+
+TEST_F(ProfileLoaderTest, StopsAtAMalformedLine) {
+  platform_.Files["."]["run1"].Text = "\n" + Records({"ticks|5", "bogus|1"});
+  EXPECT_EQ(Load({"run1"}), 2);
+  EXPECT_EQ(platform_.Terminal, "Invalid format in profile file at line 3\n\tbogus\t1\n");
+}
+
+TEST_F(ProfileLoaderTest, MergesTwoProfiles) {
+  platform_.Files["."]["run1"].Text =
+      Records({"program|P", "pid|7", "ppid|6", "typerate|1|2", "resource|1|2", "startclock|100",
+               "endclock|500", "hertz|100", "ticks|10", "trace|P|10|3", "input|13|1|1|2|a",
+               "portno|4", "user_ticks|3|5", "perform|ticks|1|cmd|LIST", "shared_object|lib|1"});
+  platform_.Files["dir"]["run2"].Text =
+      Records({"startclock|90", "endclock|700", "hertz|50", "ticks|5", "trace|P|10|4",
+               "trace|Q|1|1", "portno|4", "user_ticks|3|7", "perform|ticks|1|cmd|LIST",
+               "perform|ticks|2|cmd|WHO", "shared_object|lib|1"});
+  EXPECT_EQ(Load({"run1", "dir/run2"}), std::nullopt);
+  EXPECT_EQ(tables_.ProfileName, "run1 ...");
+  EXPECT_EQ(tables_.ProgramName, "(unknown)");
+  EXPECT_EQ(tables_.ProgramCommand, "");
+  EXPECT_EQ(tables_.Pid.Text() + " " + tables_.PPid.Text(), "-1 -1");
+  EXPECT_FALSE(tables_.TypeRate);
+  EXPECT_EQ(tables_.Resource, "");
+  EXPECT_EQ(tables_.StartClock.Text() + " " + tables_.EndClock.Text(), "90 700");
+  EXPECT_EQ(tables_.Hertz.Text(), "50");
+  EXPECT_EQ(Total(), "15");
+  EXPECT_EQ(RowText(tables_.Details, 0), "P|10|7 Q|1|1");
+  EXPECT_EQ(tables_.InputCount.Text(), "0");
+  EXPECT_EQ(tables_.PortNo.Text(), "8");
+  EXPECT_EQ(tables_.UserTicks.at(2).Text(), "12");
+  const std::string perform = "\xfd\xfd\xfd\xfd";
+  EXPECT_EQ(testing::Texts(tables_.Performs),
+            (std::vector<std::string>{perform + "1\xfd\xfd\xfd\xfd" + "0",
+                                      perform + "2\xfd\xfd\xfd\xfdWHO"}));
+  EXPECT_EQ(testing::Texts(tables_.SharedObjects), std::vector<std::string>{"lib"});
+}
+
+TEST_F(ProfileLoaderTest, MergesAProfileWithItself) {
+  platform_.Files["."]["run1"].Text =
+      Records({"startclock|100", "endclock|500", "hertz|100", "ticks|10", "trace|P|10|3"});
+  EXPECT_EQ(Load({"run1", "run1", "run1"}), std::nullopt);
+  EXPECT_EQ(tables_.ProfileName, "run1 ...");
+  EXPECT_EQ(Total(), "30");
+  EXPECT_EQ(RowText(tables_.Details, 0), "P|10|9");
+  EXPECT_EQ(tables_.StartClock.Text() + " " + tables_.EndClock.Text(), "100 500");
+  EXPECT_EQ(tables_.Hertz.Text(), "100");
+  EXPECT_EQ(platform_.Reads.size(), 3U);
+}
+
+TEST_F(ProfileLoaderTest, PassesOverWhatCannotBeReadInAMerge) {
+  platform_.Files["."]["run1"].Text = Records({"ticks|1"});
+  platform_.Files["."]["run2"].Text = Records({"ticks|2"});
+  platform_.Files["."]["empty"].Text = "nothing of use\n";
+  platform_.Files["."]["broken"] = {.Text = Records({"ticks|4"}), .FailsAfter = 0};
+  platform_.Files["d"]["run3"].Text = Records({"ticks|8"});
+  const std::string no_file = "ptick: [201] cannot open file 'dir'\n";
+  const std::string no_record = "ptick: [202] cannot read record 'none'\n";
+  struct Row {
+    std::vector<std::string> Names;
+    std::string_view WantTotal;
+    std::string_view WantName;
+    std::string WantTerminal;
+  };
+  const std::vector<Row> rows = {
+      {{"run1", "run2"}, "3", "run1 ...", ""},
+      {{"dir/run1", "run2"}, "2", "run2 ...", no_file},
+      {{"none", "run2"}, "2", "run2 ...", no_record},
+      {{"run1", "none"}, "1", "run1 ...", no_record},
+      {{"none", "dir/none", "d/run3", "run1"}, "9", "d/run3 ...", no_record + no_file},
+      {{"run1", "none", "run2", "dir/x"}, "3", "run1 ...", no_record + no_file},
+      {{"broken", "run2"}, "2", "run2 ...", "ptick: [202] cannot read record 'broken'\n"},
+      {{"", "run2"}, "2", "run2 ...", "ptick: [202] cannot read record ''\n"},
+      // A profile without a usable line has been read.
+      {{"empty", "run2"}, "2", "empty ...", ""},
+  };
+  for (const Row& row : rows) {
+    EXPECT_EQ(Load(row.Names), std::nullopt) << row.Names.front();
+    EXPECT_EQ(Total(), row.WantTotal) << row.Names.front();
+    EXPECT_EQ(tables_.ProfileName, row.WantName);
+    EXPECT_EQ(platform_.Terminal, row.WantTerminal);
+  }
+}
+
+TEST_F(ProfileLoaderTest, StopsWhereNothingWasMerged) {
+  platform_.Files["."]["empty"].Text = "";
+  platform_.Files["."]["dropped"].Text = Records({"program|P", "pid|5", "ticks"});
+  struct Row {
+    std::vector<std::string> Names;
+    std::string WantTerminal;
+  };
+  const std::vector<Row> rows = {
+      {{"none", "dir/run1"},
+       "ptick: [202] cannot read record 'none'\nptick: [201] cannot open file 'dir'\n"},
+      {{"empty", "empty"}, ""},
+      {{"dropped", "empty"}, ""},
+      {{"dropped", "none"}, "ptick: [202] cannot read record 'none'\n"},
+  };
+  for (const Row& row : rows) {
+    EXPECT_EQ(Load(row.Names), 2) << row.Names.front();
+    EXPECT_EQ(platform_.Terminal, row.WantTerminal + "No input files...\n");
+    EXPECT_EQ(platform_.Output, "");
+  }
+}
+
+TEST_F(ProfileLoaderTest, CountsTheMergedLines) {
+  platform_.Files["."]["run1"].Text =
+      "\n\n# a comment\n" + Records({"ticks|1", "trace|P|1|1", "pid|5", "bogus|a|1"});
+  EXPECT_EQ(Load({"run1", "run1"}), 2);
+  EXPECT_EQ(platform_.Terminal, "Invalid format in profile file at line 3\n\tbogus\ta\t2\n");
+}
+
+TEST_F(ProfileLoaderTest, StopsWhereAProfileBreaksOffInAMerge) {
+  platform_.BlockSize = 8;
+  platform_.Files["."]["run1"].Text = Records({"ticks|1"});
+  platform_.Files["."]["broken"] = {.Text = Records({"ticks|4", "ticks|5"}), .FailsAfter = 30};
+  EXPECT_EQ(Load({"run1", "broken", "none"}), 1);
+  EXPECT_EQ(platform_.Terminal, "ptick: [202] cannot read record 'broken'\n");
+}
+
+}  // namespace
+}  // namespace ptick
