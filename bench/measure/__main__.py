@@ -9,6 +9,7 @@ import tempfile
 import profiles
 import rivals
 import tables
+import timing
 import works
 
 
@@ -19,16 +20,19 @@ def parse_arguments():
     parser.add_argument("--small", dest="size", action="store_const", const="small")
     parser.add_argument("--full", dest="size", action="store_const", const="full")
     parser.add_argument("--no-rivals", action="store_true")
+    parser.add_argument("--cpu", action="store_true")
     parser.set_defaults(size="default")
     return parser.parse_args()
 
 
-def describe_machine():
+def describe_machine(by_processor):
     model = next((line.split(":")[1].strip()
                   for line in pathlib.Path("/proc/cpuinfo").read_text().splitlines()
                   if line.startswith("model name")), platform.machine())
     load = os.getloadavg()[0]
-    print(f"{model}, {os.cpu_count()} cores, load {load:.2f} at the start", end="\n\n")
+    kind = "processor" if by_processor else "wall"
+    print(f"{model}, {os.cpu_count()} cores, load {load:.1f} at the start; {kind} time",
+          end="\n\n", flush=True)
 
 
 def check_rows(generated, programs):
@@ -43,17 +47,18 @@ def main():
     build = pathlib.Path(arguments.build)
     programs = rivals.Programs(arguments.ptick or build / "ptick", build / "bench")
     sizes = works.SIZES[arguments.size]
-    describe_machine()
+    timer = timing.Timer(arguments.cpu)
+    describe_machine(arguments.cpu)
     with tempfile.TemporaryDirectory(prefix="ptick_bench.") as name:
         scratch = pathlib.Path(name)
         generated = profiles.Profiles(programs.generator(), scratch)
         check_rows(generated, programs)
-        compared = works.compare(works.compared(sizes, generated), programs,
-                                 not arguments.no_rivals)
-        compared |= works.compare_start(generated, programs)
+        with_slow = not arguments.no_rivals
+        compared = works.compare(works.compared(sizes, generated), programs, timer, with_slow)
+        compared |= works.compare_start(generated, programs, timer, with_slow)
         print(tables.comparison(compared), end="\n\n")
         print(tables.line_growth(compared, sizes.comparison), end="\n\n", flush=True)
-        followed = works.follow(sizes, generated, programs, scratch)
+        followed = works.follow(sizes, generated, programs, timer, scratch)
         print(tables.growth(followed, sizes.rest))
 
 

@@ -1,10 +1,11 @@
-"""Wall times from hyperfine and peak memory from GNU time."""
+"""Times from hyperfine and peak memory from GNU time."""
 
 import dataclasses
 import json
 import pathlib
 import shlex
 import subprocess
+import sys
 import tempfile
 
 
@@ -18,7 +19,7 @@ class Command:
 
 @dataclasses.dataclass(frozen=True)
 class Figures:
-    """Of the fastest run, which others on the machine disturbed least."""
+    """What a command took."""
 
     seconds: float
     peak_kb: int  # of the largest process
@@ -28,17 +29,33 @@ def command(name, *words):
     return Command(name, tuple(str(word) for word in words))
 
 
-def measure(commands, runs):
-    """Runs the commands in turn, `runs` times each behind one run to warm up; Figures by name."""
+class Timer:
+    """Measures by the clock, the fastest of the runs, which others on the machine disturbed least; or
+    by processor time, the mean of the runs, all processes together."""
+
+    def __init__(self, by_processor):
+        self._by_processor = by_processor
+
+    def measure(self, commands, runs, warmup=1):
+        """Runs the commands one after another, each `runs` times; Figures by name."""
+        results = _run_hyperfine(commands, runs, warmup)
+        return {each.name: Figures(self._seconds(result), _peak_kb(each))
+                for each, result in zip(commands, results)}
+
+    def _seconds(self, result):
+        return result["user"] + result["system"] if self._by_processor else result["min"]
+
+
+def _run_hyperfine(commands, runs, warmup):
     with tempfile.TemporaryDirectory() as scratch:
         times = pathlib.Path(scratch, "times")
-        subprocess.run(
-            ["hyperfine", "-N", "--style=none", "--warmup=1", f"--runs={runs}",
+        run = subprocess.run(
+            ["hyperfine", "-N", "--style=none", f"--warmup={warmup}", f"--runs={runs}",
              f"--export-json={times}", *(shlex.join(each.words) for each in commands)],
-            check=True, stdout=subprocess.DEVNULL)
-        results = json.loads(times.read_text(encoding="ascii"))["results"]
-    return {each.name: Figures(result["min"], _peak_kb(each))
-            for each, result in zip(commands, results)}
+            stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True, check=False)
+        if run.returncode != 0:  # otherwise it has warnings about outliers only
+            sys.exit(run.stderr)
+        return json.loads(times.read_text(encoding="ascii"))["results"]
 
 
 # A process counts its parent's memory until it becomes another program: GNU time is a small parent,

@@ -31,24 +31,25 @@ def compared(sizes, profiles):
     yield f"W3: merge of 8 files of {sizes.merge:,} lines", "merge", files
 
 
-def compare(works, programs, with_slow):
+def compare(works, programs, timer, with_slow):
     """Figures by name of program, for every title."""
     results = {}
     for title, kind, files in works:
         fast = [programs.work(kind, files), *programs.fast(kind, files)]
-        results[title] = timing.measure(fast, runs=10)
+        results[title] = timer.measure(fast, runs=10)
         if with_slow:
-            results[title] |= timing.measure(programs.slow(kind, files), runs=2)
+            results[title] |= timer.measure(programs.slow(kind, files), runs=2, warmup=0)
     return results
 
 
-def compare_start(profiles, programs):
+def compare_start(profiles, programs, timer, with_slow):
     """W4: start-up, where a profile is small."""
     profile = profiles.one(100)
     commands = [programs.ptick(profile), timing.command("true", "true"),
-                timing.command("wc -l", "wc", "-l", profile),
-                *programs.slow("lines", [profile])]
-    return {"W4: 100 lines": timing.measure(commands, runs=300)}
+                timing.command("wc -l", "wc", "-l", profile)]
+    if with_slow:
+        commands += programs.slow("lines", [profile])
+    return {"W4: 100 lines": timer.measure(commands, runs=300)}
 
 
 def rest(lines, profiles, programs, scratch):
@@ -72,10 +73,10 @@ def rest(lines, profiles, programs, scratch):
     yield "a program per 10 lines, -nu", programs.ptick("-nu", many)
 
 
-def follow(sizes, profiles, programs, scratch):
+def follow(sizes, profiles, programs, timer, scratch):
     """The figures at both sizes, for every title."""
     results = {}
     for lines in sizes.rest:
         for title, command in rest(lines, profiles, programs, scratch):
-            results.setdefault(title, []).append(timing.measure([command], runs=5)["ptick"])
+            results.setdefault(title, []).append(timer.measure([command], runs=5)["ptick"])
     return results

@@ -1,0 +1,78 @@
+// Laying out the rows of the per-line report.
+
+#include <benchmark/benchmark.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <span>
+#include <string>
+
+#include "bench_texts.h"
+#include "generator/program_names.h"
+#include "generator/random.h"
+#include "profile/tick_table.h"
+#include "reports/row_layout.h"
+
+namespace ptick::bench {
+
+namespace {
+
+constexpr std::uint32_t kPrograms = 2000;
+constexpr std::int64_t kTotalTicks = 10'000'000;
+
+TickTable RandomTable() {
+  TickTable table;
+  for (const std::string& name : ProgramNames(kPrograms)) {
+    table.Programs().Intern(name);
+  }
+  Random random(1);
+  for (std::uint32_t i = 0; i < kBenchLines; ++i) {
+    const std::uint32_t program = random.Below(kPrograms);
+    const std::uint32_t line = random.Below(5000) + 1;
+    table.Add(program, line, random.Zipf());
+  }
+  table.Order(LocateOrder::kDescending, false);
+  return table;
+}
+
+void LayOutRows(benchmark::State& state) {
+  const TickTable table = RandomTable();
+  std::array<char, kRowWidth> row{};
+  for (auto _ : state) {
+    RowLayout layout(table, kTotalTicks);
+    layout.StartList();
+    for (const TickEntry& entry : table.Row(0)) {
+      layout.LayOut(entry, row.data());
+      benchmark::DoNotOptimize(row.data());
+      benchmark::ClobberMemory();
+    }
+  }
+  state.SetItemsProcessed(std::int64_t{kBenchLines} * state.iterations());
+}
+BENCHMARK(LayOutRows)->Name("row layout/RowLayout");
+
+void PrintRows(benchmark::State& state) {
+  const TickTable table = RandomTable();
+  std::array<char, 2 * kRowWidth> row{};
+  for (auto _ : state) {
+    const TickEntry* previous = nullptr;
+    for (const TickEntry& entry : table.Row(0)) {
+      const bool shows_name = previous == nullptr || previous->Program != entry.Program;
+      const std::string name(shows_name ? table.Programs()[entry.Program] : std::string_view());
+      const std::int64_t share = std::int64_t{entry.Ticks} * 10000 / kTotalTicks;
+      std::snprintf(row.data(), row.size(), "%-20.20s %-6u %-8u %-6.4g", name.c_str(), entry.Line,
+                    entry.Ticks, static_cast<double>(share) / 100);
+      previous = &entry;
+      benchmark::DoNotOptimize(row.data());
+      benchmark::ClobberMemory();
+    }
+  }
+  state.SetItemsProcessed(std::int64_t{kBenchLines} * state.iterations());
+}
+BENCHMARK(PrintRows)->Name("row layout/snprintf");
+
+}  // namespace
+
+}  // namespace ptick::bench
