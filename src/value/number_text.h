@@ -18,8 +18,8 @@ struct DecimalDigits {
 /// The parts of a numeric text, or nothing when it is not numeric.
 std::optional<DecimalDigits> SplitDecimal(std::string_view text);
 
-/// A number in plain notation, not cut: a floating number that is not whole with all decimals of its
-/// 15 significant digits.
+/// A number in plain notation, not cut: a floating number that is not whole with all decimals of
+/// its 15 significant digits.
 std::string DecimalText(const Number& number);
 
 }  // namespace ptick

@@ -55,9 +55,9 @@ std::string MergeDifference(const std::vector<std::string>& texts) {
   const Ran ran = MergeTyped(texts, merge);
   const std::string ending =
       lines.empty() ? Ending("No input files...\n", 2) : Ending("", std::nullopt);
-  return FirstDifference(
-      "run1 ...\n" + JoinLines(lines) + ending,
-      merge.FirstName() + " ...\n" + JoinLines(ReadLines(merge)) + Ending(ran.Terminal, ran.Stopped));
+  return FirstDifference("run1 ...\n" + JoinLines(lines) + ending,
+                         merge.FirstName() + " ...\n" + JoinLines(ReadLines(merge)) +
+                             Ending(ran.Terminal, ran.Stopped));
 }
 
 std::string MergedParseDifference(const std::vector<std::string>& texts,
@@ -69,8 +69,8 @@ std::string MergedParseDifference(const std::vector<std::string>& texts,
   ProfileMerge merge;
   MergeTyped(texts, merge);
   ProfileTables tables;
-  const Ran ran = RunTyped(
-      [&](Output& output) { ParseProfileLines(merge, options, output, tables); });
+  const Ran ran =
+      RunTyped([&](Output& output) { ParseProfileLines(merge, options, output, tables); });
   return TablesDifference(lines, options, ran, tables);
 }
 

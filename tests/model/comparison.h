@@ -25,8 +25,7 @@ std::string MergeDifference(const std::vector<std::string>& texts);
 
 /// How a parse of the merge of these texts differs from the model's. Texts whose merge is empty
 /// never differ.
-std::string MergedParseDifference(const std::vector<std::string>& texts,
-                                  const RunOptions& options);
+std::string MergedParseDifference(const std::vector<std::string>& texts, const RunOptions& options);
 
 /// How the reports on a profile differ from the model's. Profiles with invalid lines never differ.
 std::string LineReportDifference(const std::string& text, const RunOptions& options);

@@ -21,9 +21,8 @@ std::string OddProfile() {
 }
 
 std::string SplitDifference(const std::string& text, const Delivery& delivery) {
-  RecordBlocks blocks(
-      std::make_unique<PiecewiseRecord>(text, delivery.LongestPiece, delivery.Seed),
-      delivery.BlockSize);
+  RecordBlocks blocks(std::make_unique<PiecewiseRecord>(text, delivery.LongestPiece, delivery.Seed),
+                      delivery.BlockSize);
   return FirstDifference(JoinLines(LinesOf(text)), JoinLines(ReadLines(blocks)));
 }
 
@@ -49,9 +48,8 @@ TEST(LineSplitting, LeavesTheSameTablesWhateverTheSizes) {
 TEST(LineSplitting, AgreesOnRandomProfiles) {
   RunCases(1500, [](RandomSource& random) {
     const Delivery delivery = RandomDelivery(random);
-    return Case{{RandomProfile(random)}, [=](const Texts& texts) {
-                  return SplitDifference(texts.front(), delivery);
-                }};
+    return Case{{RandomProfile(random)},
+                [=](const Texts& texts) { return SplitDifference(texts.front(), delivery); }};
   });
 }
 

@@ -78,9 +78,8 @@ std::vector<std::string> NamesByTotal(const ModelTables& tables, LocateOrder ord
 }  // namespace
 
 std::vector<std::int64_t> ModelProgramOrder(const ModelTables& tables, const RunOptions& options) {
-  const std::vector<std::string> names = options.CpuOption
-                                             ? NamesByTotal(tables, options.TickOrder)
-                                             : SortedNames(tables.ProgramNames);
+  const std::vector<std::string> names = options.CpuOption ? NamesByTotal(tables, options.TickOrder)
+                                                           : SortedNames(tables.ProgramNames);
   std::vector<std::int64_t> rows;
   for (const std::string& name : names) {
     rows.push_back(LocateIn(name, tables.ProgramNames, LocateOrder::kNone).Position);

@@ -117,14 +117,14 @@ bool ParseHeader(const Record& record, ModelTables& tables) {
 }  // namespace
 
 HeaderValues InitialHeaders() {
-  return {{"memused", ""},        {"hertz", ""},           {"memfree", ""},
-          {"pagesize", 0},        {"starttime", ""},       {"startclock", ""},
-          {"endtime", ""},        {"endclock", ""},        {"ticks", ""},
-          {"ticks_index", ""},    {"index_count", ""},     {"ticks_trigger", ""},
-          {"trigger_count", ""},  {"usrcpu", ""},          {"syscpu", ""},
-          {"read_count", 0},      {"write_count", 0},      {"delete_count", 0},
-          {"clearfile_count", 0}, {"open_count", 0},       {"input_count", 0},
-          {"portno", -1},         {"pid", -1},             {"ppid", -1}};
+  return {{"memused", ""},        {"hertz", ""},       {"memfree", ""},
+          {"pagesize", 0},        {"starttime", ""},   {"startclock", ""},
+          {"endtime", ""},        {"endclock", ""},    {"ticks", ""},
+          {"ticks_index", ""},    {"index_count", ""}, {"ticks_trigger", ""},
+          {"trigger_count", ""},  {"usrcpu", ""},      {"syscpu", ""},
+          {"read_count", 0},      {"write_count", 0},  {"delete_count", 0},
+          {"clearfile_count", 0}, {"open_count", 0},   {"input_count", 0},
+          {"portno", -1},         {"pid", -1},         {"ppid", -1}};
 }
 
 std::optional<InvalidLine> ParseModelLines(const std::vector<std::string>& profile_lines,

@@ -14,14 +14,14 @@ namespace {
 using namespace std::string_view_literals;
 
 constexpr std::array kForeignLines = {
-    ""sv,          "# comment"sv,         "profile:trace\tA\t1\t2"sv, " PROFILE:trace\tA\t1\t2"sv,
-    "PROFILE"sv,   "XPROFILE:ticks\t5"sv, "PROFILE trace\tA\t1\t2"sv, "\t\t"sv,
-    "\r"sv,        "PROFILE\t:ticks\t5"sv};
+    ""sv,        "# comment"sv,         "profile:trace\tA\t1\t2"sv, " PROFILE:trace\tA\t1\t2"sv,
+    "PROFILE"sv, "XPROFILE:ticks\t5"sv, "PROFILE trace\tA\t1\t2"sv, "\t\t"sv,
+    "\r"sv,      "PROFILE\t:ticks\t5"sv};
 
 constexpr std::array kInvalidTypes = {
-    ""sv,        "tracex"sv,  "trac"sv,     " trace"sv, "trace "sv,    "tick"sv,    "user_tick"sv,
-    "ticks:5"sv, "pid:x"sv,   "trace:"sv,   "\ttrace"sv, "hertz\r"sv,  "input\0"sv, "\xFD"sv,
-    "endclock:"sv, "unknown"sv, "memused:a:b"sv};
+    ""sv,          "tracex"sv,  "trac"sv,      " trace"sv,  "trace "sv,     "tick"sv,
+    "user_tick"sv, "ticks:5"sv, "pid:x"sv,     "trace:"sv,  "\ttrace"sv,    "hertz\r"sv,
+    "input\0"sv,   "\xFD"sv,    "endclock:"sv, "unknown"sv, "memused:a:b"sv};
 
 std::string MixedCase(std::string text, RandomSource& random) {
   for (char& c : text) {

@@ -12,27 +12,51 @@ namespace {
 using namespace std::string_view_literals;
 using Fields = std::vector<std::string>;
 
-constexpr std::array kHeaderTypes = {
-    "memused"sv,        "hertz"sv,         "memfree"sv,         "pagesize"sv,    "starttime"sv,
-    "startclock"sv,     "endtime"sv,       "endclock"sv,        "ticks"sv,       "ticks_index"sv,
-    "index_count"sv,    "ticks_trigger"sv, "trigger_count"sv,   "usrcpu"sv,      "syscpu"sv,
-    "read_count"sv,     "write_count"sv,   "delete_count"sv,    "clearfile_count"sv,
-    "open_count"sv,     "input_count"sv,   "portno"sv,          "pid"sv,         "ppid"sv};
+constexpr std::array kHeaderTypes = {"memused"sv,         "hertz"sv,       "memfree"sv,
+                                     "pagesize"sv,        "starttime"sv,   "startclock"sv,
+                                     "endtime"sv,         "endclock"sv,    "ticks"sv,
+                                     "ticks_index"sv,     "index_count"sv, "ticks_trigger"sv,
+                                     "trigger_count"sv,   "usrcpu"sv,      "syscpu"sv,
+                                     "read_count"sv,      "write_count"sv, "delete_count"sv,
+                                     "clearfile_count"sv, "open_count"sv,  "input_count"sv,
+                                     "portno"sv,          "pid"sv,         "ppid"sv};
 
 constexpr std::array kPerformKeys = {"startclock"sv, "endclock"sv, "starttime"sv, "endtime"sv,
                                      "ticks"sv,      "usrcpu"sv,   "syscpu"sv,    "type"sv};
 
-constexpr std::array kStrangeKeys = {"unknown"sv, "CMD"sv, "Type"sv, "cmd "sv, "memused"sv, "\xFD"sv};
+constexpr std::array kStrangeKeys = {"unknown"sv, "CMD"sv,     "Type"sv,
+                                     "cmd "sv,    "memused"sv, "\xFD"sv};
 
-constexpr std::array kCommands = {"LIST X"sv,    "SORT Y"sv,     "list x"sv,  "A*B*C"sv, "*"sv,
-                                  "LIST X Z"sv,  "RUN\tIT"sv,    "A\xFD" "B"sv, "\xFD" "B"sv,
-                                  "\xFFkls -l"sv, "\xFF"sv,      "\xFFk"sv,   "\xFFk\xFD" "x"sv,
-                                  "\xFF\tls"sv,  "A\xFC" "B"sv,  ""sv,        "LIST X\r"sv, "0"sv};
+constexpr std::array kCommands = {"LIST X"sv,
+                                  "SORT Y"sv,
+                                  "list x"sv,
+                                  "A*B*C"sv,
+                                  "*"sv,
+                                  "LIST X Z"sv,
+                                  "RUN\tIT"sv,
+                                  "A\xFD"
+                                  "B"sv,
+                                  "\xFD"
+                                  "B"sv,
+                                  "\xFFkls -l"sv,
+                                  "\xFF"sv,
+                                  "\xFFk"sv,
+                                  "\xFFk\xFD"
+                                  "x"sv,
+                                  "\xFF\tls"sv,
+                                  "A\xFC"
+                                  "B"sv,
+                                  ""sv,
+                                  "LIST X\r"sv,
+                                  "0"sv};
 
 Fields RandomInput(RandomSource& random) {
-  return {"input", RandomCode(random), random.Chance(80) ? std::to_string(random.Below(4))
-                                                         : RandomTicks(random),
-          RandomClock(random), RandomClock(random), RandomText(random)};
+  return {"input",
+          RandomCode(random),
+          random.Chance(80) ? std::to_string(random.Below(4)) : RandomTicks(random),
+          RandomClock(random),
+          RandomClock(random),
+          RandomText(random)};
 }
 
 void AppendPair(Fields& fields, RandomSource& random) {

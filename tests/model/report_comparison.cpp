@@ -48,16 +48,14 @@ std::string PerformsDifference(const ParsedProfile& parsed) {
   options.Verbose = !parsed.Tables.Hertz.Empty();
   MemoryPlatform platform;
   platform.Width = kWidth;
-  const Ran ran = RunTyped([&](Output& output) {
-    ReportPerforms(parsed.Tables, options, platform, output);
-  });
+  const Ran ran =
+      RunTyped([&](Output& output) { ReportPerforms(parsed.Tables, options, platform, output); });
   const std::string page =
-      options.Verbose
-          ? Page("Programs PERFORMed by program ",
-                 "Elapsed Type Ticks  CPUusr,CPUsys ProgramPerformed", parsed.Model,
-                 ModelVerbosePerforms(parsed.Model, kWidth))
-          : Page("Programs PERFORMed by program ", "Times      Program PERFORMed", parsed.Model,
-                 ModelPerforms(parsed.Model));
+      options.Verbose ? Page("Programs PERFORMed by program ",
+                             "Elapsed Type Ticks  CPUusr,CPUsys ProgramPerformed", parsed.Model,
+                             ModelVerbosePerforms(parsed.Model, kWidth))
+                      : Page("Programs PERFORMed by program ", "Times      Program PERFORMed",
+                             parsed.Model, ModelPerforms(parsed.Model));
   return FirstDifference(page, ran.Output);
 }
 
@@ -110,8 +108,7 @@ std::string OtherReportsDifference(const std::string& text) {
   if (!parsed.Valid) {
     return "";
   }
-  const Ran ran =
-      RunTyped([&](Output& output) { ReportSubroutines(parsed.Tables, {}, output); });
+  const Ran ran = RunTyped([&](Output& output) { ReportSubroutines(parsed.Tables, {}, output); });
   const std::string page = Page("Subroutines called by program ", "Times       Subroutine",
                                 parsed.Model, ModelSubroutines(parsed.Model));
   const std::string difference = FirstDifference(page, ran.Output);

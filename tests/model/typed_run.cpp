@@ -49,9 +49,8 @@ Ran RunTyped(const std::function<void(Output&)>& piece) {
 
 Ran ParseTyped(const std::string& text, const Delivery& delivery, const RunOptions& options,
                ProfileTables& tables) {
-  RecordBlocks blocks(
-      std::make_unique<PiecewiseRecord>(text, delivery.LongestPiece, delivery.Seed),
-      delivery.BlockSize);
+  RecordBlocks blocks(std::make_unique<PiecewiseRecord>(text, delivery.LongestPiece, delivery.Seed),
+                      delivery.BlockSize);
   return RunTyped([&](Output& output) { ParseProfileLines(blocks, options, output, tables); });
 }
 
