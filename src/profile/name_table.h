@@ -65,8 +65,10 @@ class NameTable {
   void PrefetchSlot(std::uint64_t hash) const { __builtin_prefetch(&slots_[hash >> shift_]); }
   void PrefetchEnd(Id id) const { __builtin_prefetch(ends_.data() + id); }
   void PrefetchText(Id id) const {
-    __builtin_prefetch(bytes_.data() + ends_[id]);
-    __builtin_prefetch(bytes_.data() + ends_[id + 1]);
+    if (id < size()) {
+      __builtin_prefetch(bytes_.data() + ends_[id]);
+      __builtin_prefetch(bytes_.data() + ends_[id + 1]);
+    }
   }
   /// The number that a name of this hash most likely has; any when it is not there.
   Id LikelyId(std::uint64_t hash) const {
