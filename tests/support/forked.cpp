@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 
 // Writes the coverage counts of a process that ends without the usual clean-up, if it keeps any.
@@ -25,6 +26,13 @@ pid_t StartForked(const std::function<int()>& body) {
     return process;
   }
   ::alarm(kSecondsToLive);
+  // Whatever the tests were started with: in the background, or to outlive a terminal.
+  for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGTSTP, SIGCHLD}) {
+    ::signal(signal, SIG_DFL);
+  }
+  sigset_t none = {};
+  ::sigemptyset(&none);
+  ::sigprocmask(SIG_SETMASK, &none, nullptr);
   const int status = body();
   std::fflush(nullptr);
   if (__gcov_dump != nullptr) {

@@ -6,9 +6,9 @@
 
 namespace ptick::testing {
 
-/// Runs `body` in a forked process, so that it may change what belongs to a whole process, and
-/// returns what it returned, at most 255; 128 plus the signal number when a signal ended it,
-/// SIGALRM after a minute. Failed expectations in it are printed and give 99.
+/// Runs `body` in a forked process with the usual signals, so that it may change what belongs to a
+/// whole process, and returns what it returned, at most 255; 128 plus the signal number when a
+/// signal ended it, SIGALRM after a minute. Failed expectations in it are printed and give 99.
 int RunForked(const std::function<int()>& body);
 /// The same for a body that is nothing but expectations: 0 when they hold.
 int CheckForked(const std::function<void()>& body);

@@ -1,0 +1,242 @@
+#include "platform/linux/commands.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/linux/linux_platform.h"
+#include "platform/linux/unique_fd.h"
+#include "support/environment.h"
+#include "support/forked.h"
+#include "support/temp_directory.h"
+
+namespace ptick {
+namespace {
+
+using namespace std::chrono_literals;
+using Words = std::vector<std::string>;
+using testing::CheckForked;
+
+// Long enough never to be reached, also on a machine that has much else to do.
+constexpr CaptureLimits kUnlimited = {.TimePerCommand = 10min, .TimeoutsInARow = 3, .AtOnce = 2};
+
+Words Capture(const std::vector<Words>& commands, const CaptureLimits& limits = kUnlimited) {
+  Words lines;
+  CaptureOutputs(
+      commands, [&lines](std::string_view line) { lines.emplace_back(line); }, limits);
+  return lines;
+}
+
+// Whether every child of this process has been waited for.
+bool HasNoChildren() { return ::waitpid(-1, nullptr, WNOHANG) == -1 && errno == ECHILD; }
+
+// Scripts in a directory that is on PATH, in front of the system's; `fifo` is there to wait on.
+class CommandsTest : public ::testing::Test {
+ protected:
+  CommandsTest() {
+    Scripts.MakeFifo("fifo");
+    Scripts.MakeFifo("other");
+  }
+  std::string Fifo(const std::string& name = "fifo") const { return (Scripts / name).native(); }
+
+  const testing::TempDirectory Scripts;
+  const testing::EnvironmentValue Path =
+      testing::EnvironmentValue("PATH", Scripts.Path().native() + ":/usr/bin:/bin");
+};
+
+TEST_F(CommandsTest, GivesTheFirstLineOfWhatACommandWrites) {
+  const std::vector<std::pair<std::string, std::string>> rows = {
+      {"echo one; echo two", "one"},
+      {"printf unended", "unended"},
+      {"echo; echo two", ""},
+      {":", ""},
+      {"exit 3", ""},
+      {"echo failed; exit 3", "failed"},
+      {"echo error >&2; echo output", "error"},
+      {"echo output; echo error >&2", "output"},
+      {"printf 'a\\r\\nb\\n'", "a\r"},
+      {"printf 'a\\000b\\n'", std::string("a\0b", 3)},
+      {"printf 'a\\376b\\n'",
+       "a\xfe"
+       "b"},
+      {"cat; echo input ended", "input ended"},
+      {"echo gone; kill -KILL $$", "gone"},
+  };
+  std::vector<Words> commands;
+  Words want;
+  for (const auto& [body, line] : rows) {
+    const std::string name = "script" + std::to_string(commands.size());
+    Scripts.WriteScript(name, body);
+    commands.push_back({name});
+    want.push_back(line);
+  }
+  EXPECT_EQ(Capture(commands), want);
+  EXPECT_TRUE(HasNoChildren());
+}
+
+TEST_F(CommandsTest, ACommandIsStartedDirectly) {
+  Scripts.WriteScript("words", "printf '%s|' \"$@\"");
+  const std::vector<std::pair<Words, std::string>> rows = {
+      {{"words", "a b", "", "$HOME", "*", ";exit", "`id`"}, "a b||$HOME|*|;exit|`id`|"},
+      {{Scripts / "words", "x"}, "x|"},
+      {{"words;", "x"}, ""},
+      {{"no_such_program"}, ""},
+      {{"/no/such/program"}, ""},
+      {{Scripts.Path()}, ""},
+      {{""}, ""},
+      {{}, ""},
+      {{"words", std::string("a\0b", 3)}, ""},
+  };
+  for (const auto& [command, want] : rows) {
+    EXPECT_EQ(Capture({command}), Words{want}) << (command.empty() ? "(none)" : command[0]);
+  }
+}
+
+TEST_F(CommandsTest, AScriptThatNamesNoInterpreterIsNotRun) {
+  Scripts.WriteScript("plain", "");
+  Scripts.Write("plain", "echo shell\n");
+  EXPECT_EQ(Capture({{"plain"}}), Words{""});
+}
+
+TEST_F(CommandsTest, OutputsOfAnySizeAreReadAndBounded) {
+  const std::vector<std::pair<Words, std::string>> rows = {
+      {{"seq", "1000000"}, "1"},                                          // about 7 megabytes
+      {{"yes", "endless"}, "endless"},                                    // until it is stopped
+      {{"head", "-c", "65535", "/dev/zero"}, std::string(65535, '\0')},   // as long as is kept
+      {{"head", "-c", "900000", "/dev/zero"}, std::string(65536, '\0')},  // cut
+  };
+  for (const auto& [command, want] : rows) {
+    EXPECT_TRUE(Capture({command})[0] == want) << command[0] << " " << command[1];
+  }
+}
+
+TEST_F(CommandsTest, CallsInTheOrderGiven) {
+  Scripts.WriteScript("waits", "cat " + Fifo());
+  Scripts.WriteScript("frees", "echo freed > " + Fifo() + "; echo second");
+  EXPECT_EQ(Capture({{"waits"}, {"frees"}, {"echo", "third"}}),
+            (Words{"freed", "second", "third"}));
+}
+
+TEST_F(CommandsTest, NoMoreRunThanMayAtOnce) {
+  Scripts.WriteScript("alone", "mkdir " + Fifo("lock") + " && echo alone && rmdir " + Fifo("lock"));
+  const std::vector<Words> commands(20, {"alone"});
+  CaptureLimits limits = kUnlimited;
+  limits.AtOnce = 1;
+  EXPECT_EQ(Capture(commands, limits), Words(20, "alone"));
+  EXPECT_GE(CountCores(), 1U);
+}
+
+TEST_F(CommandsTest, ManyCommandsAllAnswer) {
+  std::vector<Words> commands;
+  Words want;
+  for (int i = 0; i < 300; ++i) {
+    const bool exists = i % 3 != 0;
+    commands.push_back({exists ? "echo" : "no_such_program", std::to_string(i)});
+    want.push_back(exists ? std::to_string(i) : "");
+  }
+  EXPECT_EQ(Capture(commands), want);
+  EXPECT_TRUE(Capture({}).empty());
+  EXPECT_TRUE(HasNoChildren());
+}
+
+TEST_F(CommandsTest, ACommandThatDoesNotEndInTimeIsKilledWithItsGroup) {
+  Scripts.WriteScript("hangs", "echo early; { read x < " + Fifo() + "; } & echo $! > " +
+                                   Fifo("child") + "; read x < " + Fifo());
+  EXPECT_EQ(CheckForked([this] {
+              // What the command leaves behind becomes a child of this process.
+              ASSERT_EQ(::prctl(PR_SET_CHILD_SUBREAPER, 1), 0);
+              EXPECT_EQ(Capture({{"hangs"}}, {.TimePerCommand = 1s}), Words{""});
+              const pid_t child = std::stoi(Scripts.Read("child"));
+              EXPECT_EQ(testing::AwaitEnd(child), 128 + SIGKILL);
+              EXPECT_TRUE(HasNoChildren());
+            }),
+            0);
+}
+
+TEST_F(CommandsTest, ACommandThatClosesItsOutputAndStaysIsKilled) {
+  Scripts.WriteScript("closes", "echo early; exec >&- 2>&-; read x < " + Fifo());
+  EXPECT_EQ(Capture({{"closes"}}, {.TimePerCommand = 100ms}), Words{""});
+  EXPECT_TRUE(HasNoChildren());
+}
+
+TEST_F(CommandsTest, WhatACommandLeavesRunningIsNotWaitedFor) {
+  Scripts.WriteScript("leaves", "{ read x < " + Fifo() + "; } & echo started");
+  EXPECT_EQ(Capture({{"leaves"}}), Words{"started"});
+  Scripts.Write("fifo", "\n");  // lets it end
+}
+
+TEST_F(CommandsTest, AfterSeveralTimeoutsInARowNothingIsRun) {
+  Scripts.WriteScript("hangs", "read x < " + Fifo());
+  Scripts.WriteScript("marks", "echo ran > " + Fifo("mark") + "; echo ran");
+  const CaptureLimits limits = {.TimePerCommand = 20ms, .TimeoutsInARow = 3, .AtOnce = 1};
+  EXPECT_EQ(Capture({{"hangs"}, {"hangs"}, {"hangs"}, {"marks"}, {"echo"}}, limits), Words(5, ""));
+  EXPECT_EQ(Scripts.Read("mark"), "");
+  EXPECT_TRUE(HasNoChildren());
+}
+
+TEST_F(CommandsTest, AnAnswerBetweenTimeoutsStartsTheCountAnew) {
+  Scripts.WriteScript("hangs", "read x < " + Fifo());
+  // All at once: the last one has as long as those that hang.
+  const CaptureLimits limits = {.TimePerCommand = 2s, .TimeoutsInARow = 2, .AtOnce = 8};
+  EXPECT_EQ(Capture({{"hangs"}, {"no_such_program"}, {"hangs"}, {"echo", "answer"}}, limits),
+            (Words{"", "", "", "answer"}));
+}
+
+TEST_F(CommandsTest, CommandsAreKilledWhenTheCallerLeaves) {
+  Scripts.WriteScript("hangs", "read x < " + Fifo());
+  EXPECT_EQ(CheckForked([] {
+              const auto leave = [](std::string_view) { throw std::string("left"); };
+              EXPECT_THROW(CaptureOutputs({{"echo"}, {"hangs"}}, leave, kUnlimited), std::string);
+              EXPECT_TRUE(HasNoChildren());
+            }),
+            0);
+}
+
+TEST_F(CommandsTest, ASignalThatEndsTheProcessKillsTheCommands) {
+  Scripts.WriteScript("hangs", "echo $$ > " + Fifo() + "; read x < " + Fifo("other"));
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    const pid_t process = testing::StartForked([] {
+      Capture({{"hangs"}});
+      return 0;
+    });
+    const pid_t command = std::stoi(Scripts.Read("fifo"));
+    ::kill(process, signal);
+    EXPECT_EQ(testing::AwaitEnd(process), 128 + signal);
+    EXPECT_EQ(::kill(command, 0), -1) << "the command lives on";
+    EXPECT_EQ(errno, ESRCH);
+  }
+}
+
+TEST_F(CommandsTest, CommandsGoOnWhileTheProcessIsStopped) {
+  Scripts.WriteScript("waits", "echo > " + Fifo() + "; cat " + Fifo("other"));
+  const pid_t process =
+      testing::StartForked([] { return Capture({{"waits"}}) == Words{"resumed"} ? 0 : 1; });
+  EXPECT_EQ(Scripts.Read("fifo"), "\n");
+  ::kill(process, SIGTSTP);
+  int status = 0;
+  ASSERT_EQ(::waitpid(process, &status, WUNTRACED), process);
+  ASSERT_TRUE(WIFSTOPPED(status)) << status;
+  Scripts.Write("other", "resumed\n");
+  ::kill(process, SIGCONT);
+  EXPECT_EQ(testing::AwaitEnd(process), 0);
+}
+
+TEST_F(CommandsTest, ThePlatformRunsThemWithTheUsualLimits) {
+  LinuxPlatform platform(0, nullptr);
+  Words lines;
+  platform.CaptureFirstLines({{"echo", "one"}, {"no_such_program"}, {"echo", "three"}},
+                             [&lines](std::string_view line) { lines.emplace_back(line); });
+  EXPECT_EQ(lines, (Words{"one", "", "three"}));
+}
+
+}  // namespace
+}  // namespace ptick
