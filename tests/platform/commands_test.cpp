@@ -216,6 +216,18 @@ TEST_F(CommandsTest, ASignalThatEndsTheProcessKillsTheCommands) {
   }
 }
 
+TEST_F(CommandsTest, AnIgnoredSignalLeavesTheCommandsAlone) {
+  Scripts.WriteScript("waits", "echo > " + Fifo() + "; cat " + Fifo("other"));
+  const pid_t process = testing::StartForked([] {
+    ::signal(SIGINT, SIG_IGN);
+    return Capture({{"waits"}}) == Words{"still there"} ? 0 : 1;
+  });
+  EXPECT_EQ(Scripts.Read("fifo"), "\n");
+  ::kill(process, SIGINT);
+  Scripts.Write("other", "still there\n");
+  EXPECT_EQ(testing::AwaitEnd(process), 0);
+}
+
 TEST_F(CommandsTest, CommandsGoOnWhileTheProcessIsStopped) {
   Scripts.WriteScript("waits", "echo > " + Fifo() + "; cat " + Fifo("other"));
   const pid_t process =
