@@ -91,13 +91,36 @@ TEST(NameTable, KeepsNumbersWhileItGrows) {
   }
   EXPECT_EQ(table.size(), kCount);
   for (NameTable::Id id = kCount; id-- > 0;) {
+    table.PrefetchSlot(HashName(name(id)));
     ASSERT_EQ(table.LikelyId(HashName(name(id))), id);
     ASSERT_TRUE(table.Is(id, name(id)));
-    ASSERT_FALSE(table.Is(id, name(id) + "x"));
     ASSERT_EQ(table.Intern(name(id)), id);
     ASSERT_EQ(table[id], name(id));
   }
   EXPECT_EQ(table.size(), kCount);
+}
+
+TEST(NameTable, KnowsTheNameOfANumber) {
+  NameTable table;
+  EXPECT_FALSE(table.Is(0, ""));
+  table.Intern("A");
+  table.Intern("");
+  EXPECT_TRUE(table.Is(0, "A"));
+  EXPECT_TRUE(table.Is(1, ""));
+  EXPECT_FALSE(table.Is(0, "a"));
+  EXPECT_FALSE(table.Is(0, ""));
+  EXPECT_FALSE(table.Is(1, "A"));
+  EXPECT_FALSE(table.Is(2, ""));
+}
+
+// Hints are for any number that LikelyId gives, one that no name has included.
+TEST(NameTable, TakesHintsWhileItIsEmpty) {
+  NameTable table;
+  const NameTable::Id id = table.LikelyId(HashName("A"));
+  table.PrefetchSlot(HashName("A"));
+  table.PrefetchEnd(id);
+  table.PrefetchText(id);
+  EXPECT_EQ(table.size(), 0U);
 }
 
 TEST(NameHash, FollowsTheBytesAndNotWhereTheyStand) {

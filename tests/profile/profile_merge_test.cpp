@@ -2,7 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
+#include <algorithm>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,152 +13,17 @@
 namespace ptick {
 namespace {
 
+using testing::LinesOf;
 using testing::Tabs;
-
-/// All merged lines, with "|" for a TAB and a blank line of nothing where a block is not whole.
-std::string Text(ProfileMerge& merge) {
-  std::string text;
-  for (std::string_view block = merge.Next(); !block.empty(); block = merge.Next()) {
-    text += block;
-    text += block.ends_with('\n') ? "" : "\n(a line without an end)\n";
-  }
-  return text;
-}
 
 std::string Merged(const std::vector<std::string_view>& lines) {
   ProfileMerge merge;
+  std::string block;
   for (const std::string_view line : lines) {
-    merge.AddLines(Tabs(line) + "\n");
+    block += Tabs(line) + "\n";
   }
-  return Text(merge);
-}
-
-TEST(MergeKind, IsFixedForEachType) {
-  struct Row {
-    std::string_view RecordType;
-    MergeKind Want;
-  };
-  const std::vector<Row> rows = {
-      {"startclock", MergeKind::kSmallest}, {"starttime", MergeKind::kSmallest},
-      {"endclock", MergeKind::kLargest},    {"endtime", MergeKind::kLargest},
-      {"memused", MergeKind::kLargest},     {"memfree", MergeKind::kLargest},
-      {"pid", MergeKind::kDropped},         {"ppid", MergeKind::kDropped},
-      {"typerate", MergeKind::kDropped},    {"resource", MergeKind::kDropped},
-      {"input", MergeKind::kDropped},       {"program", MergeKind::kDropped},
-      {"pagesize", MergeKind::kLast},       {"hertz", MergeKind::kLast},
-  };
-  for (const Row& row : rows) {
-    EXPECT_EQ(MergeKindOf(row.RecordType), row.Want) << row.RecordType;
-  }
-}
-
-TEST(MergeKind, IsAddedForAllOtherTypes) {
-  const std::vector<std::string_view> types = {"trace",       "shared_object", "subroutine_call",
-                                               "perform",     "ticks",         "ticks_index",
-                                               "index_count", "ticks_trigger", "trigger_count",
-                                               "usrcpu",      "syscpu",        "read_count",
-                                               "write_count", "delete_count",  "clearfile_count",
-                                               "open_count",  "input_count",   "portno",
-                                               "user_ticks",  "bogus",         "",
-                                               "PID",         "Hertz",         "STARTCLOCK",
-                                               "pid ",        " pid",          "startclock2",
-                                               "inputs"};
-  for (const std::string_view type : types) {
-    EXPECT_EQ(MergeKindOf(type), MergeKind::kAdded) << type;
-  }
-}
-
-struct Row {
-  std::vector<std::string_view> Values;
-  std::string_view Want;
-};
-
-/// Merges lines of the types that differ in nothing but their value.
-void ExpectMerged(std::initializer_list<std::string_view> types, const std::vector<Row>& rows) {
-  for (const std::string_view type : types) {
-    for (const Row& row : rows) {
-      ProfileMerge merge;
-      const std::string key = "PROFILE:" + std::string(type) + "\t";
-      for (const std::string_view value : row.Values) {
-        merge.AddLines(key + std::string(value) + "\n");
-      }
-      EXPECT_EQ(Text(merge), key + std::string(row.Want) + "\n")
-          << type << " from " << row.Values.front();
-    }
-  }
-}
-
-TEST(ProfileMerge, KeepsTheSmallestValue) {
-  ExpectMerged({"startclock", "starttime"}, {
-                                                {{"100"}, "100"},
-                                                {{"100", "90"}, "90"},
-                                                {{"90", "100"}, "90"},
-                                                {{"9", "10"}, "9"},
-                                                {{"10", "9"}, "9"},
-                                                {{"5", "3", "4", "3"}, "3"},
-                                                {{"1", "-1"}, "-1"},
-                                                {{"1.5", "1.25"}, "1.25"},
-                                                {{"90", "090"}, "90"},
-                                                {{"090", "90"}, "090"},
-                                                // Texts are compared as texts.
-                                                {{"b", "a"}, "a"},
-                                                {{"5", "abc"}, "5"},
-                                                {{"abc", "5"}, "5"},
-                                                {{"5", ""}, ""},
-                                                {{"", "5"}, ""},
-                                                {{"10", "9x"}, "10"},
-                                            });
-}
-
-TEST(ProfileMerge, KeepsTheLargestValue) {
-  ExpectMerged({"endclock", "endtime", "memused", "memfree"}, {
-                                                                  {{"500"}, "500"},
-                                                                  {{"500", "700"}, "700"},
-                                                                  {{"700", "500"}, "700"},
-                                                                  {{"9", "10"}, "10"},
-                                                                  {{"10", "9"}, "10"},
-                                                                  {{"3", "5", "4", "5"}, "5"},
-                                                                  {{"-1", "-2"}, "-1"},
-                                                                  {{"90", "090"}, "90"},
-                                                                  {{"090", "90"}, "090"},
-                                                                  {{"a", "b"}, "b"},
-                                                                  {{"abc", "5"}, "abc"},
-                                                                  {{"5", "abc"}, "abc"},
-                                                                  {{"5", ""}, "5"},
-                                                                  {{"", "5"}, "5"},
-                                                              });
-}
-
-TEST(ProfileMerge, KeepsTheLastValue) {
-  ExpectMerged({"hertz", "pagesize"}, {
-                                          {{"100"}, "100"},
-                                          {{"100", "50"}, "50"},
-                                          {{"50", "100"}, "100"},
-                                          {{"50", "abc"}, "abc"},
-                                          {{"50", ""}, ""},
-                                          {{"", "0050"}, "0050"},
-                                      });
-}
-
-TEST(ProfileMerge, AddsAllOtherValues) {
-  ExpectMerged({"trace|P|10", "ticks", "usrcpu", "portno", "user_ticks|3", "shared_object|lib.so",
-                "subroutine_call|MAIN SUB", "ticks_index", "input_count", "bogus", "TRACE|P|10",
-                "perform|ticks|5|cmd", "PID", ""},
-               {
-                   {{"3"}, "3"},
-                   {{"3", "4"}, "7"},
-                   {{"3", "4", "5"}, "12"},
-                   {{"007"}, "007"},
-                   {{"007", "1"}, "8"},
-                   {{"1.5", "1.5"}, "3"},
-                   {{"5", "-7"}, "-2"},
-                   {{"5", "abc"}, "5"},
-                   {{"abc"}, "abc"},
-                   {{"LIST", "LIST"}, "0"},
-                   {{"LIST", "WHO", "5"}, "5"},
-                   {{""}, ""},
-                   {{"", ""}, "0"},
-               });
+  merge.AddLines(block);
+  return LinesOf(merge);
 }
 
 TEST(ProfileMerge, DropsWhatIsOfOneRunOnly) {
@@ -168,7 +34,7 @@ TEST(ProfileMerge, DropsWhatIsOfOneRunOnly) {
     EXPECT_TRUE(merge.Empty()) << type;
     merge.AddLines("PROFILE:ticks\t5\n");
     EXPECT_FALSE(merge.Empty());
-    EXPECT_EQ(Text(merge), "PROFILE:ticks\t5\n") << type;
+    EXPECT_EQ(LinesOf(merge), "PROFILE:ticks\t5\n") << type;
   }
 }
 
@@ -240,18 +106,72 @@ TEST(ProfileMerge, KeepsTheOrderOfFirstAppearance) {
                  "PROFILE:ticks|15\n"));
 }
 
+/// The numbers from `first` to `last`, up or down.
+std::vector<int> Run(int first, int last) {
+  std::vector<int> numbers;
+  for (int n = first; n != last; n += first < last ? 1 : -1) {
+    numbers.push_back(n);
+  }
+  numbers.push_back(last);
+  return numbers;
+}
+
+/// Merges lines with the keys of these numbers, `at_once` of them in a block, each with the
+/// value 1.
+std::string MergedKeys(const std::vector<int>& keys, std::size_t at_once) {
+  ProfileMerge merge;
+  for (std::size_t begin = 0; begin < keys.size(); begin += at_once) {
+    std::string block;
+    for (std::size_t i = begin; i < std::min(keys.size(), begin + at_once); ++i) {
+      block += "PROFILE:trace\tP\t" + std::to_string(keys[i]) + "\t1\n";
+    }
+    merge.AddLines(block);
+  }
+  return LinesOf(merge);
+}
+
+// Lines are taken in many at a time, and those of a profile like the one before in its order.
+TEST(ProfileMerge, CombinesLinesHoweverTheyFollowEachOther) {
+  const std::vector<std::vector<std::vector<int>>> rows = {
+      {Run(1, 40), Run(1, 40)},
+      {Run(1, 40), Run(40, 1)},
+      {Run(1, 31), Run(1, 1), Run(31, 31)},
+      {Run(1, 32), Run(1, 1), Run(32, 32)},
+      {Run(1, 33), Run(1, 1), Run(33, 33), Run(2, 2)},
+      {Run(1, 1), Run(1, 1), Run(2, 2), Run(1, 1)},
+      {Run(5, 5), Run(7, 7), Run(5, 5), Run(6, 6), Run(7, 7), Run(8, 8)},
+      {Run(1, 20), Run(10, 30), Run(1, 40), Run(50, 45), Run(1, 100), Run(100, 1)},
+  };
+  for (const auto& row : rows) {
+    std::vector<int> keys;
+    for (const std::vector<int>& run : row) {
+      keys.insert(keys.end(), run.begin(), run.end());
+    }
+    std::string want;
+    for (auto key = keys.begin(); key != keys.end(); ++key) {
+      if (std::find(keys.begin(), key, *key) == key) {
+        want += "PROFILE:trace\tP\t" + std::to_string(*key) + "\t" +
+                std::to_string(std::ranges::count(keys, *key)) + "\n";
+      }
+    }
+    for (const std::size_t at_once : {1U, 2U, 7U, 32U, 33U, 1000U}) {
+      EXPECT_EQ(MergedKeys(keys, at_once), want) << ::testing::PrintToString(keys);
+    }
+  }
+}
+
 TEST(ProfileMerge, HandsOutAnyNumberOfLines) {
   ProfileMerge merge;
   std::string want;
   for (int line = 1; line <= 50000; ++line) {
     const std::string key = "PROFILE:trace\tPROGRAM\t" + std::to_string(line) + "\t";
-    merge.AddLines(key + "1" + "\n");
+    merge.AddLines(key + "1\n");
     want += key + "3\n";
   }
   for (int line = 50000; line >= 1; --line) {
     merge.AddLines("PROFILE:trace\tPROGRAM\t" + std::to_string(line) + "\t2\n");
   }
-  EXPECT_TRUE(Text(merge) == want);
+  EXPECT_TRUE(LinesOf(merge) == want);
   EXPECT_EQ(merge.Next(), "");
 }
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "profile/line_blocks.h"
 #include "profile/record_parser.h"
 #include "support/memory_platform.h"
 #include "support/text_record.h"
@@ -24,6 +23,15 @@ std::string Records(std::initializer_list<std::string_view> records) {
     lines += "PROFILE:" + Tabs(record) + "\n";
   }
   return lines;
+}
+
+std::string LinesOf(LineBlocks& blocks) {
+  std::string text;
+  for (std::string_view block = blocks.Next(); !block.empty(); block = blocks.Next()) {
+    text += block;
+    text += block.ends_with('\n') ? "" : "\n(a line without an end)\n";
+  }
+  return text;
 }
 
 Parsed Parse(std::string_view text, const RunOptions& options) {

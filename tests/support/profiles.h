@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "profile/line_blocks.h"
 #include "profile/profile_tables.h"
 #include "profile/run_options.h"
 
@@ -18,6 +19,9 @@ std::string Tabs(std::string_view text);
 
 /// Profile lines, each "PROFILE:", the record with a TAB for each "|", and a line end.
 std::string Records(std::initializer_list<std::string_view> records);
+
+/// All blocks together; says so where one does not end with a line end.
+std::string LinesOf(LineBlocks& blocks);
 
 /// What a parse left behind.
 struct Parsed {
