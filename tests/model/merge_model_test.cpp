@@ -2,15 +2,35 @@
 
 #include "model/comparison.h"
 #include "model/model_cases.h"
+#include "model/model_list.h"
+#include "model/random_fields.h"
 #include "model/random_profile.h"
 
 namespace ptick::model {
 namespace {
 
+// The same profile once more with some lines changed, lost or gained: most keys come in the same
+// order.
+std::string NextRun(const std::string& text, RandomSource& random) {
+  std::string next;
+  for (const std::string& line : LinesOf(text)) {
+    if (random.Chance(10)) {
+      next += RandomProfileLine(random) + "\n";
+    }
+    if (random.Chance(80)) {
+      next += line + "\n";
+    } else if (random.Chance(50)) {
+      next += line.substr(0, line.rfind('\t')) + "\t" + RandomTicks(random) + "\n";
+    }
+  }
+  return next;
+}
+
 Texts RandomProfiles(RandomSource& random) {
   Texts texts(random.Between(2, 4));
   for (std::string& text : texts) {
-    text = RandomProfile(random);
+    const bool again = &text != texts.data() && random.Chance(50);
+    text = again ? NextRun(texts.front(), random) : RandomProfile(random);
   }
   if (random.Chance(20)) {
     texts.push_back(texts.front());

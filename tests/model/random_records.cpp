@@ -27,28 +27,10 @@ constexpr std::array kPerformKeys = {"startclock"sv, "endclock"sv, "starttime"sv
 constexpr std::array kStrangeKeys = {"unknown"sv, "CMD"sv,     "Type"sv,
                                      "cmd "sv,    "memused"sv, "\xFD"sv};
 
-constexpr std::array kCommands = {"LIST X"sv,
-                                  "SORT Y"sv,
-                                  "list x"sv,
-                                  "A*B*C"sv,
-                                  "*"sv,
-                                  "LIST X Z"sv,
-                                  "RUN\tIT"sv,
-                                  "A\xFD"
-                                  "B"sv,
-                                  "\xFD"
-                                  "B"sv,
-                                  "\xFFkls -l"sv,
-                                  "\xFF"sv,
-                                  "\xFFk"sv,
-                                  "\xFFk\xFD"
-                                  "x"sv,
-                                  "\xFF\tls"sv,
-                                  "A\xFC"
-                                  "B"sv,
-                                  ""sv,
-                                  "LIST X\r"sv,
-                                  "0"sv};
+constexpr std::array kCommands = {
+    "LIST X"sv,     "SORT Y"sv,   "list x"sv, "A*B*C"sv,      "*"sv,        "LIST X Z"sv,
+    "RUN\tIT"sv,    "A\375B"sv,   "\375B"sv,  "\xFFkls -l"sv, "\xFF"sv,     "\xFFk"sv,
+    "\xFFk\375x"sv, "\xFF\tls"sv, "A\374B"sv, ""sv,           "LIST X\r"sv, "0"sv};
 
 Fields RandomInput(RandomSource& random) {
   return {"input",

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "value/dynamic_array.h"
+
 namespace ptick::model {
 
 /// Random choices that a seed determines, on every machine alike.
@@ -26,6 +28,12 @@ class RandomSource {
   template <typename List>
   std::string Pick(const List& list) {
     return std::string(list[Below(list.size())]);
+  }
+
+  /// One of the words of a text, which bars separate.
+  std::string PickWord(std::string_view words) {
+    const auto count = static_cast<std::size_t>(DCount(words, '|'));
+    return Field(words, '|', static_cast<std::int64_t>(Between(1, count))).Text;
   }
 
   std::string Digits(std::size_t count) {
