@@ -39,18 +39,18 @@ Words Capture(const std::vector<Words>& commands, const CaptureLimits& limits = 
 // Whether every child of this process has been waited for.
 bool HasNoChildren() { return ::waitpid(-1, nullptr, WNOHANG) == -1 && errno == ECHILD; }
 
-// Scripts in a directory that is on PATH, in front of the system's; `fifo` is there to wait on.
+// scripts_ in a directory that is on PATH, in front of the system's; `fifo` is there to wait on.
 class CommandsTest : public ::testing::Test {
  protected:
   CommandsTest() {
-    Scripts.MakeFifo("fifo");
-    Scripts.MakeFifo("other");
+    scripts_.MakeFifo("fifo");
+    scripts_.MakeFifo("other");
   }
-  std::string Fifo(const std::string& name = "fifo") const { return (Scripts / name).native(); }
+  std::string Fifo(const std::string& name = "fifo") const { return (scripts_ / name).native(); }
 
-  const testing::TempDirectory Scripts;
-  const testing::EnvironmentValue Path =
-      testing::EnvironmentValue("PATH", Scripts.Path().native() + ":/usr/bin:/bin");
+  const testing::TempDirectory scripts_;
+  const testing::EnvironmentValue path_ =
+      testing::EnvironmentValue("PATH", scripts_.Path().native() + ":/usr/bin:/bin");
 };
 
 TEST_F(CommandsTest, GivesTheFirstLineOfWhatACommandWrites) {
@@ -63,9 +63,9 @@ TEST_F(CommandsTest, GivesTheFirstLineOfWhatACommandWrites) {
       {"echo failed; exit 3", "failed"},
       {"echo error >&2; echo output", "error"},
       {"echo output; echo error >&2", "output"},
-      {"printf 'a\\r\\nb\\n'", "a\r"},
-      {"printf 'a\\000b\\n'", std::string("a\0b", 3)},
-      {"printf 'a\\376b\\n'",
+      {R"(printf 'a\r\nb\n')", "a\r"},
+      {R"(printf 'a\000b\n')", std::string("a\0b", 3)},
+      {R"(printf 'a\376b\n')",
        "a\xfe"
        "b"},
       {"cat; echo input ended", "input ended"},
@@ -75,7 +75,7 @@ TEST_F(CommandsTest, GivesTheFirstLineOfWhatACommandWrites) {
   Words want;
   for (const auto& [body, line] : rows) {
     const std::string name = "script" + std::to_string(commands.size());
-    Scripts.WriteScript(name, body);
+    scripts_.WriteScript(name, body);
     commands.push_back({name});
     want.push_back(line);
   }
@@ -84,14 +84,14 @@ TEST_F(CommandsTest, GivesTheFirstLineOfWhatACommandWrites) {
 }
 
 TEST_F(CommandsTest, ACommandIsStartedDirectly) {
-  Scripts.WriteScript("words", "printf '%s|' \"$@\"");
+  scripts_.WriteScript("words", "printf '%s|' \"$@\"");
   const std::vector<std::pair<Words, std::string>> rows = {
       {{"words", "a b", "", "$HOME", "*", ";exit", "`id`"}, "a b||$HOME|*|;exit|`id`|"},
-      {{Scripts / "words", "x"}, "x|"},
+      {{scripts_ / "words", "x"}, "x|"},
       {{"words;", "x"}, ""},
       {{"no_such_program"}, ""},
       {{"/no/such/program"}, ""},
-      {{Scripts.Path()}, ""},
+      {{scripts_.Path()}, ""},
       {{""}, ""},
       {{}, ""},
       {{"words", std::string("a\0b", 3)}, ""},
@@ -102,8 +102,8 @@ TEST_F(CommandsTest, ACommandIsStartedDirectly) {
 }
 
 TEST_F(CommandsTest, AScriptThatNamesNoInterpreterIsNotRun) {
-  Scripts.WriteScript("plain", "");
-  Scripts.Write("plain", "echo shell\n");
+  scripts_.WriteScript("plain", "");
+  scripts_.Write("plain", "echo shell\n");
   EXPECT_EQ(Capture({{"plain"}}), Words{""});
 }
 
@@ -120,14 +120,15 @@ TEST_F(CommandsTest, OutputsOfAnySizeAreReadAndBounded) {
 }
 
 TEST_F(CommandsTest, CallsInTheOrderGiven) {
-  Scripts.WriteScript("waits", "cat " + Fifo());
-  Scripts.WriteScript("frees", "echo freed > " + Fifo() + "; echo second");
+  scripts_.WriteScript("waits", "cat " + Fifo());
+  scripts_.WriteScript("frees", "echo freed > " + Fifo() + "; echo second");
   EXPECT_EQ(Capture({{"waits"}, {"frees"}, {"echo", "third"}}),
             (Words{"freed", "second", "third"}));
 }
 
 TEST_F(CommandsTest, NoMoreRunThanMayAtOnce) {
-  Scripts.WriteScript("alone", "mkdir " + Fifo("lock") + " && echo alone && rmdir " + Fifo("lock"));
+  scripts_.WriteScript("alone",
+                       "mkdir " + Fifo("lock") + " && echo alone && rmdir " + Fifo("lock"));
   const std::vector<Words> commands(20, {"alone"});
   CaptureLimits limits = kUnlimited;
   limits.AtOnce = 1;
@@ -149,13 +150,13 @@ TEST_F(CommandsTest, ManyCommandsAllAnswer) {
 }
 
 TEST_F(CommandsTest, ACommandThatDoesNotEndInTimeIsKilledWithItsGroup) {
-  Scripts.WriteScript("hangs", "echo early; { read x < " + Fifo() + "; } & echo $! > " +
-                                   Fifo("child") + "; read x < " + Fifo());
+  scripts_.WriteScript("hangs", "echo early; { read x < " + Fifo() + "; } & echo $! > " +
+                                    Fifo("child") + "; read x < " + Fifo());
   EXPECT_EQ(CheckForked([this] {
               // What the command leaves behind becomes a child of this process.
               ASSERT_EQ(::prctl(PR_SET_CHILD_SUBREAPER, 1), 0);
               EXPECT_EQ(Capture({{"hangs"}}, {.TimePerCommand = 1s}), Words{""});
-              const pid_t child = std::stoi(Scripts.Read("child"));
+              const pid_t child = std::stoi(scripts_.Read("child"));
               EXPECT_EQ(testing::AwaitEnd(child), 128 + SIGKILL);
               EXPECT_TRUE(HasNoChildren());
             }),
@@ -163,28 +164,28 @@ TEST_F(CommandsTest, ACommandThatDoesNotEndInTimeIsKilledWithItsGroup) {
 }
 
 TEST_F(CommandsTest, ACommandThatClosesItsOutputAndStaysIsKilled) {
-  Scripts.WriteScript("closes", "echo early; exec >&- 2>&-; read x < " + Fifo());
+  scripts_.WriteScript("closes", "echo early; exec >&- 2>&-; read x < " + Fifo());
   EXPECT_EQ(Capture({{"closes"}}, {.TimePerCommand = 100ms}), Words{""});
   EXPECT_TRUE(HasNoChildren());
 }
 
 TEST_F(CommandsTest, WhatACommandLeavesRunningIsNotWaitedFor) {
-  Scripts.WriteScript("leaves", "{ read x < " + Fifo() + "; } & echo started");
+  scripts_.WriteScript("leaves", "{ read x < " + Fifo() + "; } & echo started");
   EXPECT_EQ(Capture({{"leaves"}}), Words{"started"});
-  Scripts.Write("fifo", "\n");  // lets it end
+  scripts_.Write("fifo", "\n");  // lets it end
 }
 
 TEST_F(CommandsTest, AfterSeveralTimeoutsInARowNothingIsRun) {
-  Scripts.WriteScript("hangs", "read x < " + Fifo());
-  Scripts.WriteScript("marks", "echo ran > " + Fifo("mark") + "; echo ran");
+  scripts_.WriteScript("hangs", "read x < " + Fifo());
+  scripts_.WriteScript("marks", "echo ran > " + Fifo("mark") + "; echo ran");
   const CaptureLimits limits = {.TimePerCommand = 20ms, .TimeoutsInARow = 3, .AtOnce = 1};
   EXPECT_EQ(Capture({{"hangs"}, {"hangs"}, {"hangs"}, {"marks"}, {"echo"}}, limits), Words(5, ""));
-  EXPECT_EQ(Scripts.Read("mark"), "");
+  EXPECT_EQ(scripts_.Read("mark"), "");
   EXPECT_TRUE(HasNoChildren());
 }
 
 TEST_F(CommandsTest, AnAnswerBetweenTimeoutsStartsTheCountAnew) {
-  Scripts.WriteScript("hangs", "read x < " + Fifo());
+  scripts_.WriteScript("hangs", "read x < " + Fifo());
   // All at once: the last one has as long as those that hang.
   const CaptureLimits limits = {.TimePerCommand = 2s, .TimeoutsInARow = 2, .AtOnce = 8};
   EXPECT_EQ(Capture({{"hangs"}, {"no_such_program"}, {"hangs"}, {"echo", "answer"}}, limits),
@@ -192,23 +193,21 @@ TEST_F(CommandsTest, AnAnswerBetweenTimeoutsStartsTheCountAnew) {
 }
 
 TEST_F(CommandsTest, CommandsAreKilledWhenTheCallerLeaves) {
-  Scripts.WriteScript("hangs", "read x < " + Fifo());
-  EXPECT_EQ(CheckForked([] {
-              const auto leave = [](std::string_view) { throw std::string("left"); };
-              EXPECT_THROW(CaptureOutputs({{"echo"}, {"hangs"}}, leave, kUnlimited), std::string);
-              EXPECT_TRUE(HasNoChildren());
-            }),
-            0);
+  scripts_.WriteScript("hangs", "read x < " + Fifo());
+  const std::vector<Words> commands = {{"echo"}, {"hangs"}};
+  const auto leave = [](std::string_view) { throw std::string("left"); };
+  EXPECT_THROW(CaptureOutputs(commands, leave, kUnlimited), std::string);
+  EXPECT_TRUE(HasNoChildren());
 }
 
 TEST_F(CommandsTest, ASignalThatEndsTheProcessKillsTheCommands) {
-  Scripts.WriteScript("hangs", "echo $$ > " + Fifo() + "; read x < " + Fifo("other"));
+  scripts_.WriteScript("hangs", "echo $$ > " + Fifo() + "; read x < " + Fifo("other"));
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
     const pid_t process = testing::StartForked([] {
       Capture({{"hangs"}});
       return 0;
     });
-    const pid_t command = std::stoi(Scripts.Read("fifo"));
+    const pid_t command = std::stoi(scripts_.Read("fifo"));
     ::kill(process, signal);
     EXPECT_EQ(testing::AwaitEnd(process), 128 + signal);
     EXPECT_EQ(::kill(command, 0), -1) << "the command lives on";
@@ -217,27 +216,27 @@ TEST_F(CommandsTest, ASignalThatEndsTheProcessKillsTheCommands) {
 }
 
 TEST_F(CommandsTest, AnIgnoredSignalLeavesTheCommandsAlone) {
-  Scripts.WriteScript("waits", "echo > " + Fifo() + "; cat " + Fifo("other"));
+  scripts_.WriteScript("waits", "echo > " + Fifo() + "; cat " + Fifo("other"));
   const pid_t process = testing::StartForked([] {
     ::signal(SIGINT, SIG_IGN);
     return Capture({{"waits"}}) == Words{"still there"} ? 0 : 1;
   });
-  EXPECT_EQ(Scripts.Read("fifo"), "\n");
+  EXPECT_EQ(scripts_.Read("fifo"), "\n");
   ::kill(process, SIGINT);
-  Scripts.Write("other", "still there\n");
+  scripts_.Write("other", "still there\n");
   EXPECT_EQ(testing::AwaitEnd(process), 0);
 }
 
 TEST_F(CommandsTest, CommandsGoOnWhileTheProcessIsStopped) {
-  Scripts.WriteScript("waits", "echo > " + Fifo() + "; cat " + Fifo("other"));
+  scripts_.WriteScript("waits", "echo > " + Fifo() + "; cat " + Fifo("other"));
   const pid_t process =
       testing::StartForked([] { return Capture({{"waits"}}) == Words{"resumed"} ? 0 : 1; });
-  EXPECT_EQ(Scripts.Read("fifo"), "\n");
+  EXPECT_EQ(scripts_.Read("fifo"), "\n");
   ::kill(process, SIGTSTP);
   int status = 0;
   ASSERT_EQ(::waitpid(process, &status, WUNTRACED), process);
   ASSERT_TRUE(WIFSTOPPED(status)) << status;
-  Scripts.Write("other", "resumed\n");
+  scripts_.Write("other", "resumed\n");
   ::kill(process, SIGCONT);
   EXPECT_EQ(testing::AwaitEnd(process), 0);
 }

@@ -9,7 +9,7 @@
 #include <cstdio>
 
 // Writes the coverage counts of a process that ends without the usual clean-up, if it keeps any.
-extern "C" __attribute__((weak)) void __gcov_dump();  // NOLINT(bugprone-reserved-identifier)
+extern "C" __attribute__((weak)) void __gcov_dump();  // NOLINT(*-reserved-identifier,*-naming)
 
 namespace ptick::testing {
 namespace {
