@@ -107,7 +107,7 @@ TEST(ProfileMerge, KeepsTheOrderOfFirstAppearance) {
 }
 
 /// The numbers from `first` to `last`, up or down.
-std::vector<int> Run(int first, int last) {
+std::vector<int> NumbersFrom(int first, int last) {
   std::vector<int> numbers;
   for (int n = first; n != last; n += first < last ? 1 : -1) {
     numbers.push_back(n);
@@ -133,14 +133,16 @@ std::string MergedKeys(const std::vector<int>& keys, std::size_t at_once) {
 // Lines are taken in many at a time, and those of a profile like the one before in its order.
 TEST(ProfileMerge, CombinesLinesHoweverTheyFollowEachOther) {
   const std::vector<std::vector<std::vector<int>>> rows = {
-      {Run(1, 40), Run(1, 40)},
-      {Run(1, 40), Run(40, 1)},
-      {Run(1, 31), Run(1, 1), Run(31, 31)},
-      {Run(1, 32), Run(1, 1), Run(32, 32)},
-      {Run(1, 33), Run(1, 1), Run(33, 33), Run(2, 2)},
-      {Run(1, 1), Run(1, 1), Run(2, 2), Run(1, 1)},
-      {Run(5, 5), Run(7, 7), Run(5, 5), Run(6, 6), Run(7, 7), Run(8, 8)},
-      {Run(1, 20), Run(10, 30), Run(1, 40), Run(50, 45), Run(1, 100), Run(100, 1)},
+      {NumbersFrom(1, 40), NumbersFrom(1, 40)},
+      {NumbersFrom(1, 40), NumbersFrom(40, 1)},
+      {NumbersFrom(1, 31), NumbersFrom(1, 1), NumbersFrom(31, 31)},
+      {NumbersFrom(1, 32), NumbersFrom(1, 1), NumbersFrom(32, 32)},
+      {NumbersFrom(1, 33), NumbersFrom(1, 1), NumbersFrom(33, 33), NumbersFrom(2, 2)},
+      {NumbersFrom(1, 1), NumbersFrom(1, 1), NumbersFrom(2, 2), NumbersFrom(1, 1)},
+      {NumbersFrom(5, 5), NumbersFrom(7, 7), NumbersFrom(5, 5), NumbersFrom(6, 6),
+       NumbersFrom(7, 7), NumbersFrom(8, 8)},
+      {NumbersFrom(1, 20), NumbersFrom(10, 30), NumbersFrom(1, 40), NumbersFrom(50, 45),
+       NumbersFrom(1, 100), NumbersFrom(100, 1)},
   };
   for (const auto& row : rows) {
     std::vector<int> keys;

@@ -31,11 +31,7 @@ class CaptureRun {
         done({});
         continue;
       }
-      StartMore();
-      while (window_.front().IsRunning()) {
-        Wait();
-        StartMore();
-      }
+      AwaitFirst();
       timeouts_in_a_row_ = window_.front().HasTimedOut() ? timeouts_in_a_row_ + 1 : 0;
       done(window_.front().FirstLine());
       window_.pop_front();
@@ -43,6 +39,17 @@ class CaptureRun {
   }
 
  private:
+  // Signals are held from before a command starts, so that none can end the process between the
+  // start and the wait and leave the command behind.
+  void AwaitFirst() {
+    SignalHold hold;
+    StartMore();
+    while (window_.front().IsRunning()) {
+      Wait(hold);
+      StartMore();
+    }
+  }
+
   void StartMore() {
     auto running =
         std::count_if(window_.begin(), window_.end(),
@@ -55,8 +62,7 @@ class CaptureRun {
   }
 
   // Waits until a command writes or ends, or its time is up, and attends to it.
-  void Wait() {
-    SignalHold hold;
+  void Wait(SignalHold& hold) {
     // A command may have ended before its signal was held back.
     if (AttendAll()) {
       return;
