@@ -48,6 +48,9 @@ std::optional<int> SignalHold::Take() {
 }
 
 void SignalHold::Deliver(int signal) {
+  if (signal == SIGCONT) {
+    return;  // it has done its work; once more, it would undo a stop that has arrived since
+  }
   sigset_t delivered = {};
   ::sigemptyset(&delivered);
   ::sigaddset(&delivered, signal);

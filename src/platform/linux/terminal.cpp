@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cerrno>
+#include <csignal>
 
 #include "platform/linux/signal_hold.h"
 
@@ -68,7 +69,9 @@ std::optional<char> WaitForKey() {
                                       {.fd = hold.Descriptor(), .events = POLLIN, .revents = 0}}};
     ::poll(sources.data(), sources.size(), -1);
     if (const std::optional<int> signal = hold.Take()) {
-      mode.Leave();
+      if (*signal != SIGCONT) {
+        mode.Leave();
+      }
       SignalHold::Deliver(*signal);
       // Still here: continued after a stop, in which the shell may have set the terminal its way.
       mode.Enter();
