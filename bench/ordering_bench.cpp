@@ -6,11 +6,12 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <tuple>
 #include <vector>
 
 #include "generator/random.h"
-#include "profile/tick_entries.h"
+#include "profile/tick_table.h"
 
 namespace ptick::bench {
 
@@ -34,16 +35,20 @@ void OrderEntries(benchmark::State& state) {
   const auto programs = static_cast<std::uint32_t>(state.range(0));
   const std::vector<TickEntry> arrivals = RandomEntries(programs);
   for (auto _ : state) {
-    TickEntries entries;
-    for (const TickEntry& entry : arrivals) {
-      entries.Add(entry);
+    TickTable table;
+    for (std::uint32_t program = 0; program < programs; ++program) {
+      table.Programs().Intern(std::to_string(program));
     }
-    benchmark::DoNotOptimize(entries.TakeOrdered(LocateOrder::kDescending, programs));
+    for (const TickEntry& entry : arrivals) {
+      table.Add(entry.Program, entry.Line, entry.Ticks);
+    }
+    table.Order(LocateOrder::kDescending, programs > 1);
+    benchmark::DoNotOptimize(table);
   }
   CountEntries(state, arrivals);
 }
 BENCHMARK(OrderEntries)
-    ->Name("ordering/TickEntries")
+    ->Name("ordering/TickTable")
     ->Arg(1)
     ->Arg(2000)
     ->Unit(benchmark::kMillisecond);

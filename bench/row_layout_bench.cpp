@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
-#include <span>
+#include <optional>
 #include <string>
 
 #include "bench_texts.h"
@@ -43,11 +43,11 @@ void LayOutRows(benchmark::State& state) {
   for (auto _ : state) {
     RowLayout layout(table, kTotalTicks);
     layout.StartList();
-    for (const TickEntry& entry : table.Row(0)) {
+    table.ForEach(0, [&](const TickEntry& entry) {
       layout.LayOut(entry, row.data());
       benchmark::DoNotOptimize(row.data());
       benchmark::ClobberMemory();
-    }
+    });
   }
   state.SetItemsProcessed(std::int64_t{kBenchLines} * state.iterations());
 }
@@ -57,17 +57,17 @@ void PrintRows(benchmark::State& state) {
   const TickTable table = RandomTable();
   std::array<char, 2 * kRowWidth> row{};
   for (auto _ : state) {
-    const TickEntry* previous = nullptr;
-    for (const TickEntry& entry : table.Row(0)) {
-      const bool shows_name = previous == nullptr || previous->Program != entry.Program;
+    std::optional<NameTable::Id> previous;
+    table.ForEach(0, [&](const TickEntry& entry) {
+      const bool shows_name = previous != entry.Program;
       const std::string name(shows_name ? table.Programs()[entry.Program] : std::string_view());
       const std::int64_t share = std::int64_t{entry.Ticks} * 10000 / kTotalTicks;
       std::snprintf(row.data(), row.size(), "%-20.20s %-6u %-8u %-6.4g", name.c_str(), entry.Line,
                     entry.Ticks, static_cast<double>(share) / 100);
-      previous = &entry;
+      previous = entry.Program;
       benchmark::DoNotOptimize(row.data());
       benchmark::ClobberMemory();
-    }
+    });
   }
   state.SetItemsProcessed(std::int64_t{kBenchLines} * state.iterations());
 }

@@ -1,6 +1,6 @@
 // Ordering is a stable counting sort, digit by digit from the least significant one, over the
 // entries from the last to the first: walking backwards is what puts entries with equal ticks in
-// reverse order of arrival. Programs are digits above the ticks.
+// reverse order of arrival.
 
 #include "profile/tick_entries.h"
 
@@ -16,34 +16,22 @@ namespace {
 // Few enough counters, and places written to in turn, for the processor to keep at hand.
 constexpr unsigned kMostDigitBits = 11;
 
-/// One digit of the sort key: some bits of the ticks or of the program.
+/// One digit of the sort key: some bits of the ticks.
 struct Digit {
-  std::uint32_t TickEntry::*Field;
   unsigned Shift;
   std::uint32_t Mask;
-  bool Descending;
 
-  std::uint32_t Of(const TickEntry& entry) const { return (entry.*Field >> Shift) & Mask; }
+  std::uint32_t Of(const TickEntry& entry) const { return (entry.Ticks >> Shift) & Mask; }
 };
 
-void AddDigits(std::vector<Digit>& digits, std::uint32_t TickEntry::*field, unsigned bits,
-               bool descending) {
+/// The digits of tick counts of up to `bits` bits, the least significant one first.
+std::vector<Digit> TickDigits(unsigned bits) {
   const unsigned count = (bits + kMostDigitBits - 1) / kMostDigitBits;
+  std::vector<Digit> digits;
   for (unsigned i = 0, shift = 0; i < count; ++i) {
     const unsigned width = (bits - shift + count - i - 1) / (count - i);
-    digits.push_back({field, shift, (std::uint32_t{1} << width) - 1, descending});
+    digits.push_back({shift, (std::uint32_t{1} << width) - 1});
     shift += width;
-  }
-}
-
-std::vector<Digit> KeyDigits(std::uint32_t ticks_seen, LocateOrder order,
-                             std::size_t program_count) {
-  std::vector<Digit> digits;
-  const auto tick_bits = static_cast<unsigned>(std::bit_width(ticks_seen));
-  AddDigits(digits, &TickEntry::Ticks, std::max(tick_bits, 1U), order == LocateOrder::kDescending);
-  if (program_count > 1) {
-    AddDigits(digits, &TickEntry::Program, static_cast<unsigned>(std::bit_width(program_count - 1)),
-              false);
   }
   return digits;
 }
@@ -55,10 +43,10 @@ class Places {
 
   void Count(const TickEntry& entry) { ++places_[digit_.Of(entry)]; }
 
-  void CountsToPlaces() {
+  void CountsToPlaces(LocateOrder order) {
     std::size_t place = 0;
     const auto assign = [&place](std::size_t& count) { place += std::exchange(count, place); };
-    if (digit_.Descending) {
+    if (order == LocateOrder::kDescending) {
       std::ranges::for_each(std::views::reverse(places_), assign);
     } else {
       std::ranges::for_each(places_, assign);
@@ -79,7 +67,7 @@ void TickEntries::AddChunk() {
   used_ = 0;
 }
 
-TickEntryBlock TickEntries::TakeOrdered(LocateOrder order, std::size_t program_count) {
+TickEntryBlock TickEntries::TakeOrdered(LocateOrder order) {
   std::vector<TickEntryBlock> chunks = std::exchange(chunks_, {});
   const std::size_t in_last = std::exchange(used_, kChunk);
   if (chunks.empty()) {
@@ -90,7 +78,8 @@ TickEntryBlock TickEntries::TakeOrdered(LocateOrder order, std::size_t program_c
     return chunks[chunk].Entries().first(chunk < last ? kChunk : in_last);
   };
   std::vector<Places> passes;
-  for (const Digit& digit : KeyDigits(ticks_seen_, order, program_count)) {
+  const auto bits = static_cast<unsigned>(std::bit_width(std::exchange(ticks_seen_, 0)));
+  for (const Digit& digit : TickDigits(std::max(bits, 1U))) {
     passes.emplace_back(digit);
   }
   for (std::size_t chunk = 0; chunk <= last; ++chunk) {
@@ -101,7 +90,7 @@ TickEntryBlock TickEntries::TakeOrdered(LocateOrder order, std::size_t program_c
     }
   }
   for (Places& pass : passes) {
-    pass.CountsToPlaces();
+    pass.CountsToPlaces(order);
   }
 
   TickEntryBlock ordered(last * kChunk + in_last);

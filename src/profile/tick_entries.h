@@ -6,24 +6,10 @@
 #include <span>
 #include <vector>
 
-#include "profile/name_table.h"
+#include "profile/tick_entry.h"
 #include "value/dynamic_array.h"
 
 namespace ptick {
-
-/// One trace entry, compact. A line number and a tick count that are written the ordinary way are
-/// held as numbers; other texts ("007", "1.50", "abc", empty) are kept aside exactly as they were
-/// read.
-struct TickEntry {
-  static constexpr std::uint32_t kExactText = std::uint32_t{1} << 31U;
-
-  NameTable::Id Program;
-  std::uint32_t Line;   ///< the line number, or kExactText plus the index of the exact texts
-  std::uint32_t Ticks;  ///< the tick count; 0 where it is no whole number below 2^32
-
-  bool HasExactText() const { return (Line & kExactText) != 0; }
-  std::size_t ExactIndex() const { return Line & ~kExactText; }
-};
 
 /// A fixed number of entries in one piece of memory.
 class TickEntryBlock {
@@ -51,9 +37,9 @@ class TickEntries {
     ticks_seen_ |= entry.Ticks;
   }
 
-  /// The entries by ticks in `order`, equal ticks in reverse order of arrival; with more than one
-  /// program by program first, ascending. Leaves nothing behind here.
-  TickEntryBlock TakeOrdered(LocateOrder order, std::size_t program_count);
+  /// The entries by ticks in `order`, equal ticks in reverse order of arrival. Leaves nothing
+  /// behind here.
+  TickEntryBlock TakeOrdered(LocateOrder order);
 
  private:
   static constexpr std::size_t kChunk = std::size_t{1} << 16U;

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <limits>
+#include <numeric>
 #include <optional>
-#include <utility>
 #include <variant>
 
 #include "profile/ordinary_number.h"
@@ -15,12 +15,6 @@ namespace {
 bool IsRegular(const Number& ticks) {
   const auto* whole = std::get_if<std::int64_t>(&ticks);
   return whole != nullptr && *whole >= 0 && *whole <= std::numeric_limits<std::uint32_t>::max();
-}
-
-/// Whether ticks a stand before ticks b.
-bool Precedes(const Number& a, const Number& b, LocateOrder order) {
-  const int compared = CompareNumbers(a, b);
-  return order == LocateOrder::kAscending ? compared < 0 : compared > 0;
 }
 
 }  // namespace
@@ -45,57 +39,38 @@ void TickTable::Add(std::string_view program, std::string_view line, std::string
 }
 
 void TickTable::Order(LocateOrder order, bool per_program) {
-  ordered_ = entries_.TakeOrdered(order, per_program ? programs_.size() : 1);
-  if (!irregular_.empty()) {
-    OrderIrregular(order, per_program);
-    MergeIrregular(order, per_program);
-  }
-  if (!per_program) {
-    row_starts_ = {0, ordered_.Entries().size()};
-    return;
-  }
-  row_starts_.assign(programs_.size() + 1, 0);
-  for (const TickEntry& entry : ordered_.Entries()) {
-    ++row_starts_[entry.Program + 1];
-  }
-  for (std::size_t row = 1; row < row_starts_.size(); ++row) {
-    row_starts_[row] += row_starts_[row - 1];
+  order_ = order;
+  large_ordered_ = large_.TakeOrdered(order);
+  OrderIrregular();
+  per_program_ = per_program;
+  if (per_program) {
+    MakeRows();
   }
 }
 
-void TickTable::OrderIrregular(LocateOrder order, bool per_program) {
-  std::reverse(irregular_.begin(), irregular_.end());
-  std::stable_sort(irregular_.begin(), irregular_.end(),
-                   [=](const IrregularEntry& a, const IrregularEntry& b) {
-                     if (per_program && a.Entry.Program != b.Entry.Program) {
-                       return a.Entry.Program < b.Entry.Program;
-                     }
-                     return Precedes(a.Ticks, b.Ticks, order);
-                   });
+/// Whether ticks a stand before ticks b.
+bool TickTable::Precedes(const Number& a, const Number& b, LocateOrder order) {
+  const int compared = CompareNumbers(a, b);
+  return order == LocateOrder::kAscending ? compared < 0 : compared > 0;
 }
 
-// Both lists are ordered, and no tick count of the one equals one of the other.
-void TickTable::MergeIrregular(LocateOrder order, bool per_program) {
-  TickEntryBlock merged(ordered_.Entries().size() + irregular_.size());
-  auto out = merged.Entries().begin();
-  auto next = irregular_.cbegin();
-  const auto goes_first = [=](const IrregularEntry& irregular, const TickEntry& regular) {
-    if (per_program && irregular.Entry.Program != regular.Program) {
-      return irregular.Entry.Program < regular.Program;
-    }
-    return Precedes(irregular.Ticks, static_cast<std::int64_t>(regular.Ticks), order);
-  };
-  for (const TickEntry& regular : ordered_.Entries()) {
-    for (; next != irregular_.cend() && goes_first(*next, regular); ++next) {
-      *out++ = next->Entry;
-    }
-    *out++ = regular;
-  }
-  for (; next != irregular_.cend(); ++next) {
-    *out++ = next->Entry;
-  }
-  ordered_ = std::move(merged);
-  irregular_.clear();
+void TickTable::OrderIrregular() {
+  std::ranges::reverse(irregular_);
+  std::ranges::stable_sort(irregular_, [this](const IrregularEntry& a, const IrregularEntry& b) {
+    return Precedes(a.Ticks, b.Ticks, order_);
+  });
+}
+
+// One counting sort by program, over entries that are in their order already.
+void TickTable::MakeRows() {
+  std::vector<std::size_t> places(programs_.size() + 1);
+  ForEachOrdered([&places](const TickEntry& entry) { ++places[entry.Program + 1]; });
+  std::partial_sum(places.begin(), places.end(), places.begin());
+  row_starts_ = places;
+  rows_ = TickEntryBlock(places.back());
+  TickEntry* const rows = rows_.Entries().data();
+  ForEachOrdered(
+      [&places, rows](const TickEntry& entry) { rows[places[entry.Program]++] = entry; });
 }
 
 }  // namespace ptick

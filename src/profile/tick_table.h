@@ -2,11 +2,11 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <span>
 #include <string_view>
 #include <vector>
 
 #include "profile/name_table.h"
+#include "profile/tick_buckets.h"
 #include "profile/tick_entries.h"
 #include "value/dynamic_array.h"
 #include "value/field_list.h"
@@ -16,9 +16,10 @@ namespace ptick {
 
 /// The trace entries of a profile: `Details`, `ProgramNames` and `ProgramCount`.
 ///
-/// Entries are collected in order of arrival and ordered once, by Order. The order is that of
-/// sorted inserts: by ticks, compared as numbers, entries with equal ticks in reverse order of
-/// arrival.
+/// The order of the entries is that of sorted inserts: by ticks, compared as numbers, entries with
+/// equal ticks in reverse order of arrival. Small tick counts, nearly all, go into buckets, which
+/// are in that order from the start; larger ones and numbers that are not whole are sorted once, by
+/// Order.
 class TickTable {
  public:
   /// Adds an entry whose texts are as read.
@@ -26,7 +27,12 @@ class TickTable {
 
   /// Adds an entry with an ordinary line number below 2^31 and an ordinary tick count.
   void Add(NameTable::Id program, std::uint32_t line, std::uint32_t ticks) {
-    entries_.Add({program, line, ticks});
+    const TickEntry entry{program, line, ticks};
+    if (ticks < TickBuckets::kCount) {
+      small_.Add(entry);
+    } else {
+      large_.Add(entry);
+    }
   }
 
   /// The program names of all entries, in order of first appearance.
@@ -37,10 +43,20 @@ class TickTable {
   void Order(LocateOrder order, bool per_program);
 
   /// The number of rows: 1, or the number of programs when ordered per program.
-  std::size_t RowCount() const { return row_starts_.size() - 1; }
-  /// Row `row`, counted from 0; per program, row r is that of program r.
-  std::span<const TickEntry> Row(std::size_t row) const {
-    return ordered_.Entries().subspan(row_starts_[row], row_starts_[row + 1] - row_starts_[row]);
+  std::size_t RowCount() const { return per_program_ ? programs_.size() : 1; }
+
+  /// Calls `visit` with every entry of row `row`, counted from 0, in order; per program, row r is
+  /// that of program r.
+  template <typename Visit>
+  void ForEach(std::size_t row, Visit visit) const {
+    if (!per_program_) {
+      ForEachOrdered(visit);
+      return;
+    }
+    const std::size_t size = row_starts_[row + 1] - row_starts_[row];
+    for (const TickEntry& entry : rows_.Entries().subspan(row_starts_[row], size)) {
+      visit(entry);
+    }
   }
 
   /// The texts of an entry that has them kept aside.
@@ -59,16 +75,60 @@ class TickTable {
     TickEntry Entry;
   };
 
-  void OrderIrregular(LocateOrder order, bool per_program);
-  void MergeIrregular(LocateOrder order, bool per_program);
+  static bool Precedes(const Number& a, const Number& b, LocateOrder order);
+
+  void OrderIrregular();
+  void MakeRows();
+
+  // All entries in their order, whatever their program: large and small ticks one after the other,
+  // the irregular ones, if any, where their ticks belong.
+  template <typename Visit>
+  void ForEachOrdered(Visit visit) const {
+    auto irregular = irregular_.cbegin();
+    const auto put_irregular_before = [&](std::uint32_t ticks) {
+      while (irregular != irregular_.cend() &&
+             Precedes(irregular->Ticks, std::int64_t{ticks}, order_)) {
+        visit((irregular++)->Entry);
+      }
+    };
+    const auto visit_small = [&](std::uint32_t ticks) {
+      put_irregular_before(ticks);
+      small_.ForEach(ticks, visit);
+    };
+    const auto visit_large = [&] {
+      for (const TickEntry& entry : large_ordered_.Entries()) {
+        put_irregular_before(entry.Ticks);
+        visit(entry);
+      }
+    };
+    if (order_ == LocateOrder::kDescending) {
+      visit_large();
+      for (std::uint32_t ticks = TickBuckets::kCount; ticks-- > 0;) {
+        visit_small(ticks);
+      }
+    } else {
+      for (std::uint32_t ticks = 0; ticks < TickBuckets::kCount; ++ticks) {
+        visit_small(ticks);
+      }
+      visit_large();
+    }
+    for (; irregular != irregular_.cend(); ++irregular) {
+      visit(irregular->Entry);
+    }
+  }
 
   NameTable programs_;
-  TickEntries entries_;
+  TickBuckets small_;
+  TickEntries large_;
   std::vector<IrregularEntry> irregular_;
   FieldList exact_lines_;
   FieldList exact_ticks_;
-  TickEntryBlock ordered_;
-  std::vector<std::size_t> row_starts_{0, 0};
+
+  LocateOrder order_ = LocateOrder::kDescending;
+  bool per_program_ = false;
+  TickEntryBlock large_ordered_;
+  TickEntryBlock rows_;  ///< with -n: all entries, program by program
+  std::vector<std::size_t> row_starts_;
 };
 
 }  // namespace ptick

@@ -63,15 +63,15 @@ void LineReport::Print() {
 
 void LineReport::PrintProgramRows(std::size_t row) {
   layout_.StartList();
-  for (const TickEntry& entry : tables_.Details.Row(row)) {
-    if (sources_) {
-      PrintSourceRow(entry);
-    } else {
-      char* line = output_.LineRoom(kRowWidth);
-      layout_.LayOut(entry, line);
-      output_.EndLineAt(line + kRowWidth);
-    }
+  if (sources_) {
+    tables_.Details.ForEach(row, [this](const TickEntry& entry) { PrintSourceRow(entry); });
+    return;
   }
+  tables_.Details.ForEach(row, [this](const TickEntry& entry) {
+    char* line = output_.LineRoom(kRowWidth);
+    layout_.LayOut(entry, line);
+    output_.EndLineAt(line + kRowWidth);
+  });
 }
 
 void LineReport::PrintSourceRow(const TickEntry& entry) {

@@ -12,13 +12,13 @@ namespace {
 // A total is compared as it would be written: cut to the decimals that the text of a number shows.
 Number TotalTicksOf(const TickTable& details, std::size_t row) {
   RunningSum sum;
-  for (const TickEntry& entry : details.Row(row)) {
+  details.ForEach(row, [&](const TickEntry& entry) {
     if (entry.HasExactText()) {
       sum.Add(Value(details.ExactTicks(entry)));
     } else {
       sum.Add(std::int64_t{entry.Ticks});
     }
-  }
+  });
   return Value(sum.Total().Text()).AsNumber();
 }
 

@@ -77,13 +77,13 @@ void DescribeRow(const DetailsRow& row, Description& description) {
 }
 
 void DescribeRow(const TickTable& details, std::size_t row, Description& description) {
-  for (const TickEntry& entry : details.Row(row)) {
+  details.ForEach(row, [&](const TickEntry& entry) {
     const bool exact = entry.HasExactText();
     description.AddEntry(
         details.Programs()[entry.Program],
         exact ? std::string(details.ExactLine(entry)) : std::to_string(entry.Line),
         exact ? std::string(details.ExactTicks(entry)) : std::to_string(entry.Ticks));
-  }
+  });
 }
 
 }  // namespace

@@ -16,16 +16,12 @@ namespace {
 constexpr LocateOrder kAscending = LocateOrder::kAscending;
 constexpr LocateOrder kDescending = LocateOrder::kDescending;
 
-/// The entries as TakeOrdered must give them: every rule one sort, the strongest last.
-std::vector<TickEntry> Ordered(std::vector<TickEntry> entries, LocateOrder order,
-                               bool per_program) {
+/// The entries as TakeOrdered must give them.
+std::vector<TickEntry> Ordered(std::vector<TickEntry> entries, LocateOrder order) {
   std::ranges::reverse(entries);
   std::ranges::stable_sort(entries, [order](const TickEntry& a, const TickEntry& b) {
     return order == kAscending ? a.Ticks < b.Ticks : a.Ticks > b.Ticks;
   });
-  if (per_program) {
-    std::ranges::stable_sort(entries, {}, &TickEntry::Program);
-  }
   return entries;
 }
 
@@ -56,24 +52,21 @@ std::string Difference(const TickEntryBlock& got, const std::vector<TickEntry>& 
 TEST(TickEntries, PutEqualTicksInReverseOrderOfArrival) {
   struct Row {
     LocateOrder Order;
-    std::size_t ProgramCount;
     std::vector<std::uint32_t> WantLines;
   };
   // Lines are numbered in order of arrival.
   const std::vector<TickEntry> entries = {{1, 1, 5}, {0, 2, 5}, {1, 3, 7}, {1, 4, 0}, {0, 5, 5}};
   const std::vector<Row> rows = {
-      {kDescending, 1, {3, 5, 2, 1, 4}},
-      {kAscending, 1, {4, 5, 2, 1, 3}},
-      {kDescending, 2, {5, 2, 3, 1, 4}},
-      {kAscending, 2, {5, 2, 4, 1, 3}},
+      {kDescending, {3, 5, 2, 1, 4}},
+      {kAscending, {4, 5, 2, 1, 3}},
   };
   for (const Row& row : rows) {
-    const TickEntryBlock ordered = Collect(entries).TakeOrdered(row.Order, row.ProgramCount);
+    const TickEntryBlock ordered = Collect(entries).TakeOrdered(row.Order);
     std::vector<std::uint32_t> lines;
     for (const TickEntry& entry : ordered.Entries()) {
       lines.push_back(entry.Line);
     }
-    EXPECT_EQ(lines, row.WantLines) << "programs: " << row.ProgramCount;
+    EXPECT_EQ(lines, row.WantLines);
   }
 }
 
@@ -82,41 +75,32 @@ TEST(TickEntries, OrderAnyNumberOfEntriesByKeysOfAnyWidth) {
   struct Row {
     std::size_t Count;
     std::uint32_t MostTicks;
-    std::size_t ProgramCount;
   };
   const std::vector<Row> rows = {
-      {1, 0, 1},
-      {2, 0, 1},
-      {100, 0, 1},
-      {100, 1, 2},
-      {1000, 2047, 1},
-      {1000, 2048, 3},
-      {3000, (1U << 22U) - 1, 1},
-      {3000, 1U << 22U, 4},
-      {3000, std::numeric_limits<std::uint32_t>::max(), 1},
-      {5000, std::numeric_limits<std::uint32_t>::max(), 5},
-      {20000, 10, 2047},
-      {20000, 10, 2048},
-      {20000, 10, 2049},
-      {20000, 100000, 5000},
-      {65535, 50, 1},
-      {65536, 50, 2},
-      {65537, 50, 3},
-      {200000, 5000, 300},
+      {1, 0},
+      {2, 0},
+      {100, 0},
+      {100, 1},
+      {1000, 2047},
+      {1000, 2048},
+      {3000, (1U << 22U) - 1},
+      {3000, 1U << 22U},
+      {3000, std::numeric_limits<std::uint32_t>::max()},
+      {65535, 50},
+      {65536, 50},
+      {65537, 50},
+      {200000, 5000},
   };
   std::mt19937 random(1);  // the same numbers every time
   for (const Row& row : rows) {
     std::vector<TickEntry> entries;
     for (std::size_t i = 0; i < row.Count; ++i) {
-      const auto program = static_cast<NameTable::Id>(random() % row.ProgramCount);
       const auto ticks = static_cast<std::uint32_t>(random() % (std::uint64_t{row.MostTicks} + 1));
-      entries.push_back({program, static_cast<std::uint32_t>(i), ticks});
+      entries.push_back({0, static_cast<std::uint32_t>(i), ticks});
     }
     entries.back().Ticks = row.MostTicks;
     for (const LocateOrder order : {kAscending, kDescending}) {
-      EXPECT_EQ(Difference(Collect(entries).TakeOrdered(order, row.ProgramCount),
-                           Ordered(entries, order, row.ProgramCount > 1)),
-                "")
+      EXPECT_EQ(Difference(Collect(entries).TakeOrdered(order), Ordered(entries, order)), "")
           << row.Count << " entries of up to " << row.MostTicks << " ticks";
     }
   }
@@ -124,12 +108,12 @@ TEST(TickEntries, OrderAnyNumberOfEntriesByKeysOfAnyWidth) {
 
 TEST(TickEntries, LeaveNothingBehind) {
   TickEntries entries;
-  EXPECT_TRUE(entries.TakeOrdered(kDescending, 1).Entries().empty());
+  EXPECT_TRUE(entries.TakeOrdered(kDescending).Entries().empty());
   entries.Add({0, 1, 5});
-  EXPECT_EQ(entries.TakeOrdered(kDescending, 1).Entries().size(), 1U);
-  EXPECT_TRUE(entries.TakeOrdered(kDescending, 1).Entries().empty());
+  EXPECT_EQ(entries.TakeOrdered(kDescending).Entries().size(), 1U);
+  EXPECT_TRUE(entries.TakeOrdered(kDescending).Entries().empty());
   entries.Add({0, 2, 6});
-  const TickEntryBlock ordered = entries.TakeOrdered(kDescending, 1);
+  const TickEntryBlock ordered = entries.TakeOrdered(kDescending);
   ASSERT_EQ(ordered.Entries().size(), 1U);
   EXPECT_EQ(ordered.Entries().front().Line, 2U);
 }

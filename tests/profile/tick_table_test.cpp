@@ -33,10 +33,10 @@ TEST(TickTable, HasOneEmptyRowWithoutEntries) {
   for (const LocateOrder order : {kAscending, kDescending}) {
     TickTable table;
     EXPECT_EQ(table.RowCount(), 1U);
-    EXPECT_TRUE(table.Row(0).empty());
+    EXPECT_EQ(RowTexts(table), "");
     table.Order(order, false);
     EXPECT_EQ(table.RowCount(), 1U);
-    EXPECT_TRUE(table.Row(0).empty());
+    EXPECT_EQ(RowTexts(table), "");
     TickTable per_program;
     per_program.Order(order, true);
     EXPECT_EQ(per_program.RowCount(), 0U);
@@ -56,6 +56,10 @@ TEST(TickTable, OrdersAllEntriesInOneRow) {
       {{"A|1|5", "B|2|5", "C|3|5"}, "C|3|5 B|2|5 A|1|5", "C|3|5 B|2|5 A|1|5"},
       {{"A|1|9", "A|2|10", "A|3|100"}, "A|3|100 A|2|10 A|1|9", "A|1|9 A|2|10 A|3|100"},
       {{"A|1|0", "A|2|4294967295"}, "A|2|4294967295 A|1|0", "A|1|0 A|2|4294967295"},
+      // On both sides of the bound between small and large tick counts.
+      {{"A|1|4096", "A|2|4095", "A|3|4094", "A|4|4097", "A|5|4095", "A|6|4096"},
+       "A|4|4097 A|6|4096 A|1|4096 A|5|4095 A|2|4095 A|3|4094",
+       "A|3|4094 A|5|4095 A|2|4095 A|6|4096 A|1|4096 A|4|4097"},
   };
   for (const Row& row : rows) {
     TickTable table = MakeTable(row.Entries);
@@ -105,6 +109,9 @@ TEST(TickTable, OrdersUnusualTicksByTheirValue) {
       {{"A|1|4294967295", "A|2|4294967296", "A|3|4294967297", "A|4|4294967296"},
        "A|3|4294967297 A|4|4294967296 A|2|4294967296 A|1|4294967295",
        "A|1|4294967295 A|4|4294967296 A|2|4294967296 A|3|4294967297"},
+      {{"A|1|4095.5", "A|2|4096", "A|3|4095", "A|4|4096.5", "A|5|4094.5", "A|6|04096"},
+       "A|4|4096.5 A|6|04096 A|2|4096 A|1|4095.5 A|3|4095 A|5|4094.5",
+       "A|5|4094.5 A|3|4095 A|1|4095.5 A|6|04096 A|2|4096 A|4|4096.5"},
       {{"A|1|1.5", "A|2|1.5", "A|3|1.50"}, "A|3|1.50 A|2|1.5 A|1|1.5", "A|3|1.50 A|2|1.5 A|1|1.5"},
       {{"A|1|9223372036854775806", "A|2|9223372036854775807", "A|3|9223372036854775807"},
        "A|3|9223372036854775807 A|2|9223372036854775807 A|1|9223372036854775806",
@@ -172,9 +179,7 @@ TEST(TickTable, HasRoomForAnyNumberOfPrograms) {
   table.Order(kDescending, true);
   EXPECT_EQ(table.RowCount(), table.Programs().size());
   for (std::size_t row = 0; row < table.RowCount(); ++row) {
-    for (const TickEntry& entry : table.Row(row)) {
-      ASSERT_EQ(entry.Program, row);
-    }
+    table.ForEach(row, [row](const TickEntry& entry) { EXPECT_EQ(entry.Program, row); });
   }
 }
 

@@ -27,11 +27,11 @@ TickTable MakeTable(const std::vector<Sample>& samples) {
 
 std::vector<std::string> Rows(const TickTable& table, RowLayout& layout) {
   std::vector<std::string> rows;
-  for (const TickEntry& entry : table.Row(0)) {
+  table.ForEach(0, [&](const TickEntry& entry) {
     std::string row(static_cast<std::size_t>(kRowWidth), '?');
     layout.LayOut(entry, row.data());
     rows.push_back(row);
-  }
+  });
   return rows;
 }
 

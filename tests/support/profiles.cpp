@@ -50,14 +50,14 @@ Parsed Parse(std::string_view text, const RunOptions& options) {
 
 std::string RowText(const TickTable& details, std::size_t row) {
   std::string text;
-  for (const TickEntry& entry : details.Row(row)) {
+  details.ForEach(row, [&](const TickEntry& entry) {
     text += text.empty() ? "" : " ";
     text += details.Programs()[entry.Program];
     text += '|';
     text += entry.HasExactText() ? details.ExactLine(entry) : std::to_string(entry.Line);
     text += '|';
     text += entry.HasExactText() ? details.ExactTicks(entry) : std::to_string(entry.Ticks);
-  }
+  });
   return text;
 }
 
