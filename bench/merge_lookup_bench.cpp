@@ -19,6 +19,11 @@ namespace {
 class TwoProfiles {
  public:
   template <typename Use>
+  void ForEachText(Use use) const {
+    use(first_.Text());
+    use(second_.Text());
+  }
+  template <typename Use>
   void ForEachLine(Use use) const {
     first_.ForEachLine(use);
     second_.ForEachLine(use);
@@ -33,7 +38,7 @@ void MergeLines(benchmark::State& state) {
   const TwoProfiles profiles;
   for (auto _ : state) {
     ProfileMerge merge;
-    profiles.ForEachLine([&merge](std::string_view line) { merge.AddLine(line); });
+    profiles.ForEachText([&merge](std::string_view text) { merge.AddLines(text); });
     benchmark::DoNotOptimize(merge);
   }
   state.SetItemsProcessed(std::int64_t{2} * kBenchLines * state.iterations());

@@ -1,5 +1,5 @@
-// Reading records: trace lines by TraceScanner, by the rules for every record, and by cutting lines
-// into strings; the other record types by the record parser and by cutting.
+// Reading records: trace lines by ScanTraceLine, by the rules for every record, and by cutting
+// lines into strings; the other record types by the record parser and by cutting.
 
 #include <benchmark/benchmark.h>
 
@@ -15,7 +15,7 @@
 #include "profile/record_parser.h"
 #include "profile/tab_fields.h"
 #include "profile/tick_table.h"
-#include "profile/trace_scanner.h"
+#include "profile/trace_line.h"
 #include "support/memory_platform.h"
 #include "value/output.h"
 
@@ -32,16 +32,20 @@ void ScanTraces(benchmark::State& state) {
   const char* const end = profile.Text().data() + profile.Text().size();
   for (auto _ : state) {
     TickTable table;
-    TraceScanner scanner(table);
     for (const char* line = profile.Text().data(); line != end;) {
-      const char* const next = scanner.Take(line);
-      line = next != nullptr ? next : static_cast<const char*>(std::memchr(line, '\n', 1000)) + 1;
+      const TraceLine trace = ScanTraceLine(line);
+      if (trace.Next == nullptr) {
+        line = static_cast<const char*>(std::memchr(line, '\n', 1000)) + 1;
+        continue;
+      }
+      table.Add(table.Programs().Intern(trace.Program), trace.Line, trace.Ticks);
+      line = trace.Next;
     }
     benchmark::DoNotOptimize(table);
   }
   CountLines(state);
 }
-BENCHMARK(ScanTraces)->Name("trace records/TraceScanner");
+BENCHMARK(ScanTraces)->Name("trace records/ScanTraceLine");
 
 void ParseTraces(benchmark::State& state) {
   const BenchText profile(Records::kTrace);

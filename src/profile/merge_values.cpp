@@ -27,13 +27,6 @@ void MergeValues::Set(std::size_t index, std::string_view text) {
 }
 
 void MergeValues::AddTo(std::size_t index, std::string_view text) {
-  const std::optional<std::uint32_t> number = ParseOrdinary(text);
-  std::int64_t& sum = numbers_[index];
-  constexpr std::int64_t kRoom = std::numeric_limits<std::uint32_t>::max();
-  if (number && sum != kTextAside && sum <= std::numeric_limits<std::int64_t>::max() - kRoom) {
-    sum += *number;
-    return;
-  }
   const Value total = Add(Value(Text(index)), text);
   const Number total_number = total.AsNumber();
   const auto* whole = std::get_if<std::int64_t>(&total_number);

@@ -15,10 +15,19 @@ namespace ptick {
 class MergeValues {
  public:
   void Append(std::string_view text);
+  void Append(std::uint32_t number) { numbers_.push_back(number); }
   void Set(std::size_t index, std::string_view text);
 
   /// Adds a value to element `index`, as the value layer adds texts.
   void AddTo(std::size_t index, std::string_view text);
+  void AddTo(std::size_t index, std::uint32_t number) {
+    std::int64_t& sum = numbers_[index];
+    if (sum != kTextAside && sum <= std::numeric_limits<std::int64_t>::max() - number) {
+      sum += number;
+    } else {
+      AddTo(index, std::to_string(number));
+    }
+  }
 
   /// Brings an element near; a hint, for any index.
   void Prefetch(std::size_t index) const { __builtin_prefetch(numbers_.data() + index); }

@@ -1,7 +1,8 @@
 #pragma once
 
-#include <charconv>
+#include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string_view>
 
@@ -10,16 +11,21 @@ namespace ptick {
 /// The number that `text` spells in the ordinary way, so that its digits can be had back from the
 /// number: digits only, no leading zeros, below 2^32. Nothing for any other text.
 inline std::optional<std::uint32_t> ParseOrdinary(std::string_view text) {
-  if (text.empty() || text.front() < '0' || text.front() > '9' ||
-      (text.front() == '0' && text.size() > 1)) {
+  constexpr std::size_t kMostDigits = 10;
+  if (text.empty() || text.size() > kMostDigits || (text.front() == '0' && text.size() > 1)) {
     return std::nullopt;
   }
-  std::uint32_t number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error != std::errc() || end != text.data() + text.size()) {
+  std::uint64_t number = 0;
+  for (const char c : text) {
+    if (c < '0' || c > '9') {
+      return std::nullopt;
+    }
+    number = number * 10 + static_cast<std::uint64_t>(c - '0');
+  }
+  if (number > std::numeric_limits<std::uint32_t>::max()) {
     return std::nullopt;
   }
-  return number;
+  return static_cast<std::uint32_t>(number);
 }
 
 }  // namespace ptick

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
@@ -9,23 +8,12 @@
 
 #include "platform/platform.h"
 #include "profile/line_blocks.h"
+#include "profile/merge_keys.h"
+#include "profile/merge_line.h"
 #include "profile/merge_values.h"
-#include "profile/name_table.h"
 #include "value/output.h"
 
 namespace ptick {
-
-/// How the lines of one record type are combined.
-enum class MergeKind {
-  kSmallest,
-  kLargest,
-  kDropped,
-  kLast,
-  kAdded,
-};
-
-/// The kind of a record type; names are compared exactly, and unknown types are added.
-MergeKind MergeKindOf(std::string_view record_type);
 
 /// Several profiles merged into one. A line's key is all of it but its last TAB-separated field,
 /// its value is that field; lines of equal keys become one, in order of first appearance. The
@@ -50,22 +38,20 @@ class ProfileMerge final : public LineBlocks {
   std::string_view Next() override;
 
  private:
-  /// A line taken apart, on its way into the tables.
-  struct MergeLine {
-    std::string_view Key;
-    std::string_view Value;
-    MergeKind Kind;
-    std::uint64_t Hash;
-    NameTable::Id LikelyId;
+  /// A line whose key is being looked up.
+  struct WaitingLine {
+    MergeLine Line;
+    MergeKeys::Lookup Lookup;
   };
 
-  void AddBatch(std::span<MergeLine> lines);
-  void Add(const MergeLine& line);
-  void Combine(NameTable::Id key, MergeKind kind, std::string_view value);
+  void AddBatch(std::span<WaitingLine> lines);
+  void Add(const WaitingLine& line);
+  void Append(const MergeLine& line);
+  void Combine(MergeKeys::Id key, const MergeLine& line);
 
-  NameTable keys_;              ///< `MergeKeys`
+  MergeKeys keys_;
   MergeValues values_;          ///< `MergeValues`, parallel to keys_
-  NameTable::Id next_key_ = 0;  ///< the key behind that of the line before
+  MergeKeys::Id next_key_ = 0;  ///< the key behind that of the line before
   std::string first_name_;
   std::size_t handed_out_ = 0;  ///< keys whose lines have been handed out
   std::string block_;

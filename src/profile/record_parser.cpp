@@ -12,7 +12,7 @@
 #include "profile/record_types.h"
 #include "profile/subroutine_order.h"
 #include "profile/tab_fields.h"
-#include "profile/trace_scanner.h"
+#include "profile/trace_line.h"
 #include "value/stop.h"
 #include "value/text.h"
 
@@ -41,7 +41,7 @@ class TabTrimmer {
 class RecordParser {
  public:
   RecordParser(const RunOptions& options, Output& output, ProfileTables& tables)
-      : options_(options), output_(output), tables_(tables), trace_scanner_(tables.Details) {}
+      : options_(options), output_(output), tables_(tables) {}
 
   void ParseBlock(std::string_view block);
   void Finish();
@@ -57,7 +57,6 @@ class RecordParser {
   const RunOptions& options_;
   Output& output_;
   ProfileTables& tables_;
-  TraceScanner trace_scanner_;
   TabTrimmer trimmer_;
   std::int64_t line_no_ = 0;
 };
@@ -67,8 +66,10 @@ void RecordParser::ParseBlock(std::string_view block) {
   const char* const end = line + block.size();
   while (line != end) {
     ++line_no_;
-    if (const char* next = trace_scanner_.Take(line)) {
-      line = next;
+    if (const TraceLine trace = ScanTraceLine(line); trace.Next != nullptr) {
+      TickTable& details = tables_.Details;
+      details.Add(details.Programs().Intern(trace.Program), trace.Line, trace.Ticks);
+      line = trace.Next;
       continue;
     }
     const auto* line_end =

@@ -1,4 +1,4 @@
-#include "profile/trace_scanner.h"
+#include "profile/trace_line.h"
 
 #include <gtest/gtest.h>
 
@@ -13,10 +13,9 @@
 namespace ptick {
 namespace {
 
-using testing::RowText;
 using testing::Tabs;
 
-/// What the scanner makes of a line: its fields, or "left" when it leaves the line to the parser.
+/// What the scan makes of a line: its fields, or "left" when it leaves the line to the parser.
 /// `behind` is repeated behind the line as far as may be read.
 std::string Take(std::string_view line, std::string_view behind) {
   std::string text(line);
@@ -27,13 +26,15 @@ std::string Take(std::string_view line, std::string_view behind) {
   }
   text.resize(size + kBlockPadding);
   text.shrink_to_fit();
-  TickTable table;
-  const char* next = TraceScanner(table).Take(text.data());
-  table.Order(LocateOrder::kDescending, false);
-  if (next == nullptr) {
-    return table.Row(0).empty() ? "left" : "left, but entered";
+  const TraceLine trace = ScanTraceLine(text.data());
+  if (trace.Next == nullptr) {
+    return "left";
   }
-  return next == text.data() + size ? RowText(table, 0) : "wrong end";
+  if (trace.Next != text.data() + size) {
+    return "wrong end";
+  }
+  return std::string(trace.Program) + "|" + std::to_string(trace.Line) + "|" +
+         std::to_string(trace.Ticks);
 }
 
 const std::vector<std::string_view>& Behinds() {
@@ -43,7 +44,7 @@ const std::vector<std::string_view>& Behinds() {
   return behinds;
 }
 
-TEST(TraceScanner, TakesLinesInTheirUsualForm) {
+TEST(TraceLine, TakesLinesInTheirUsualForm) {
   const std::vector<std::string_view> rows = {
       "A|1|2",           "PROG|10|3",         "a name with blanks|1234567|7654321",
       "ORDER.ENTRY|0|0", "X|9999999|9999999", "\x0b\x1f\x7f\x80\xfd\xff|1|2",
@@ -57,7 +58,7 @@ TEST(TraceScanner, TakesLinesInTheirUsualForm) {
   }
 }
 
-TEST(TraceScanner, LeavesAnyOtherLine) {
+TEST(TraceLine, LeavesAnyOtherLine) {
   const std::vector<std::string> rows = {
       "",
       "PROFILE:",
@@ -120,7 +121,7 @@ TEST(TraceScanner, LeavesAnyOtherLine) {
 std::string Number(std::size_t size) { return std::string("9081726354").substr(0, size); }
 
 // Wherever the fields of a line stand, it is either taken as it is or left.
-TEST(TraceScanner, FindsTheFieldsWhereverTheyStand) {
+TEST(TraceLine, FindsTheFieldsWhereverTheyStand) {
   std::size_t taken = 0;
   for (std::size_t name_size = 0; name_size <= 70; ++name_size) {
     for (std::size_t line_size = 0; line_size <= 9; ++line_size) {
@@ -143,7 +144,7 @@ TEST(TraceScanner, FindsTheFieldsWhereverTheyStand) {
 }
 
 // A byte that is no digit is noticed at every place of a number.
-TEST(TraceScanner, LeavesNumbersThatHoldOtherBytes) {
+TEST(TraceLine, LeavesNumbersThatHoldOtherBytes) {
   for (int byte = 0; byte < 256; ++byte) {
     if (byte >= '0' && byte <= '9') {
       continue;
@@ -158,17 +159,6 @@ TEST(TraceScanner, LeavesNumbersThatHoldOtherBytes) {
       }
     }
   }
-}
-
-TEST(TraceScanner, KnowsProgramsEnteredBefore) {
-  TickTable table;
-  table.Add("OTHER", "1", "1");
-  table.Add("PROG", "1", "1");
-  const std::string text = "PROFILE:trace\tPROG\t2\t3\n" + std::string(kBlockPadding, ' ');
-  EXPECT_NE(TraceScanner(table).Take(text.data()), nullptr);
-  table.Order(LocateOrder::kDescending, false);
-  EXPECT_EQ(RowText(table, 0), "PROG|2|3 PROG|1|1 OTHER|1|1");
-  EXPECT_EQ(table.Programs().size(), 2U);
 }
 
 }  // namespace

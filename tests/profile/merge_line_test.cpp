@@ -1,0 +1,93 @@
+#include "profile/merge_line.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "profile/line_blocks.h"
+#include "support/profiles.h"
+
+namespace ptick {
+namespace {
+
+using testing::Tabs;
+
+/// The line divided: key, "=", value; "-" for one that is not merged. `behind` is repeated behind
+/// it as far as may be read.
+std::string Divide(std::string_view line, std::string_view behind) {
+  std::string text = std::string(line) + '\n';
+  const std::size_t size = text.size();
+  while (text.size() < size + kBlockPadding) {
+    text += behind;
+  }
+  text.resize(size + kBlockPadding);
+  text.shrink_to_fit();
+  const char* next = text.data();
+  const MergeLine divided = DivideLine(next);
+  if (next != text.data() + size) {
+    return "wrong end";
+  }
+  if (divided.Kind == MergeKind::kDropped) {
+    return "-";
+  }
+  MergeKeys keys;
+  std::string shown;
+  keys.AppendText(keys.Intern(divided.Key), shown);
+  shown += "=";
+  shown += divided.Number != kNoOrdinaryNumber ? std::to_string(divided.Number) : divided.Value;
+  return shown;
+}
+
+TEST(MergeLine, IsDividedAtItsLastTab) {
+  struct Row {
+    std::string Line;
+    std::string Want;
+  };
+  const std::string head(60, 'h');
+  const std::string long_name(300, 'n');
+  const std::vector<Row> rows = {
+      {"PROFILE:trace|P|10|3", "trace|P|10=3"},
+      {"PROFILE:trace|P|010|3", "trace|P|010=3"},
+      {"PROFILE:trace|P|10|003", "trace|P|10=003"},
+      {"PROFILE:trace|P|10|", "trace|P|10="},
+      {"PROFILE:trace||P|10||3", "trace||P|10|=3"},
+      {"PROFILE:TRACE|P|10|3", "TRACE|P|10=3"},
+      {"PROFILE:ticks|5", "ticks=5"},
+      {"PROFILE:ticks|", "ticks="},
+      {"PROFILE:|5", "=5"},
+      {"PROFILE:|10|5", "|10=5"},
+      {"PROFILE:||", "|="},
+      {"PROFILE:ticks|5\r", "ticks=5\r"},
+      {"PROFILE:x\x01\x02|5", "x\x01\x02=5"},
+      {"PROFILE:" + head + "|1", head + "=1"},
+      {"PROFILE:" + head + "|1|2", head + "|1=2"},
+      {"PROFILE:a|" + head + "|2", "a|" + head + "=2"},
+      {"PROFILE:trace|" + long_name + "|10|3", "trace|" + long_name + "|10=3"},
+      {"PROFILE:perform|cmd|" + long_name, "perform|cmd=" + long_name},
+      {"PROFILE:ticks", "-"},
+      {"PROFILE:", "-"},
+      {"PROFILE:" + long_name, "-"},
+      {"", "-"},
+      {"|", "-"},
+      {" PROFILE:ticks|5", "-"},
+      {"|PROFILE:ticks|5", "-"},
+      {"profile:ticks|5", "-"},
+      {"PROFILE|:ticks|5", "-"},
+      {"a comment|5", "-"},
+      {long_name + "|5", "-"},
+      {"PROFILE:pid|5", "-"},
+      {"PROFILE:pid:x|5", "-"},
+      {"PROFILE:Pid|5", "Pid=5"},
+      {"PROFILE:pid|" + long_name + "|5", "-"},
+  };
+  for (const Row& row : rows) {
+    for (const std::string_view behind : {"\t", "\n", "1", "PROFILE:x\t1\n"}) {
+      EXPECT_EQ(Divide(Tabs(row.Line), behind), Tabs(row.Want)) << row.Line;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace ptick
