@@ -20,8 +20,8 @@ namespace ptick {
 /// merged lines are handed out as blocks; memory follows the distinct keys, not the lines.
 class ProfileMerge final : public LineBlocks {
  public:
-  /// Takes in the lines of a block. Lines without a TAB or without the prefix "PROFILE:" are passed
-  /// over.
+  /// Takes in the lines of a block as LineBlocks hands them out. Lines without a TAB or without the
+  /// prefix "PROFILE:" are passed over.
   void AddLines(std::string_view block);
 
   bool Empty() const { return keys_.size() == 0; }

@@ -13,6 +13,7 @@
 namespace ptick {
 namespace {
 
+using testing::AddLines;
 using testing::LinesOf;
 
 TEST(MergeKind, IsFixedForEachType) {
@@ -62,7 +63,7 @@ void ExpectMerged(std::initializer_list<std::string_view> types, const std::vect
       ProfileMerge merge;
       const std::string key = "PROFILE:" + testing::Tabs(type) + "\t";
       for (const std::string_view value : row.Values) {
-        merge.AddLines(key + std::string(value) + "\n");
+        AddLines(merge, key + std::string(value) + "\n");
       }
       EXPECT_EQ(LinesOf(merge), key + std::string(row.Want) + "\n")
           << type << " from " << row.Values.front();

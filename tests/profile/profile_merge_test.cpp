@@ -13,6 +13,7 @@
 namespace ptick {
 namespace {
 
+using testing::AddLines;
 using testing::LinesOf;
 using testing::Tabs;
 
@@ -22,17 +23,17 @@ std::string Merged(const std::vector<std::string_view>& lines) {
   for (const std::string_view line : lines) {
     block += Tabs(line) + "\n";
   }
-  merge.AddLines(block);
+  AddLines(merge, block);
   return LinesOf(merge);
 }
 
 TEST(ProfileMerge, DropsWhatIsOfOneRunOnly) {
   for (const std::string_view type : {"pid", "ppid", "typerate", "resource", "input", "program"}) {
     ProfileMerge merge;
-    merge.AddLines("PROFILE:" + std::string(type) + "\t5\n");
-    merge.AddLines("PROFILE:" + std::string(type) + "\ta\tb\t5\n");
+    AddLines(merge, "PROFILE:" + std::string(type) + "\t5\n");
+    AddLines(merge, "PROFILE:" + std::string(type) + "\ta\tb\t5\n");
     EXPECT_TRUE(merge.Empty()) << type;
-    merge.AddLines("PROFILE:ticks\t5\n");
+    AddLines(merge, "PROFILE:ticks\t5\n");
     EXPECT_FALSE(merge.Empty());
     EXPECT_EQ(LinesOf(merge), "PROFILE:ticks\t5\n") << type;
   }
@@ -55,7 +56,7 @@ TEST(ProfileMerge, PassesOverOtherLines) {
   };
   for (const std::string_view line : lines) {
     ProfileMerge merge;
-    merge.AddLines(Tabs(line) + "\n");
+    AddLines(merge, Tabs(line) + "\n");
     EXPECT_TRUE(merge.Empty()) << line;
     EXPECT_EQ(merge.Next(), "") << line;
   }
@@ -125,7 +126,7 @@ std::string MergedKeys(const std::vector<int>& keys, std::size_t at_once) {
     for (std::size_t i = begin; i < std::min(keys.size(), begin + at_once); ++i) {
       block += "PROFILE:trace\tP\t" + std::to_string(keys[i]) + "\t1\n";
     }
-    merge.AddLines(block);
+    AddLines(merge, block);
   }
   return LinesOf(merge);
 }
@@ -167,11 +168,11 @@ TEST(ProfileMerge, HandsOutAnyNumberOfLines) {
   std::string want;
   for (int line = 1; line <= 50000; ++line) {
     const std::string key = "PROFILE:trace\tPROGRAM\t" + std::to_string(line) + "\t";
-    merge.AddLines(key + "1\n");
+    AddLines(merge, key + "1\n");
     want += key + "3\n";
   }
   for (int line = 50000; line >= 1; --line) {
-    merge.AddLines("PROFILE:trace\tPROGRAM\t" + std::to_string(line) + "\t2\n");
+    AddLines(merge, "PROFILE:trace\tPROGRAM\t" + std::to_string(line) + "\t2\n");
   }
   EXPECT_TRUE(LinesOf(merge) == want);
   EXPECT_EQ(merge.Next(), "");
@@ -179,7 +180,7 @@ TEST(ProfileMerge, HandsOutAnyNumberOfLines) {
 
 TEST(ProfileMerge, HasReadableBytesBehindItsBlocks) {
   ProfileMerge merge;
-  merge.AddLines("PROFILE:ticks\t5\n");
+  AddLines(merge, "PROFILE:ticks\t5\n");
   const std::string_view block = merge.Next();
   EXPECT_EQ(std::string(block.data() + block.size(), kBlockPadding).size(), kBlockPadding);
 }

@@ -34,6 +34,13 @@ std::string LinesOf(LineBlocks& blocks) {
   return text;
 }
 
+void AddLines(ProfileMerge& merge, std::string_view lines) {
+  std::string padded(lines);
+  padded.append(kBlockPadding, '\t');
+  padded.shrink_to_fit();
+  merge.AddLines(std::string_view(padded).substr(0, lines.size()));
+}
+
 Parsed Parse(std::string_view text, const RunOptions& options) {
   MemoryPlatform platform;
   Output output(platform);

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "profile/line_blocks.h"
+#include "profile/profile_merge.h"
 #include "profile/profile_tables.h"
 #include "profile/run_options.h"
 
@@ -22,6 +23,9 @@ std::string Records(std::initializer_list<std::string_view> records);
 
 /// All blocks together; says so where one does not end with a line end.
 std::string LinesOf(LineBlocks& blocks);
+
+/// Hands lines to a merge as a block, with no more readable bytes behind them than a block has.
+void AddLines(ProfileMerge& merge, std::string_view lines);
 
 /// What a parse left behind.
 struct Parsed {
