@@ -229,8 +229,10 @@ TEST_F(CommandsTest, AnIgnoredSignalLeavesTheCommandsAlone) {
 
 TEST_F(CommandsTest, CommandsGoOnWhileTheProcessIsStopped) {
   scripts_.WriteScript("waits", "echo > " + Fifo() + "; cat " + Fifo("other"));
-  const pid_t process =
-      testing::StartForked([] { return Capture({{"waits"}}) == Words{"resumed"} ? 0 : 1; });
+  const pid_t process = testing::StartForked([] {
+    ::setpgid(0, 0);  // in a group whose parent lives on in the session; no other can be stopped
+    return Capture({{"waits"}}) == Words{"resumed"} ? 0 : 1;
+  });
   EXPECT_EQ(scripts_.Read("fifo"), "\n");
   ::kill(process, SIGTSTP);
   int status = 0;
