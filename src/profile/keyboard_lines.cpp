@@ -34,9 +34,9 @@ void AppendEscaped(char c, std::string& out) {
   } else if (code >= 32 && code <= 126) {
     out += c;
   } else {
-    static const Mask kCode = Mask::Parse("R%3");
+    static const Mask code_mask = Mask::Parse("R%3");
     out += '~';
-    kCode.Append(std::to_string(code), out);
+    code_mask.Append(std::to_string(code), out);
   }
 }
 

@@ -30,7 +30,8 @@ class LineBlocks {
 class RecordBlocks final : public LineBlocks {
  public:
   /// Blocks are of about `block_size` bytes; a longer line makes a longer block.
-  explicit RecordBlocks(std::unique_ptr<RecordReader> record, std::size_t block_size = 256 * 1024);
+  explicit RecordBlocks(std::unique_ptr<RecordReader> record,
+                        std::size_t block_size = std::size_t{256} * 1024);
 
   std::string_view Next() override;
 

@@ -13,7 +13,7 @@ namespace ptick {
 
 namespace {
 
-constexpr std::size_t kBlockSize = 256 * 1024;
+constexpr std::size_t kBlockSize = std::size_t{256} * 1024;
 constexpr std::size_t kBatch = 32;
 
 void MergeProfileFile(const std::string& name, Platform& platform, Output& output,

@@ -30,7 +30,7 @@ std::optional<std::string_view> RecordText::ReadField(std::size_t n) const {
 }
 
 std::optional<RecordText> ReadRecordText(RecordFile& file, std::string_view name) {
-  constexpr std::size_t kFirstRoom = 16 * 1024;
+  constexpr std::size_t kFirstRoom = std::size_t{16} * 1024;
   const std::unique_ptr<RecordReader> record = file.OpenRecord(name);
   if (!record) {
     return std::nullopt;

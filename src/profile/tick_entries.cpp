@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <ranges>
 #include <utility>
 
 namespace ptick {
@@ -47,9 +46,9 @@ class Places {
     std::size_t place = 0;
     const auto assign = [&place](std::size_t& count) { place += std::exchange(count, place); };
     if (order == LocateOrder::kDescending) {
-      std::ranges::for_each(std::views::reverse(places_), assign);
+      std::for_each(places_.rbegin(), places_.rend(), assign);
     } else {
-      std::ranges::for_each(places_, assign);
+      std::for_each(places_.begin(), places_.end(), assign);
     }
   }
 
@@ -95,15 +94,16 @@ TickEntryBlock TickEntries::TakeOrdered(LocateOrder order) {
 
   TickEntryBlock ordered(last * kChunk + in_last);
   for (std::size_t chunk = last + 1; chunk-- > 0;) {
-    for (const TickEntry& entry : std::views::reverse(used(chunk))) {
+    const std::span<const TickEntry> entries = used(chunk);
+    std::for_each(entries.rbegin(), entries.rend(), [&](const TickEntry& entry) {
       ordered.Entries()[passes.front().Take(entry)] = entry;
-    }
+    });
     chunks.pop_back();
   }
-  for (Places& pass : passes | std::views::drop(1)) {
+  for (auto pass = passes.begin() + 1; pass != passes.end(); ++pass) {
     TickEntryBlock next(ordered.Entries().size());
     for (const TickEntry& entry : ordered.Entries()) {
-      next.Entries()[pass.Take(entry)] = entry;
+      next.Entries()[pass->Take(entry)] = entry;
     }
     ordered = std::move(next);
   }

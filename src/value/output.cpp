@@ -10,7 +10,7 @@ namespace ptick {
 
 namespace {
 
-constexpr std::size_t kBufferSize = 256 * 1024;
+constexpr std::size_t kBufferSize = std::size_t{256} * 1024;
 constexpr std::int64_t kHeadingLines = 2;
 
 bool IsControl(char c) {
