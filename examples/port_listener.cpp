@@ -117,16 +117,17 @@ UniqueFd EndSignals() {
   return descriptor;
 }
 
+// What was sent before the end is still heard.
 void Serve(PortEndpoint& endpoint, const UniqueFd& end, int reply) {
   for (;;) {
     std::array<pollfd, 2> wait{{{end.Get(), POLLIN, 0}, {endpoint.Descriptor(), POLLIN, 0}}};
     poll(wait.data(), wait.size(), -1);
-    if (wait[0].revents != 0) {
-      return;
-    }
-    if (auto received = endpoint.Receive(std::chrono::milliseconds(0))) {
+    while (auto received = endpoint.Receive(std::chrono::milliseconds(0))) {
       std::cout << Line(received->Request) << std::endl;  // NOLINT(performance-avoid-endl)
       received->Reply(reply);
+    }
+    if (wait[0].revents != 0) {
+      return;
     }
   }
 }
