@@ -1,6 +1,6 @@
 #include "model/comparison.h"
 
-#include "model/model_cases.h"
+#include "model/line_difference.h"
 #include "model/model_merge.h"
 #include "model/table_description.h"
 #include "profile/record_parser.h"

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "model/comparison.h"
+#include "model/line_difference.h"
 #include "model/model_cases.h"
 #include "model/random_profile.h"
 

@@ -43,10 +43,4 @@ RunOptions MakeOptions(const TableOptions& options);
 /// As they are written on the command line.
 std::string OptionLetters(const TableOptions& options);
 
-/// Where two texts of many lines differ first; empty when they are equal.
-std::string FirstDifference(const std::string& model, const std::string& program);
-
-/// Lines as one text.
-std::string JoinLines(const std::vector<std::string>& lines);
-
 }  // namespace ptick::model

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "model/line_difference.h"
 #include "model/model_cases.h"
 #include "model/model_merge.h"
 #include "model/model_reports.h"

@@ -1,5 +1,5 @@
 #include "model/comparison.h"
-#include "model/model_cases.h"
+#include "model/line_difference.h"
 #include "model/model_reports.h"
 #include "reports/key_script.h"
 #include "reports/line_report.h"

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "model/line_difference.h"
 #include "model/model_cases.h"
 #include "model/random_fields.h"
 #include "model/table_description.h"
