@@ -1,18 +1,120 @@
 // A command line of any arguments, divided by zero bytes, among a few files and ports.
 
-#include "fuzz/fuzz_run.h"
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  ptick::FuzzInput input(data, size);
-  ptick::MemoryPlatform platform;
-  while (!input.Empty()) {
-    platform.Arguments.push_back(input.TakeUpTo('\0'));
+#include "driver/command_line.h"
+#include "driver/driver.h"
+#include "driver/usage.h"
+#include "fuzz/fuzz_input.h"
+#include "fuzz/require.h"
+#include "support/memory_platform.h"
+#include "value/stop.h"
+
+namespace {
+
+using ptick::MemoryPlatform;
+using ptick::fuzz::Require;
+
+constexpr std::string_view kProfile = "PROFILE:ticks\t3\nPROFILE:trace\tA\t1\t1\n";
+
+// Directory names as a list of source files holds them.
+std::string SourceNames(int count) {
+  std::string names;
+  for (int i = 0; i < count; ++i) {
+    names += "src\n";
   }
-  const std::string profile = "PROFILE:ticks\t3\nPROFILE:trace\tA\t1\t1\n";
-  platform.Files["."] = {{"p", {profile}}, {"ptick_0", {profile}}, {"list", {"src\n.\nnone\n"}}};
+  return names;
+}
+
+void Furnish(const std::vector<std::string>& arguments, MemoryPlatform& platform) {
+  platform.Arguments = arguments;
+  platform.Files["."] = {{"p", {std::string(kProfile)}},       {"bad", {"PROFILE:bogus\t1\n"}},
+                         {"ptick_0", {std::string(kProfile)}}, {"list", {"src\n.\nnone\n"}},
+                         {"many", {SourceNames(499)}},         {"all", {SourceNames(500)}},
+                         {"more", {SourceNames(501)}}};
   platform.Files["src"] = {{"A", {"LINE ONE\n"}}};
   platform.Listening = {5, 7};
-  platform.PortErrors = {{5, 0}, {7, 11}};
-  ptick::RunPtick(platform);
+  platform.PortErrors = {{5, 0}, {7, 11}, {8, 300}};
+}
+
+std::string UsageText() {
+  MemoryPlatform platform;
+  ptick::Output output(platform);
+  ptick::PrintUsage(output);
+  return platform.Terminal;
+}
+
+void CheckEnd(int status, const MemoryPlatform& platform) {
+  static const std::string kUsage = UsageText();
+  static const std::string kInvalid = "Invalid argument\n" + kUsage;
+  const bool switched = !platform.MonitorCalls.empty();
+  Require(status >= 0 && status <= (switched ? 255 : 2), "the status is one of those that are");
+  if (platform.Terminal.ends_with(kInvalid)) {
+    Require(status == 1, "an invalid argument ends with 1");
+  } else if (platform.Terminal.ends_with(kUsage)) {
+    Require(status == 0, "the usage text that was asked for ends with 0");
+  } else {
+    Require(platform.Terminal.find(kUsage) == std::string::npos, "the usage text comes last");
+    return;
+  }
+  Require(platform.Output.empty(), "the usage text is all there is");
+}
+
+void CheckSideEffects(int status, const MemoryPlatform& platform) {
+  if (!platform.PortMessages.empty()) {
+    Require(status == 0 && platform.Terminal.empty() && platform.OpenedFiles.empty(),
+            "messages are sent and nothing else is done");
+  }
+  Require(platform.MonitorCalls.size() <= 1, "the monitor is switched once");
+  Require(platform.ShellRuns.size() <= 1, "one script is written");
+  if (!platform.MonitorCalls.empty()) {
+    Require(platform.ShellRuns.empty() && platform.Commands.empty(),
+            "switching the monitor is all there is");
+  }
+}
+
+// The options of the same command line, when it is not one of the control forms.
+void CheckOptions(const std::vector<std::string>& command_line) {
+  MemoryPlatform platform;
+  Furnish(command_line, platform);
+  ptick::Output output(platform);
+  const std::vector<std::string> arguments = ptick::CommandArguments(command_line);
+  try {
+    const ptick::RunOptions options = ptick::ParseCommandLine(arguments, platform, output);
+    Require(options.SourceFiles.size() <= 500, "at most 500 source files are open");
+    Require(options.ProfileList.size() <= arguments.size(), "a name is an argument");
+    for (const ptick::SourceFile& source : options.SourceFiles) {
+      Require(source.File != nullptr && platform.Files.contains(source.Name),
+              "source files are those there are");
+    }
+    for (const std::string& name : options.ProfileList) {
+      Require(!name.starts_with('-') && std::ranges::find(arguments, name) != arguments.end(),
+              "profiles are arguments as they were given");
+    }
+    Require(!platform.Terminal.ends_with(UsageText()), "the usage text ends the run");
+  } catch (const ptick::Stop& stop) {
+    Require(stop.Status == 0 || stop.Status == 1, "a command line is refused with 0 or 1");
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  ptick::fuzz::FuzzInput input(data, size);
+  std::vector<std::string> command_line = {"ptick"};
+  while (!input.Empty()) {
+    command_line.push_back(input.TakeUpTo('\0'));
+  }
+  MemoryPlatform platform;
+  Furnish(command_line, platform);
+  const int status = ptick::RunPtick(platform);
+  CheckEnd(status, platform);
+  CheckSideEffects(status, platform);
+  CheckOptions(command_line);
   return 0;
 }

@@ -1,16 +1,58 @@
-// Several profiles of any bytes, divided by zero bytes, merged.
+// Several profiles of any bytes, divided by zero bytes, merged: the lines and the tables parsed
+// from them are those of the model, whatever the sizes in which the texts arrive.
 
-#include "fuzz/fuzz_run.h"
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "fuzz/fuzz_input.h"
+#include "fuzz/require.h"
+#include "model/comparison.h"
+#include "model/line_difference.h"
+#include "profile/profile_merge.h"
+#include "support/memory_platform.h"
+
+namespace {
+
+using ptick::fuzz::Require;
+using ptick::fuzz::RequireEqual;
+
+constexpr std::size_t kMostProfiles = 6;
+
+std::string MergedText(const std::vector<std::string>& texts, std::size_t block_size) {
+  ptick::MemoryPlatform platform;
+  platform.BlockSize = block_size;
+  std::vector<std::string> names;
+  for (const std::string& text : texts) {
+    names.push_back("run" + std::to_string(names.size()));
+    platform.Files["."][names.back()] = {text};
+  }
+  ptick::ProfileMerge merge;
+  const ptick::model::Ran ran = ptick::model::RunTyped(
+      [&](ptick::Output& output) { ptick::MergeProfileFiles(names, platform, output, merge); });
+  const std::string text = ptick::model::JoinLines(ptick::model::ReadLines(merge));
+  Require(text.empty() == (ran.Stopped == std::optional(2)), "2 says that nothing was merged");
+  return text;
+}
+
+}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  ptick::FuzzInput input(data, size);
-  ptick::MemoryPlatform platform;
-  platform.Arguments = {"ptick", std::string(ptick::kFuzzOptions.at(input.TakeByte() % 16))};
-  for (int i = 0; i < 8 && (i < 2 || !input.Empty()); ++i) {
-    const std::string name = "run" + std::to_string(i);
-    platform.Arguments.push_back(name);
-    platform.Files["."][name] = {input.TakeUpTo('\0')};
+  ptick::fuzz::FuzzInput input(data, size);
+  ptick::RunOptions options;
+  options.PerProgram = input.TakeFlag();
+  const std::size_t block_size = std::size_t{1} + input.TakeByte();
+  std::vector<std::string> texts;
+  while (texts.size() < kMostProfiles && (texts.size() < 2 || !input.Empty())) {
+    texts.push_back(input.TakeUpTo('\0'));
   }
-  ptick::RunPtick(platform);
+
+  RequireEqual("", ptick::model::MergeDifference(texts), "the merged lines are the model's");
+  RequireEqual("", ptick::model::MergedParseDifference(texts, options),
+               "the tables of the merged lines are the model's");
+  const std::string merged = MergedText(texts, size + 1);
+  RequireEqual(merged, MergedText(texts, block_size), "block sizes do not change the merged lines");
   return 0;
 }

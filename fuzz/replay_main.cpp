@@ -1,4 +1,5 @@
-// Replays a folder of inputs through a fuzz target; fails when there are none.
+// Replays a folder of inputs through a fuzz target; fails when there are none. The name printed
+// last is that of the input that failed.
 
 #include <cstddef>
 #include <cstdint>
@@ -13,6 +14,7 @@ int main(int argc, char** argv) {
   std::size_t replayed = 0;
   for (int i = 1; i < argc; ++i) {
     for (const auto& entry : std::filesystem::directory_iterator(argv[i])) {
+      std::cout << entry.path().filename().string() << std::endl;
       std::ifstream file(entry.path(), std::ios::binary);
       std::string input(entry.file_size(), '\0');
       file.read(input.data(), static_cast<std::streamsize>(input.size()));
@@ -21,6 +23,5 @@ int main(int argc, char** argv) {
       ++replayed;
     }
   }
-  std::cout << replayed << " inputs replayed\n";
   return replayed == 0 ? 1 : 0;
 }

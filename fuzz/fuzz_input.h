@@ -1,22 +1,20 @@
 #pragma once
 
-#include <array>
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
 
-#include "driver/driver.h"
-#include "support/memory_platform.h"
+namespace ptick::fuzz {
 
-namespace ptick {
-
-/// The bytes of a fuzz input, taken from the front.
+/// The bytes of a fuzz input, taken from the front. Behind its end there are zeros and empty texts.
 class FuzzInput {
  public:
   FuzzInput(const std::uint8_t* data, std::size_t size)
-      : rest_(reinterpret_cast<const char*>(data), size) {}  // NOLINT(*-reinterpret-cast)
+      : rest_(size == 0 ? "" : reinterpret_cast<const char*>(data),  // NOLINT(*-reinterpret-cast)
+              size) {}
 
   std::uint8_t TakeByte() {
     if (rest_.empty()) {
@@ -26,6 +24,11 @@ class FuzzInput {
     rest_.remove_prefix(1);
     return byte;
   }
+
+  /// A number from `least` to `most`, at most 256 numbers.
+  int TakeBetween(int least, int most) { return least + TakeByte() % (most - least + 1); }
+
+  bool TakeFlag() { return TakeByte() % 2 != 0; }
 
   /// Everything up to the next `end`, which is taken too.
   std::string TakeUpTo(char end) {
@@ -42,9 +45,4 @@ class FuzzInput {
   std::string_view rest_;
 };
 
-/// Options that each choose another way through the program.
-inline constexpr std::array<std::string_view, 16> kFuzzOptions = {
-    "-",  "-n",  "-nu", "-nui", "-i",  "-a",     "-p",      "-pv",
-    "-o", "-ov", "-s",  "-A",   "-Av", "-kkeys", "-tkkeys", "-fsrc"};
-
-}  // namespace ptick
+}  // namespace ptick::fuzz

@@ -1,0 +1,223 @@
+// Lines printed below a heading, on a terminal of any length with any keys or elsewhere: what comes
+// out is what laying them out page by page gives.
+
+#include <algorithm>
+#include <cerrno>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "fuzz/fuzz_input.h"
+#include "fuzz/require.h"
+#include "reports/report_heading.h"
+#include "support/memory_platform.h"
+#include "value/output.h"
+#include "value/stop.h"
+
+namespace {
+
+using ptick::MemoryPlatform;
+using ptick::PageHeading;
+using ptick::fuzz::Require;
+using ptick::fuzz::RequireEqual;
+
+/// What is printed, and where.
+struct Job {
+  bool IsTerminal = false;
+  bool HasKeyboard = false;
+  bool LaysOutInPlace = false;
+  int Error = 0;  ///< of writing to standard output
+  std::int64_t Length = 24;
+  std::string Keys;
+  std::optional<PageHeading> Heading;
+  std::vector<std::string> Lines;
+};
+
+/// What came of it.
+struct Outcome {
+  std::string Text;
+  int KeysAskedFor = 0;
+  std::optional<int> Stopped;
+};
+
+std::string Shown(std::string text) {
+  std::ranges::replace_if(
+      text, [](char c) { return (c >= 0 && c < 32) || c == 127; }, '?');
+  return text;
+}
+
+// The pages laid out one by one, as long as keys ask for more.
+class Layout {
+ public:
+  explicit Layout(const Job& job) : job_(job), waits_(job.HasKeyboard) {}
+
+  Outcome Make() {
+    for (const std::string& line : job_.Lines) {
+      if (job_.Heading && MustTurn() && !Turn()) {
+        return outcome_;
+      }
+      AddLine(line);
+    }
+    if (job_.Heading && page_ == 0) {
+      Turn();
+    }
+    return outcome_;
+  }
+
+ private:
+  bool MustTurn() const { return page_ == 0 || (job_.IsTerminal && left_ == 0); }
+
+  void AddLine(const std::string& line) {
+    outcome_.Text += (job_.IsTerminal ? Shown(line) : line) + "\n";
+    --left_;
+  }
+
+  bool Turn() {
+    if (page_ > 0 && waits_ && !WantsMore()) {
+      outcome_.Stopped = 0;
+      return false;
+    }
+    ++page_;
+    AddLine(job_.Heading->Title + " Page " + std::to_string(page_));
+    AddLine(job_.Heading->Columns);
+    left_ = std::max<std::int64_t>(job_.Length - 2, 1);
+    return true;
+  }
+
+  bool WantsMore() {
+    while (true) {
+      ++outcome_.KeysAskedFor;
+      if (next_key_ == job_.Keys.size()) {
+        return false;
+      }
+      const char key = job_.Keys[next_key_++];
+      if (key == 'q') {
+        return false;
+      }
+      if (key == 'c') {
+        waits_ = false;
+      }
+      if (key == 'c' || key == ' ' || key == '\r' || key == '\n') {
+        return true;
+      }
+    }
+  }
+
+  const Job& job_;
+  bool waits_;
+  Outcome outcome_;
+  std::int64_t page_ = 0;
+  std::int64_t left_ = 0;  ///< lines that the page still has room for
+  std::size_t next_key_ = 0;
+};
+
+void PrintInPlace(const std::string& line, ptick::Output& output) {
+  char* const room = output.LineRoom(line.size() + 9);
+  output.EndLineAt(std::ranges::copy(line, room).out);
+}
+
+Outcome Print(const Job& job, MemoryPlatform& platform) {
+  platform.OutputIsTerminal = job.IsTerminal;
+  platform.Keyboard = job.HasKeyboard;
+  platform.Length = job.Length;
+  platform.Keys.assign(job.Keys.begin(), job.Keys.end());
+  platform.OutputError = job.Error;
+  ptick::Output output(platform);
+  Outcome outcome;
+  try {
+    if (job.Heading) {
+      output.SetHeading(*job.Heading);
+    }
+    for (const std::string& line : job.Lines) {
+      job.LaysOutInPlace ? PrintInPlace(line, output) : output.PrintLine(line);
+    }
+    output.Finish();
+  } catch (const ptick::Stop& stop) {
+    outcome.Stopped = stop.Status;
+    output.Close();
+  }
+  outcome.Text = platform.Output;
+  outcome.KeysAskedFor = platform.KeysAskedFor;
+  return outcome;
+}
+
+void CheckLayout(const Job& job) {
+  MemoryPlatform platform;
+  const Outcome want = Layout(job).Make();
+  const Outcome got = Print(job, platform);
+  RequireEqual(want.Text, got.Text, "pages hold the lines below headings");
+  Require(want.KeysAskedFor == got.KeysAskedFor, "each full page waits for a key");
+  Require(want.Stopped == got.Stopped, "q and the end of keys end the run");
+  Require(platform.Terminal.empty(), "diagnostics are for failures");
+}
+
+void CheckFailure(const Job& job) {
+  MemoryPlatform platform;
+  const Outcome got = Print(job, platform);
+  Require(got.Text.empty(), "what cannot be written is not written");
+  if (Layout(job).Make().Text.empty()) {
+    Require(!got.Stopped && platform.Terminal.empty(), "nothing to write is no failure");
+    return;
+  }
+  const bool closed = job.Error == EPIPE;
+  Require(got.Stopped == (closed ? 0 : 1), "a failed write ends the run");
+  Require(platform.Terminal.starts_with("ptick: cannot write: ") != closed, "and says why");
+}
+
+void CheckTitle(const std::string& title, std::int64_t width) {
+  const PageHeading heading = ptick::ReportHeading(title, "columns", width);
+  const auto size = static_cast<std::int64_t>(title.size());
+  Require(heading.Title.starts_with(title), "a title is kept");
+  Require(static_cast<std::int64_t>(heading.Title.size()) == std::max(size, width - 15),
+          "blanks fill a title");
+  Require(heading.Title.find_first_not_of(' ', title.size()) == std::string::npos,
+          "nothing but blanks is added");
+}
+
+std::vector<std::string> TakeLines(ptick::fuzz::FuzzInput& input, int times, std::size_t stretch) {
+  std::vector<std::string> lines;
+  while (!input.Empty()) {
+    std::string line = input.TakeUpTo('\n');
+    const std::string once = line;
+    for (std::size_t i = 1; i < stretch; ++i) {
+      line += once;
+    }
+    lines.insert(lines.end(), static_cast<std::size_t>(times), line);
+  }
+  return lines;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  ptick::fuzz::FuzzInput input(data, size);
+  Job job;
+  const unsigned int flags = input.TakeByte();
+  job.IsTerminal = (flags & 1U) != 0;
+  job.HasKeyboard = (flags & 2U) != 0 && job.IsTerminal;
+  job.LaysOutInPlace = (flags & 4U) != 0;
+  const bool has_heading = (flags & 8U) != 0;
+  const bool fails = (flags & 16U) != 0 && !job.HasKeyboard;
+  const bool is_long = (flags & 32U) != 0;
+  job.Length = input.TakeByte();
+  const std::int64_t width = input.TakeByte();
+  const int times = input.TakeBetween(1, 3);
+  job.Keys = input.TakeUpTo('\0');
+  const std::string title = input.TakeUpTo('\n');
+  const std::string columns = input.TakeUpTo('\n');
+  if (has_heading) {
+    job.Heading = ptick::ReportHeading(title, columns, width);
+  }
+  // Long enough for lines to leave the buffer in several pieces.
+  job.Lines = TakeLines(input, times, is_long ? 1000 : 1);
+
+  CheckTitle(title, width);
+  CheckLayout(job);
+  if (fails) {
+    job.Error = width % 2 == 0 ? EPIPE : ENOSPC;
+    CheckFailure(job);
+  }
+  return 0;
+}
