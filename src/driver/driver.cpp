@@ -1,5 +1,6 @@
 #include "driver/driver.h"
 
+#include <new>
 #include <string>
 #include <vector>
 
@@ -41,16 +42,36 @@ int CloseAfter(const Stop& stop, Output& output) {
   }
 }
 
-}  // namespace
-
-int RunPtick(Platform& platform) {
-  Output output(platform);
+int RunToAnEnd(Platform& platform, Output& output) {
   try {
     const int status = RunSteps(platform, output);
     output.Finish();
     return status;
   } catch (const Stop& stop) {
     return CloseAfter(stop, output);
+  }
+}
+
+// Needs no memory itself. What was printed before goes out if it can; the status tells of a failure
+// already.
+int StopOutOfMemory(Platform& platform, Output& output) {
+  try {
+    output.Close();
+  } catch (const Stop&) {            // NOLINT(bugprone-empty-catch)
+  } catch (const std::bad_alloc&) {  // NOLINT(bugprone-empty-catch)
+  }
+  platform.Write(Stream::kTerminal, "ptick: out of memory\n");
+  return 1;
+}
+
+}  // namespace
+
+int RunPtick(Platform& platform) {
+  Output output(platform);
+  try {
+    return RunToAnEnd(platform, output);
+  } catch (const std::bad_alloc&) {
+    return StopOutOfMemory(platform, output);
   }
 }
 

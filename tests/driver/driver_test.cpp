@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <cstdint>
+#include <new>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -210,6 +213,22 @@ TEST_F(DriverTest, EndsWithTheStatusOfAFailureToWrite) {
   platform_.OutputError = ENOSPC;
   EXPECT_EQ(Run({"-j", "ON", "9"}), 1);
   EXPECT_EQ(Run({"-Av", "run1"}), 1);
+}
+
+// What was printed before goes out, and nothing can stand in the way of the message.
+TEST_F(DriverTest, EndsWithAMessageWhenMemoryRunsOut) {
+  platform_.Zone = [](std::int64_t) -> std::optional<std::int64_t> { throw std::bad_alloc(); };
+  platform_.Files["."]["run1"].Text = Records({"pid|17", "starttime|1000"});
+  EXPECT_EQ(Run({"-a", "run1"}), 1);
+  EXPECT_NE(platform_.Output.find("17"), std::string::npos) << platform_.Output;
+  EXPECT_TRUE(platform_.Output.ends_with('\n'));
+  EXPECT_EQ(platform_.Terminal, "ptick: out of memory\n");
+
+  platform_.OutputError = ENOSPC;
+  EXPECT_EQ(Run({"-a", "run1"}), 1);
+  EXPECT_TRUE(platform_.Terminal.ends_with("No space left on device\nptick: out of memory\n"));
+  platform_.OutputError = EPIPE;
+  EXPECT_EQ(Run({"-a", "run1"}), 1);
 }
 
 TEST_F(DriverTest, EndsNormallyWhereTheReaderQuits) {

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <cstddef>
 #include <ctime>
 
 #include "platform/linux/commands.h"
@@ -21,7 +22,8 @@ int DescriptorOf(Stream stream) {
 
 }  // namespace
 
-LinuxPlatform::LinuxPlatform(int argc, const char* const* argv) : command_line_(argv, argv + argc) {
+LinuxPlatform::LinuxPlatform(int argc, const char* const* argv)
+    : command_line_(argv, static_cast<std::size_t>(argc)) {
   PrepareProcess();
   ::tzset();
 }
@@ -36,7 +38,9 @@ std::string LinuxPlatform::AccountName() { return ReadAccountName(); }
 
 std::string LinuxPlatform::OwnPort() { return ReadOwnPort(); }
 
-std::vector<std::string> LinuxPlatform::CommandLine() { return command_line_; }
+std::vector<std::string> LinuxPlatform::CommandLine() {
+  return {command_line_.begin(), command_line_.end()};
+}
 
 std::int64_t LinuxPlatform::Now() { return std::time(nullptr); }
 

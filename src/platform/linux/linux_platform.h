@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <span>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,6 +16,7 @@ namespace ptick {
 /// opened: making it fills closed standard descriptors and ignores SIGPIPE.
 class LinuxPlatform final : public Platform {
  public:
+  /// The words stay where they are; making this needs no memory.
   LinuxPlatform(int argc, const char* const* argv);
 
   std::unique_ptr<RecordFile> OpenFile(std::string_view name) override;
@@ -43,7 +45,7 @@ class LinuxPlatform final : public Platform {
   std::vector<std::int64_t> ListeningPorts(std::int64_t first, std::int64_t last) override;
 
  private:
-  std::vector<std::string> command_line_;
+  std::span<const char* const> command_line_;
 };
 
 }  // namespace ptick
