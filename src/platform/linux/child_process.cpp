@@ -14,30 +14,15 @@ namespace {
 
 constexpr int kNotStarted = 127;
 
-// What the child does before it becomes the program.
+// What the child does before it becomes the program. The plan itself needs memory; a child for
+// which some of it could not be planned would use the wrong streams, so none is started then.
 class SpawnPlan {
  public:
   explicit SpawnPlan(const ChildSetup& setup) {
-    ::posix_spawn_file_actions_init(&actions_);
-    if (setup.Input >= 0) {
-      ::posix_spawn_file_actions_adddup2(&actions_, setup.Input, STDIN_FILENO);
-    } else {
-      ::posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-    }
-    if (setup.Output >= 0) {
-      ::posix_spawn_file_actions_adddup2(&actions_, setup.Output, STDOUT_FILENO);
-      ::posix_spawn_file_actions_adddup2(&actions_, setup.Output, STDERR_FILENO);
-    }
-    ::posix_spawnattr_init(&attributes_);
-    sigset_t signals = {};
-    ::sigemptyset(&signals);
-    ::posix_spawnattr_setsigmask(&attributes_, &signals);
-    ::sigaddset(&signals, SIGPIPE);
-    ::sigaddset(&signals, SIGXFSZ);
-    ::posix_spawnattr_setsigdefault(&attributes_, &signals);
-    const int group = setup.OwnGroup ? POSIX_SPAWN_SETPGROUP : 0;
-    ::posix_spawnattr_setflags(
-        &attributes_, static_cast<short>(POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | group));
+    Note(::posix_spawn_file_actions_init(&actions_));
+    Note(::posix_spawnattr_init(&attributes_));
+    PlanStreams(setup);
+    PlanSignals(setup.OwnGroup);
   }
   SpawnPlan(const SpawnPlan&) = delete;
   SpawnPlan& operator=(const SpawnPlan&) = delete;
@@ -46,24 +31,50 @@ class SpawnPlan {
     ::posix_spawn_file_actions_destroy(&actions_);
   }
 
-  std::optional<pid_t> Start(const std::string& program, std::vector<std::string> arguments) const {
+  // 0 or the error number.
+  int Start(const std::string& program, std::vector<std::string> arguments, pid_t& child) const {
+    if (error_ != 0) {
+      return error_;
+    }
     std::vector<char*> words;
     words.reserve(arguments.size() + 1);
     for (std::string& argument : arguments) {
       words.push_back(argument.data());
     }
     words.push_back(nullptr);
-    pid_t child = 0;
-    if (::posix_spawnp(&child, program.c_str(), &actions_, &attributes_, words.data(), environ) !=
-        0) {
-      return std::nullopt;
-    }
-    return child;
+    return ::posix_spawnp(&child, program.c_str(), &actions_, &attributes_, words.data(), environ);
   }
 
  private:
+  void PlanStreams(const ChildSetup& setup) {
+    if (setup.Input >= 0) {
+      Note(::posix_spawn_file_actions_adddup2(&actions_, setup.Input, STDIN_FILENO));
+    } else {
+      Note(::posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0));
+    }
+    if (setup.Output >= 0) {
+      Note(::posix_spawn_file_actions_adddup2(&actions_, setup.Output, STDOUT_FILENO));
+      Note(::posix_spawn_file_actions_adddup2(&actions_, setup.Output, STDERR_FILENO));
+    }
+  }
+
+  void PlanSignals(bool own_group) {
+    sigset_t signals = {};
+    ::sigemptyset(&signals);
+    Note(::posix_spawnattr_setsigmask(&attributes_, &signals));
+    ::sigaddset(&signals, SIGPIPE);
+    ::sigaddset(&signals, SIGXFSZ);
+    Note(::posix_spawnattr_setsigdefault(&attributes_, &signals));
+    const int group = own_group ? POSIX_SPAWN_SETPGROUP : 0;
+    Note(::posix_spawnattr_setflags(
+        &attributes_, static_cast<short>(POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | group)));
+  }
+
+  void Note(int error) { error_ = error_ != 0 ? error_ : error; }
+
   posix_spawn_file_actions_t actions_ = {};
   posix_spawnattr_t attributes_ = {};
+  int error_ = 0;  // the first one
 };
 
 int ExitStatus(int wait_status) {
@@ -78,9 +89,16 @@ std::optional<pid_t> StartChild(const std::string& program,
                                 const std::vector<std::string>& arguments,
                                 const ChildSetup& setup) {
   if (HoldsZeroByte(program) || std::any_of(arguments.begin(), arguments.end(), HoldsZeroByte)) {
+    errno = EINVAL;
     return std::nullopt;
   }
-  return SpawnPlan(setup).Start(program, arguments);
+  pid_t child = 0;
+  const int error = SpawnPlan(setup).Start(program, arguments, child);
+  if (error != 0) {
+    errno = error;
+    return std::nullopt;
+  }
+  return child;
 }
 
 std::optional<int> PollChild(pid_t child) {

@@ -17,7 +17,8 @@ struct ChildSetup {
 
 /// Starts `program` with `arguments` (the first is the name it is told). A program without '/' is
 /// looked for on PATH. The child has the usual signal dispositions, and no other descriptor of this
-/// process. Nothing when it cannot be started, or when an argument holds a zero byte.
+/// process. Nothing when it cannot be started, or when an argument holds a zero byte; errno tells
+/// why.
 std::optional<pid_t> StartChild(const std::string& program,
                                 const std::vector<std::string>& arguments, const ChildSetup& setup);
 
