@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -50,6 +51,21 @@ TEST(ShellTest, GivesTheExitStatus) {
   for (const auto& [line, want] : rows) {
     EXPECT_EQ(RunLine(line, "one\ntwo\n", directory), want) << line;
   }
+}
+
+TEST(ShellTest, SaysWhyItCouldNotBeStarted) {
+  const TempDirectory directory;
+  const int status = testing::RunForked([&] {
+    PrepareProcess();
+    const UniqueFd messages(
+        ::open((directory / "messages").c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
+    ::dup2(messages.Get(), STDERR_FILENO);
+    const rlimit no_more = {.rlim_cur = STDERR_FILENO + 1, .rlim_max = STDERR_FILENO + 1};
+    ::setrlimit(RLIMIT_NOFILE, &no_more);
+    return RunShellLine("true", "input");
+  });
+  EXPECT_EQ(status, 127);
+  EXPECT_EQ(directory.Read("messages"), "ptick: cannot run the shell: Too many open files\n");
 }
 
 TEST(ShellTest, ALineWithAZeroByteIsNotRun) {

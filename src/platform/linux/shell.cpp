@@ -7,38 +7,52 @@
 #include <array>
 #include <cerrno>
 #include <optional>
+#include <system_error>
 
 #include "platform/linux/child_process.h"
 #include "platform/linux/signal_hold.h"
+#include "platform/linux/terminal.h"
 #include "platform/linux/unique_fd.h"
 
 namespace ptick {
 namespace {
 
 constexpr int kNotStarted = 127;
+constexpr int kNotFed = 1;
 
 // On the line's own first line, so that the line numbers in the shell's messages stay right.
 constexpr const char* kDcopyStandIn = "command -v dcopy >/dev/null 2>&1 || dcopy() { cat; }; ";
 
-// Writes what the pipe takes off the front of `input`. False when nobody reads it any more.
-bool WriteSome(int pipe, std::string_view& input) {
-  const ssize_t written = ::write(pipe, input.data(), input.size());
-  if (written < 0) {
-    return errno == EAGAIN || errno == EINTR;
-  }
-  input.remove_prefix(static_cast<std::size_t>(written));
-  return true;
+int Fail(const std::string& what, int error, int status) {
+  WriteAll(STDERR_FILENO,
+           "ptick: cannot " + what + ": " + std::generic_category().message(error) + "\n");
+  return status;
 }
 
-// Hands `input` to the shell until it is used up, nobody reads it any more, or the shell has ended:
-// something that it left running may keep the pipe open and never read. Returns the exit status in
-// the last case.
-std::optional<int> Feed(pid_t shell, int pipe, std::string_view input) {
+// Writes what the pipe takes off the front of `input`. Returns 0 or the error number.
+int WriteSome(int pipe, std::string_view& input) {
+  const ssize_t written = ::write(pipe, input.data(), input.size());
+  if (written < 0) {
+    return errno == EAGAIN || errno == EINTR ? 0 : errno;
+  }
+  input.remove_prefix(static_cast<std::size_t>(written));
+  return 0;
+}
+
+struct Fed {
+  std::optional<int> Status = std::nullopt;  ///< of the shell, when it ended first
+  int Error = 0;                             ///< of the pipe
+};
+
+// Hands `input` to the shell until it is used up, the pipe fails (as it does when nobody reads it
+// any more), or the shell has ended: something that it left running may keep the pipe open and
+// never read.
+Fed Feed(pid_t shell, int pipe, std::string_view input) {
   SignalHold hold;
   ::fcntl(pipe, F_SETFL, O_NONBLOCK);
   while (!input.empty()) {
     if (const std::optional<int> status = PollChild(shell)) {
-      return status;
+      return {.Status = status};
     }
     std::array<pollfd, 2> sources = {{{.fd = pipe, .events = POLLOUT, .revents = 0},
                                       {.fd = hold.Descriptor(), .events = POLLIN, .revents = 0}}};
@@ -46,11 +60,13 @@ std::optional<int> Feed(pid_t shell, int pipe, std::string_view input) {
     while (const std::optional<int> signal = hold.Take()) {
       SignalHold::Deliver(*signal);
     }
-    if (sources[0].revents != 0 && !WriteSome(pipe, input)) {
-      break;
+    if (sources[0].revents != 0) {
+      if (const int error = WriteSome(pipe, input)) {
+        return {.Error = error};
+      }
     }
   }
-  return std::nullopt;
+  return {};
 }
 
 }  // namespace
@@ -58,19 +74,23 @@ std::optional<int> Feed(pid_t shell, int pipe, std::string_view input) {
 int RunShellLine(const std::string& line, std::string_view input) {
   std::array<int, 2> ends = {-1, -1};
   if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
-    return kNotStarted;
+    return Fail("run the shell", errno, kNotStarted);
   }
   UniqueFd read_end(ends[0]);
   UniqueFd write_end(ends[1]);
   const std::optional<pid_t> shell =
       StartChild("/bin/sh", {"sh", "-c", kDcopyStandIn + line}, {.Input = read_end.Get()});
-  read_end.Close();
   if (!shell) {
-    return kNotStarted;
+    return Fail("run the shell", errno, kNotStarted);
   }
-  const std::optional<int> status = Feed(*shell, write_end.Get(), input);
+  read_end.Close();
+  const Fed fed = Feed(*shell, write_end.Get(), input);
   write_end.Close();
-  return status ? *status : WaitForChild(*shell);
+  const int status = fed.Status ? *fed.Status : WaitForChild(*shell);
+  if (fed.Error != 0 && fed.Error != EPIPE) {
+    return Fail("write to the shell", fed.Error, kNotFed);
+  }
+  return status;
 }
 
 }  // namespace ptick

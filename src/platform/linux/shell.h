@@ -7,8 +7,9 @@ namespace ptick {
 
 /// Runs `line` with /bin/sh, `input` as its standard input, and waits until the shell has ended.
 /// Standard output and standard error are this process's. Returns its exit status, 128 plus the
-/// signal number when a signal ended it, 127 when it could not be started. An input that the line
-/// does not read to its end does no harm.
+/// signal number when a signal ended it, 127 when it could not be started, 1 when the system failed
+/// to hand its input over; in the last two cases a message on standard error says why. An input
+/// that the line does not read to its end does no harm.
 ///
 /// The command `dcopy`, which copies its input to its output, is there also where the platform is
 /// not installed.
