@@ -1,0 +1,153 @@
+"""No call that fails can break a run: it does what it would have done, or what is documented for
+that failure, or it ends with a status and says why. PTICK_FAULTS=all tries every place of every
+form; otherwise two forms stand for all."""
+
+import collections
+import errno
+import fcntl
+import os
+import re
+import sys
+import tempfile
+import unittest
+
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), ".."))
+from faults.disturbed import Stage, adopt_orphans  # noqa: E402
+from faults.forms import FILES, FORMS, KEY_FILE  # noqa: E402
+from support.ports import PortTest  # noqa: E402
+
+SHORT = 0
+FILE_FORMS = ("source", "keys")
+COMMAND_FORMS = ("sizes", "keys")
+PORT_FORMS = ("ports", "monitor on")
+
+# `error` is what the call gives, `then` "+" when all after it fail too; where it is `harmless`, the
+# run must not be different at all. `quick` are the forms that stand for all.
+Fault = collections.namedtuple("Fault", "kind error then harmless quick")
+
+FAULTS = [
+    Fault("malloc", errno.ENOMEM, "", False, ("source", "keys")),
+    Fault("malloc", errno.ENOMEM, "+", False, ("all, verbose", "ports")),
+    Fault("read", errno.EIO, "", False, FILE_FORMS),
+    Fault("read", errno.EINTR, "", True, ("source", "sizes")),
+    Fault("read", SHORT, "", True, FILE_FORMS),
+    Fault("write", errno.EIO, "", False, FILE_FORMS),
+    Fault("write", errno.ENOSPC, "", False, FILE_FORMS),
+    Fault("write", errno.ENOSPC, "+", False, FILE_FORMS),
+    Fault("write", errno.EINTR, "", True, FILE_FORMS),
+    Fault("write", errno.EAGAIN, "", True, FILE_FORMS),
+    Fault("write", SHORT, "", True, FILE_FORMS),
+    Fault("open", errno.EACCES, "", False, ("source", "ports")),
+    Fault("open", errno.EMFILE, "", False, ("source", "ports")),
+    Fault("open", errno.EMFILE, "+", False, ("merge", "monitor on")),
+    Fault("spawn", errno.EAGAIN, "", False, COMMAND_FORMS),
+    Fault("spawn", errno.ENOMEM, "+", False, COMMAND_FORMS),
+    Fault("pipe2", errno.EMFILE, "", False, COMMAND_FORMS),
+    Fault("signalfd", errno.EMFILE, "", True, COMMAND_FORMS),
+    Fault("poll", errno.EINTR, "", True, ("keys", "monitor on")),
+    Fault("poll", errno.ENOMEM, "", True, ("keys", "monitor on")),
+    Fault("socket", errno.EMFILE, "", False, PORT_FORMS),
+    Fault("connect", errno.ECONNREFUSED, "", False, PORT_FORMS),
+    Fault("connect", errno.EAGAIN, "", False, PORT_FORMS),
+    Fault("getsockopt", errno.ENOBUFS, "", False, PORT_FORMS),
+    Fault("send", errno.ENOBUFS, "", False, PORT_FORMS),
+    Fault("send", errno.ECONNREFUSED, "", False, PORT_FORMS),
+    Fault("send", errno.EPIPE, "", False, PORT_FORMS),
+    Fault("send", errno.EINTR, "", True, PORT_FORMS),
+    Fault("recv", errno.ECONNRESET, "", False, ("monitor on", "monitor off")),
+    Fault("recv", errno.EINTR, "", True, ("monitor on", "monitor off")),
+    Fault("fstat", errno.EIO, "", False, ("source", "ports")),
+    Fault("opendir", errno.ENOMEM, "", False, ("ports",)),
+    Fault("readdir", errno.EIO, "", False, ("ports",)),
+]
+
+
+def without_time(script):
+    """A key file without the moment of its creation."""
+    return script and re.sub(rb"created at .{8} .{11} ,", b"created at TIME ,", script)
+
+
+def is_same(clean, run):
+    return (run.out, run.err, run.status, without_time(run.script)) == (
+        clean.out,
+        clean.err,
+        clean.status,
+        without_time(clean.script),
+    )
+
+
+def says_why(fault, run):
+    """A run that failed has said so, unless nothing can be written any more."""
+    mute = fault.kind == "write" and (fault.then == "+" or not run.out)
+    return run.status > 0 and (mute or re.search(rb"(?m)^ptick: .+$", run.err))
+
+
+def complaint(fault, form, clean, run):
+    """What is wrong with a disturbed run; empty when nothing is."""
+    if run.mess:
+        return "; ".join(run.mess)
+    if is_same(clean, run):
+        return ""
+    if fault.harmless:
+        return "it differs"
+    if run.status < 0:
+        return f"signal {-run.status} ended it"
+    if says_why(fault, run) or form.may_give(clean, run):
+        return ""
+    return "it failed in silence" if run.status else "it is wrong in silence"
+
+
+class Faults(PortTest):
+    def setUp(self):
+        super().setUp()
+        adopt_orphans()
+        for name, text in FILES.items():
+            self.write(name, text)
+        os.chmod(os.path.join(self.folder, "bin", "size"), 0o755)
+        listeners = [self.listener(port) for port in ("5", "7")]
+        for listener in listeners:
+            fcntl.fcntl(listener.stdout, fcntl.F_SETPIPE_SZ, 1 << 20)  # for all that they will tell
+        marks = tempfile.TemporaryDirectory(prefix="ptick-test-")
+        self.addCleanup(marks.cleanup)
+        self.stage = Stage(self.folder, os.path.join(marks.name, "struck"), KEY_FILE)
+        self.stage.own_children = {listener.pid for listener in listeners}
+
+    def run_form(self, form, fault=None):
+        environment = {
+            "MAVRO_RUNTIME_DIR": self.runtime,
+            "PATH": os.path.join(self.folder, "bin") + ":" + os.environ["PATH"],
+        }
+        environment.update(form.environment)
+        return self.stage.run(form.arguments, fault, **environment)
+
+    def disturb(self, fault, name):
+        """Lets the fault happen in every place of a form, one after the other; returns in how many
+        places it did."""
+        form = FORMS[name]
+        clean = self.run_form(form)
+        place = 0
+        while True:
+            setting = f"{fault.kind}:{fault.error}:{place + 1}{fault.then}"
+            run = self.run_form(form, setting)
+            wrong = complaint(fault, form, clean, run)
+            self.assertFalse(wrong, f"{setting} in {name} {form.arguments}: {wrong}\n{run}")
+            if not run.struck:
+                return place
+            place += 1
+
+    def test_no_failing_call_breaks_a_run(self):
+        for fault in FAULTS:
+            every = os.environ.get("PTICK_FAULTS") == "all"
+            with self.subTest(fault=f"{fault.kind}:{fault.error}{fault.then}"):
+                places = {}
+                for name in FORMS if every else fault.quick:
+                    with self.subTest(form=name):
+                        places[name] = self.disturb(fault, name)
+                if every:
+                    print(f"{fault.kind}:{fault.error}{fault.then}", sum(places.values()), "places")
+                missed = [name for name in fault.quick if places.get(name) == 0]
+                self.assertFalse(missed, "it never happened here")
+
+
+if __name__ == "__main__":
+    unittest.main()
