@@ -169,7 +169,7 @@ void RecordParser::ParseUserTicks(TabFields fields) {
 
 void RecordParser::StopAtInvalidLine(std::string_view profile_line) {
   output_.PrintTerminal("Invalid format in profile file at line " + std::to_string(line_no_));
-  output_.PrintTerminal("\t" + std::string(profile_line));
+  output_.PrintTerminal(std::string("\t").append(profile_line));
   throw Stop{2};
 }
 

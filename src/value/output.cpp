@@ -111,7 +111,9 @@ void Output::WaitForKey() {
 
 void Output::PrintTerminal(std::string_view line) {
   Flush();
-  std::string shown(line);
+  std::string shown;
+  shown.reserve(line.size() + 1);  // a malformed line may be as long as a file
+  shown += line;
   if (platform_.IsTerminal(Stream::kTerminal)) {
     std::replace_if(shown.begin(), shown.end(), IsControl, '?');
   }
