@@ -60,10 +60,13 @@ class ProgramTest(unittest.TestCase):
         with open(os.path.join(self.folder, name), "rb") as file:
             return file.read()
 
-    def run_ptick(self, *arguments, stdin=subprocess.DEVNULL, **environment):
+    def run_ptick(self, *arguments, **settings):
+        return self.run_program(os.path.abspath(PTICK), *arguments, **settings)
+
+    def run_program(self, *words, stdin=subprocess.DEVNULL, **environment):
         return Result(
             subprocess.run(
-                [os.path.abspath(PTICK), *arguments],
+                words,
                 cwd=self.folder,
                 env=clean_environment(**environment),
                 stdin=stdin,
