@@ -117,8 +117,8 @@ TEST(ShellTest, AnInterruptWhileTheInputIsHandedOverEndsTheProcess) {
   });
   EXPECT_EQ(directory.Read("started"), "\n");
   ::kill(process, SIGINT);
+  // The shell, which waits for a writer that never comes, ends too: nothing is left to be freed.
   EXPECT_EQ(testing::AwaitEnd(process), 128 + SIGINT);
-  directory.Write("started", "\n");
 }
 
 TEST(ShellTest, DcopyCopiesTheInputWhereThePlatformIsNotInstalled) {

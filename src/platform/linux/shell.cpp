@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <optional>
 #include <system_error>
 
@@ -39,6 +40,32 @@ int WriteSome(int pipe, std::string_view& input) {
   return 0;
 }
 
+// A signal that ends this process ends the shell first: one that waits, for a reader of a named
+// pipe say, would stay behind.
+void LetSignalsIn(SignalHold& hold, pid_t shell) {
+  while (const std::optional<int> signal = hold.Take()) {
+    if (*signal != SIGCHLD && *signal != SIGTSTP && *signal != SIGCONT) {
+      ::kill(shell, *signal);
+    }
+    SignalHold::Deliver(*signal);
+  }
+}
+
+// Waits for the shell's end, with an open eye for signals.
+int Await(pid_t shell, SignalHold& hold) {
+  if (hold.Descriptor() < 0) {
+    return WaitForChild(shell);
+  }
+  for (;;) {
+    if (const std::optional<int> status = PollChild(shell)) {
+      return *status;
+    }
+    pollfd arrivals = {.fd = hold.Descriptor(), .events = POLLIN, .revents = 0};
+    ::poll(&arrivals, 1, -1);
+    LetSignalsIn(hold, shell);
+  }
+}
+
 struct Fed {
   std::optional<int> Status = std::nullopt;  ///< of the shell, when it ended first
   int Error = 0;                             ///< of the pipe
@@ -47,8 +74,7 @@ struct Fed {
 // Hands `input` to the shell until it is used up, the pipe fails (as it does when nobody reads it
 // any more), or the shell has ended: something that it left running may keep the pipe open and
 // never read.
-Fed Feed(pid_t shell, int pipe, std::string_view input) {
-  SignalHold hold;
+Fed Feed(pid_t shell, int pipe, std::string_view input, SignalHold& hold) {
   ::fcntl(pipe, F_SETFL, O_NONBLOCK);
   while (!input.empty()) {
     if (const std::optional<int> status = PollChild(shell)) {
@@ -57,9 +83,7 @@ Fed Feed(pid_t shell, int pipe, std::string_view input) {
     std::array<pollfd, 2> sources = {{{.fd = pipe, .events = POLLOUT, .revents = 0},
                                       {.fd = hold.Descriptor(), .events = POLLIN, .revents = 0}}};
     ::poll(sources.data(), sources.size(), -1);
-    while (const std::optional<int> signal = hold.Take()) {
-      SignalHold::Deliver(*signal);
-    }
+    LetSignalsIn(hold, shell);
     if (sources[0].revents != 0) {
       if (const int error = WriteSome(pipe, input)) {
         return {.Error = error};
@@ -78,15 +102,16 @@ int RunShellLine(const std::string& line, std::string_view input) {
   }
   UniqueFd read_end(ends[0]);
   UniqueFd write_end(ends[1]);
+  SignalHold hold;
   const std::optional<pid_t> shell =
       StartChild("/bin/sh", {"sh", "-c", kDcopyStandIn + line}, {.Input = read_end.Get()});
   if (!shell) {
     return Fail("run the shell", errno, kNotStarted);
   }
   read_end.Close();
-  const Fed fed = Feed(*shell, write_end.Get(), input);
+  const Fed fed = Feed(*shell, write_end.Get(), input, hold);
   write_end.Close();
-  const int status = fed.Status ? *fed.Status : WaitForChild(*shell);
+  const int status = fed.Status ? *fed.Status : Await(*shell, hold);
   if (fed.Error != 0 && fed.Error != EPIPE) {
     return Fail("write to the shell", fed.Error, kNotFed);
   }

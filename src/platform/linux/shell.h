@@ -9,7 +9,8 @@ namespace ptick {
 /// Standard output and standard error are this process's. Returns its exit status, 128 plus the
 /// signal number when a signal ended it, 127 when it could not be started, 1 when the system failed
 /// to hand its input over; in the last two cases a message on standard error says why. An input
-/// that the line does not read to its end does no harm.
+/// that the line does not read to its end does no harm. A signal that ends this process meanwhile
+/// ends the shell, too.
 ///
 /// The command `dcopy`, which copies its input to its output, is there also where the platform is
 /// not installed.
