@@ -57,7 +57,8 @@ def main():
         compared = works.compare(works.compared(sizes, generated), programs, timer, with_slow)
         compared |= works.compare_start(generated, programs, timer, with_slow)
         print(tables.comparison(compared), end="\n\n")
-        print(tables.line_growth(compared, sizes.comparison), end="\n\n", flush=True)
+        grown = works.line_growth(sizes, generated, programs, timer)
+        print(tables.line_growth(grown, sizes.comparison), end="\n\n", flush=True)
         followed = works.follow(sizes, generated, programs, timer, scratch)
         print(tables.growth(followed, sizes.rest))
 

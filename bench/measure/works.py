@@ -52,6 +52,14 @@ def compare_start(profiles, programs, timer, with_slow):
     return {"W4: 100 lines": timer.measure(commands, runs=300)}
 
 
+def line_growth(sizes, profiles, programs, timer):
+    """For W1 and W2: ptick's figures at each of the compared sizes, measured together."""
+    return {work: [*timer.measure([dataclasses.replace(programs.work(kind, [profiles.one(lines)]),
+                                                       name=str(lines))
+                                   for lines in sizes.comparison], runs=10).values()]
+            for work, kind in (("W1", "lines"), ("W2", "programs"))}
+
+
 def rest(lines, profiles, programs, scratch):
     """Title and command of the works that are only followed as they grow."""
     performs = profiles.one(lines, "--records", "perform")
