@@ -50,16 +50,16 @@ std::string UsageText() {
 }
 
 void CheckEnd(int status, const MemoryPlatform& platform) {
-  static const std::string kUsage = UsageText();
-  static const std::string kInvalid = "Invalid argument\n" + kUsage;
+  static const std::string usage = UsageText();
+  static const std::string invalid = "Invalid argument\n" + usage;
   const bool switched = !platform.MonitorCalls.empty();
   Require(status >= 0 && status <= (switched ? 255 : 2), "the status is one of those that are");
-  if (platform.Terminal.ends_with(kInvalid)) {
+  if (platform.Terminal.ends_with(invalid)) {
     Require(status == 1, "an invalid argument ends with 1");
-  } else if (platform.Terminal.ends_with(kUsage)) {
+  } else if (platform.Terminal.ends_with(usage)) {
     Require(status == 0, "the usage text that was asked for ends with 0");
   } else {
-    Require(platform.Terminal.find(kUsage) == std::string::npos, "the usage text comes last");
+    Require(platform.Terminal.find(usage) == std::string::npos, "the usage text comes last");
     return;
   }
   Require(platform.Output.empty(), "the usage text is all there is");

@@ -32,7 +32,7 @@ class FuzzInput {
 
   /// Everything up to the next `end`, which is taken too.
   std::string TakeUpTo(char end) {
-    const std::string text(rest_.substr(0, rest_.find(end)));
+    std::string text(rest_.substr(0, rest_.find(end)));
     rest_.remove_prefix(std::min(rest_.size(), text.size() + 1));
     return text;
   }

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <utility>
 
 namespace ptick::fuzz {
 
@@ -38,8 +39,8 @@ class Change {
  public:
   enum class Kind { kAssign, kInsert, kDelete };
 
-  Change(Kind kind, Place place, const std::string& x)
-      : kind_(kind), all_(PositionsOf(place)), x_(x) {}
+  Change(Kind kind, Place place, std::string x)
+      : kind_(kind), all_(PositionsOf(place)), x_(std::move(x)) {}
 
   std::string Of(const std::string& array) const {
     return IsNowhere(all_) ? array : In(array, all_);

@@ -32,7 +32,7 @@ std::string MergedText(const std::vector<std::string>& texts, std::size_t block_
   ptick::ProfileMerge merge;
   const ptick::model::Ran ran = ptick::model::RunTyped(
       [&](ptick::Output& output) { ptick::MergeProfileFiles(names, platform, output, merge); });
-  const std::string text = ptick::model::JoinLines(ptick::model::ReadLines(merge));
+  std::string text = ptick::model::JoinLines(ptick::model::ReadLines(merge));
   Require(text.empty() == (ran.Stopped == std::optional(2)), "2 says that nothing was merged");
   return text;
 }

@@ -1,6 +1,7 @@
 // A single profile of any bytes, under every report. What is printed does not depend on the sizes
 // of the blocks that the profile is read in.
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -31,13 +32,10 @@ int Report(std::string_view options, const std::string& profile, MemoryPlatform&
 }
 
 bool IsPrintable(std::string_view text) {
-  for (const char c : text) {
+  return std::ranges::all_of(text, [](char c) {
     const auto byte = static_cast<unsigned char>(c);
-    if ((byte < 32 && c != '\n') || byte == 127) {
-      return false;
-    }
-  }
-  return true;
+    return (byte >= 32 || c == '\n') && byte != 127;
+  });
 }
 
 }  // namespace

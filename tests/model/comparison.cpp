@@ -21,6 +21,7 @@ std::string InvalidLineMessage(const InvalidLine& invalid) {
 
 std::vector<std::string> MergedModelLines(const std::vector<std::string>& texts) {
   std::vector<std::vector<std::string>> profiles;
+  profiles.reserve(texts.size());
   for (const std::string& text : texts) {
     profiles.push_back(LinesOf(text));
   }

@@ -81,6 +81,7 @@ std::vector<std::int64_t> ModelProgramOrder(const ModelTables& tables, const Run
   const std::vector<std::string> names = options.CpuOption ? NamesByTotal(tables, options.TickOrder)
                                                            : SortedNames(tables.ProgramNames);
   std::vector<std::int64_t> rows;
+  rows.reserve(names.size());
   for (const std::string& name : names) {
     rows.push_back(LocateIn(name, tables.ProgramNames, LocateOrder::kNone).Position);
   }

@@ -21,20 +21,20 @@ struct MergeTables {
 
 // What the values of a record type become when its key is known already.
 Value Combined(const std::string& type, const Value& stored, const Value& value) {
-  static const RecordTypes kMinKeys = {"startclock", "starttime"};
-  static const RecordTypes kMaxKeys = {"endclock", "endtime", "memused", "memfree"};
-  static const RecordTypes kLastKeys = {"pagesize", "hertz"};
-  if (kMinKeys.contains(type)) {
+  static const RecordTypes min_keys = {"startclock", "starttime"};
+  static const RecordTypes max_keys = {"endclock", "endtime", "memused", "memfree"};
+  static const RecordTypes last_keys = {"pagesize", "hertz"};
+  if (min_keys.contains(type)) {
     return value < stored ? value : stored;
   }
-  if (kMaxKeys.contains(type)) {
+  if (max_keys.contains(type)) {
     return value > stored ? value : stored;
   }
-  return kLastKeys.contains(type) ? value : Value(Add(stored, value).Text());
+  return last_keys.contains(type) ? value : Value(Add(stored, value).Text());
 }
 
 void MergeLine(std::string_view line, MergeTables& tables) {
-  static const RecordTypes kDroppedKeys = {"pid",      "ppid",  "typerate",
+  static const RecordTypes dropped_keys = {"pid",      "ppid",  "typerate",
                                            "resource", "input", "program"};
   const std::int64_t fields = DCount(line, '\t');
   if (fields < 2 || Substring(line, 1, 8) != "PROFILE:") {
@@ -43,7 +43,7 @@ void MergeLine(std::string_view line, MergeTables& tables) {
   const std::string type = Field(Field(line, '\t', 1).Text, ':', 2).Text;
   const Value key = Field(line, '\t', 1, fields - 1).Text;
   const Value value = Field(line, '\t', fields).Text;
-  if (kDroppedKeys.contains(type)) {
+  if (dropped_keys.contains(type)) {
     return;
   }
   const Located known = LocateIn(key, tables.Keys, LocateOrder::kNone);

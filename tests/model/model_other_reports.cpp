@@ -35,7 +35,8 @@ std::string SortedKeys(const PerformLists& lists) {
   for (std::int64_t n = 1; n <= DCount(lists.Commands, kFieldMark); ++n) {
     const std::string times = Extract(lists.Times, {n});
     const std::string rank = Fmt(Subtract(999999999, times), "R%10");
-    keys = Assign(keys, {-1}, rank + "*" + times + "*" + Extract(lists.Commands, {n}));
+    const std::string command = Extract(lists.Commands, {n});
+    keys = Assign(keys, {-1}, std::string(rank).append("*").append(times).append("*" + command));
   }
   return Sort(keys);
 }
@@ -102,7 +103,7 @@ std::vector<std::string> ModelKeyScript(const ModelTables& tables, const RunOpti
   std::vector<std::string> lines = {"*", created, "*"};
   if (!tables.ProgramCommand.Empty()) {
     const std::string command = Change(tables.ProgramCommand.Text(), " -JP", " -J");
-    lines.push_back("PROGRAM \"" + command + "\" STDOUT \"-\" STDERR \"-\"");
+    lines.push_back("PROGRAM \"" + command + R"(" STDOUT "-" STDERR "-")");
     lines.emplace_back("PipeNumber = $PIPE");
   }
   const Value& hertz = tables.Headers.at("hertz");

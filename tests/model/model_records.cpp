@@ -87,7 +87,7 @@ void ParseInput(const Record& record, const RunOptions& options, ModelTables& ta
 }
 
 void ParsePerform(const Record& record, ModelTables& tables) {
-  static const std::map<std::string, std::int64_t> kKeys = {
+  static const std::map<std::string, std::int64_t> keys = {
       {"startclock", 1}, {"endclock", 2}, {"starttime", 3}, {"endtime", 4},
       {"ticks", 5},      {"usrcpu", 6},   {"syscpu", 7},    {"type", 8}};
   std::string entry;
@@ -99,7 +99,7 @@ void ParsePerform(const Record& record, ModelTables& tables) {
     if (key == "cmd" || key.empty()) {
       break;
     }
-    if (const auto known = kKeys.find(key); known != kKeys.end()) {
+    if (const auto known = keys.find(key); known != keys.end()) {
       entry = Assign(entry, {1, known->second}, record.Field(field + 1));
     }
   }

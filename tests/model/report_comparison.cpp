@@ -94,7 +94,7 @@ std::string PerformSummaryDifference(const std::string& text) {
   }
   std::string model;
   for (const auto& [command, times] : ModelPerformSummary(parsed.Model)) {
-    model += times + " " + command + "\n";
+    model.append(times).append(" ").append(command).append("\n");
   }
   std::string program;
   for (const PerformedCommand& performed : SummarizePerforms(parsed.Tables.Performs)) {

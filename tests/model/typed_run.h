@@ -36,8 +36,8 @@ class PiecewiseRecord final : public RecordReader {
 
 /// How a text reaches the parser.
 struct Delivery {
-  std::size_t BlockSize = 256 * 1024;
-  std::size_t LongestPiece = 256 * 1024;
+  std::size_t BlockSize = std::size_t{256} * 1024;
+  std::size_t LongestPiece = std::size_t{256} * 1024;
   std::uint64_t Seed = 0;
 };
 

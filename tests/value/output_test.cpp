@@ -18,7 +18,7 @@
 namespace ptick {
 namespace {
 
-using std::string_view_literals::operator""sv;
+using namespace std::string_view_literals;
 
 /// What a run of output was stopped with; nothing when it was not.
 std::optional<int> StopOf(const std::function<void()>& print) {
@@ -209,8 +209,10 @@ TEST(Output, ShowsControlBytesOnATerminalAsQuestionMarks) {
       output.PrintTerminal(all);
       output.Finish();
       const std::string& out = output_is ? shown : all;
-      EXPECT_EQ(platform.Output,
-                "Title" + out + " Page 1\nColumns" + out + "\n" + out + "\nx" + out + "\n");
+      std::string want = "Title" + out;
+      want.append(" Page 1\nColumns").append(out).append("\n");
+      want.append(out).append("\nx").append(out).append("\n");
+      EXPECT_EQ(platform.Output, want);
       EXPECT_EQ(platform.Terminal, (terminal_is ? shown : all) + "\n");
     }
   }
