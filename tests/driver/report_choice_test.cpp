@@ -69,7 +69,7 @@ std::string Wanted(const std::string& options) {
   }
   for (const char letter : std::string_view("pakos")) {
     if (options.find(letter) != std::string::npos) {
-      return std::string(1, letter);
+      return {letter};
     }
   }
   return "l";
