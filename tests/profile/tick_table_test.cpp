@@ -29,6 +29,24 @@ TickTable MakeTable(const std::vector<Entry>& entries) {
   return table;
 }
 
+/// What entries are in both orders.
+struct Ordered {
+  std::vector<Entry> Entries;
+  std::string_view WantDescending;
+  std::string_view WantAscending;
+};
+
+void ExpectOrders(const std::vector<Ordered>& rows, bool per_program) {
+  for (const Ordered& row : rows) {
+    TickTable descending = MakeTable(row.Entries);
+    descending.Order(kDescending, per_program);
+    EXPECT_EQ(RowTexts(descending), row.WantDescending);
+    TickTable ascending = MakeTable(row.Entries);
+    ascending.Order(kAscending, per_program);
+    EXPECT_EQ(RowTexts(ascending), row.WantAscending);
+  }
+}
+
 TEST(TickTable, HasOneEmptyRowWithoutEntries) {
   for (const LocateOrder order : {kAscending, kDescending}) {
     TickTable table;
@@ -44,12 +62,7 @@ TEST(TickTable, HasOneEmptyRowWithoutEntries) {
 }
 
 TEST(TickTable, OrdersAllEntriesInOneRow) {
-  struct Row {
-    std::vector<Entry> Entries;
-    std::string_view WantDescending;
-    std::string_view WantAscending;
-  };
-  const std::vector<Row> rows = {
+  const std::vector<Ordered> rows = {
       {{"A|1|5"}, "A|1|5", "A|1|5"},
       {{"A|1|5", "B|2|7", "A|3|6"}, "B|2|7 A|3|6 A|1|5", "A|1|5 A|3|6 B|2|7"},
       {{"A|1|5", "A|1|5"}, "A|1|5 A|1|5", "A|1|5 A|1|5"},
@@ -61,14 +74,7 @@ TEST(TickTable, OrdersAllEntriesInOneRow) {
        "A|4|4097 A|6|4096 A|1|4096 A|5|4095 A|2|4095 A|3|4094",
        "A|3|4094 A|5|4095 A|2|4095 A|6|4096 A|1|4096 A|4|4097"},
   };
-  for (const Row& row : rows) {
-    TickTable table = MakeTable(row.Entries);
-    table.Order(kDescending, false);
-    EXPECT_EQ(RowTexts(table), row.WantDescending);
-    TickTable ascending = MakeTable(row.Entries);
-    ascending.Order(kAscending, false);
-    EXPECT_EQ(RowTexts(ascending), row.WantAscending);
-  }
+  ExpectOrders(rows, false);
 }
 
 TEST(TickTable, KeepsTextsAsTheyWereRead) {
@@ -90,12 +96,7 @@ TEST(TickTable, KeepsTextsAsTheyWereRead) {
 
 // Ticks are compared as numbers throughout, and what is not numeric counts as 0.
 TEST(TickTable, OrdersUnusualTicksByTheirValue) {
-  struct Row {
-    std::vector<Entry> Entries;
-    std::string_view WantDescending;
-    std::string_view WantAscending;
-  };
-  const std::vector<Row> rows = {
+  const std::vector<Ordered> rows = {
       {{"A|1|5", "A|2|05", "A|3|5.0", "A|4|5"},
        "A|4|5 A|3|5.0 A|2|05 A|1|5",
        "A|4|5 A|3|5.0 A|2|05 A|1|5"},
@@ -123,23 +124,11 @@ TEST(TickTable, OrdersUnusualTicksByTheirValue) {
        "A|1|99999999999999999999 A|2|5 A|3|-99999999999999999999",
        "A|3|-99999999999999999999 A|2|5 A|1|99999999999999999999"},
   };
-  for (const Row& row : rows) {
-    TickTable table = MakeTable(row.Entries);
-    table.Order(kDescending, false);
-    EXPECT_EQ(RowTexts(table), row.WantDescending);
-    TickTable ascending = MakeTable(row.Entries);
-    ascending.Order(kAscending, false);
-    EXPECT_EQ(RowTexts(ascending), row.WantAscending);
-  }
+  ExpectOrders(rows, false);
 }
 
 TEST(TickTable, HasARowPerProgramInOrderOfFirstAppearance) {
-  struct Row {
-    std::vector<Entry> Entries;
-    std::string_view WantDescending;
-    std::string_view WantAscending;
-  };
-  const std::vector<Row> rows = {
+  const std::vector<Ordered> rows = {
       {{"b|1|5"}, "b|1|5", "b|1|5"},
       {{"b|1|5", "a|2|9", "b|3|7", "B|4|5", "a|5|9"},
        "b|3|7 b|1|5 / a|5|9 a|2|9 / B|4|5",
@@ -150,14 +139,7 @@ TEST(TickTable, HasARowPerProgramInOrderOfFirstAppearance) {
        "x|1|1.5 / a|5|2.5 a|2|3 / y|3|-4 y|4|-3 / z|6|0.5"},
       {{"|1|5", "A|2|6", "|3|4"}, "|1|5 |3|4 / A|2|6", "|3|4 |1|5 / A|2|6"},
   };
-  for (const Row& row : rows) {
-    TickTable table = MakeTable(row.Entries);
-    table.Order(kDescending, true);
-    EXPECT_EQ(RowTexts(table), row.WantDescending);
-    TickTable ascending = MakeTable(row.Entries);
-    ascending.Order(kAscending, true);
-    EXPECT_EQ(RowTexts(ascending), row.WantAscending);
-  }
+  ExpectOrders(rows, true);
 }
 
 TEST(TickTable, TakesNumbersAsTheyAre) {
