@@ -33,8 +33,7 @@ TEST(MergeValues, KeepTextsAsTheyWereRead) {
       ".5",
       "5.",
       "-",
-      "a\xfd"
-      "b",
+      "a\375b",
       "0x10",
   };
   MergeValues values;

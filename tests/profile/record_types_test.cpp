@@ -86,25 +86,9 @@ TEST(RecordTypes, AreComparedWhole) {
 
 TEST(RecordTypes, HaveNoOtherNames) {
   const std::vector<std::string_view> others = {
-      "",
-      "trac",
-      "ticksindex",
-      "tick",
-      "user-ticks",
-      "user_tick",
-      "resources",
-      "typedelay",
-      "type",
-      "cmd",
-      "profile",
-      "shared_objects",
-      "tr\xE1"
-      "ce",
-      "t",
-      "subroutine",
-      "read_counts",
-      "0",
-      "@race",
+      "",          "trac",      "ticksindex", "tick",        "user-ticks", "user_tick",
+      "resources", "typedelay", "type",       "cmd",         "profile",    "shared_objects",
+      "tr\341ce",  "t",         "subroutine", "read_counts", "0",          "@race",
   };
   for (const std::string_view name : others) {
     EXPECT_EQ(FindRecordType(name), nullptr) << name;
