@@ -63,7 +63,10 @@ class SourceOptionsTest : public ::testing::Test {
   }
 
   /// `count` options -f, all of them for "src".
-  static Arguments Sources(std::size_t count) { return Arguments(count, "-fsrc"); }
+  static Arguments Sources(std::size_t count) {
+    Arguments sources(count, "-fsrc");
+    return sources;
+  }
 
   static std::size_t CountOf(const ParsedCommand& parsed) {
     return parsed.Options.SourceFiles.size();
