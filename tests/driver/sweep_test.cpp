@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdlib>
@@ -26,7 +27,7 @@ struct Way {
 };
 
 const std::vector<Way>& Ways() {
-  static const std::vector<Way> kWays = {
+  static const std::vector<Way> ways = {
       {{"profile"}},
       {{"-n", "-fsrc", "profile"}},
       {{"-nui", "profile"}},
@@ -43,7 +44,7 @@ const std::vector<Way>& Ways() {
       {{"-n", "-fsrc", "profile"}, true},
       {{"-Av", "profile"}, true},
   };
-  return kWays;
+  return ways;
 }
 
 std::string ReadProfile() {
@@ -59,13 +60,10 @@ std::size_t Stride() {
 bool EndsWithLine(std::string_view text) { return text.empty() || text.ends_with('\n'); }
 
 bool HoldsControlBytes(std::string_view text) {
-  for (const char c : text) {
+  return std::ranges::any_of(text, [](char c) {
     const auto byte = static_cast<unsigned char>(c);
-    if ((byte < 32 && c != '\n') || byte == 127) {
-      return true;
-    }
-  }
-  return false;
+    return (byte < 32 && c != '\n') || byte == 127;
+  });
 }
 
 /// What is wrong with a run of a profile that may have any bytes; empty when nothing is.
