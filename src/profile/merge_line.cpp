@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <optional>
 
 #include "profile/control_bytes.h"
 #include "profile/ordinary_number.h"

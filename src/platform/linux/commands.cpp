@@ -4,7 +4,6 @@
 #include <sched.h>
 
 #include <algorithm>
-#include <csignal>
 #include <deque>
 
 #include "platform/linux/captured_command.h"
@@ -75,8 +74,7 @@ class CaptureRun {
       command.CountWaiting(waited);
     }
     while (const std::optional<int> signal = hold.Take()) {
-      if (*signal != SIGCHLD && *signal != SIGTSTP && *signal != SIGCONT) {
-        // It ends the process, which would leave the commands behind.
+      if (SignalHold::EndsTheProcess(*signal)) {
         for (CapturedCommand& command : window_) {
           command.Kill();
         }

@@ -44,7 +44,7 @@ int WriteSome(int pipe, std::string_view& input) {
 // pipe say, would stay behind.
 void LetSignalsIn(SignalHold& hold, pid_t shell) {
   while (const std::optional<int> signal = hold.Take()) {
-    if (*signal != SIGCHLD && *signal != SIGTSTP && *signal != SIGCONT) {
+    if (SignalHold::EndsTheProcess(*signal)) {
       ::kill(shell, *signal);
     }
     SignalHold::Deliver(*signal);

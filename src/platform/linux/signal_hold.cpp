@@ -47,9 +47,13 @@ std::optional<int> SignalHold::Take() {
   return static_cast<int>(arrival.ssi_signo);
 }
 
+bool SignalHold::EndsTheProcess(int signal) {
+  return signal != SIGCHLD && signal != SIGTSTP && signal != SIGCONT;
+}
+
 void SignalHold::Deliver(int signal) {
   if (signal == SIGCONT) {
-    return;  // it has done its work; once more, it would undo a stop that has arrived since
+    return;  // once more, it would undo a stop that has arrived since
   }
   sigset_t delivered = {};
   ::sigemptyset(&delivered);

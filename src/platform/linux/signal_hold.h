@@ -27,8 +27,12 @@ class SignalHold {
   /// The next signal that came, nothing when none waits.
   std::optional<int> Take();
 
+  /// Whether a signal that is held back ends the process by its usual effect, so that commands that
+  /// were started must go first.
+  static bool EndsTheProcess(int signal);
+
   /// Lets a taken signal take its usual effect. Returns when that does not end the process: after a
-  /// stop, when the process is continued.
+  /// stop, when the process is continued; at once for a continue, which has done its work.
   static void Deliver(int signal);
 
  private:
