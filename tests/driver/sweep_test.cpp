@@ -8,7 +8,7 @@
 #include <cstddef>
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -49,7 +49,9 @@ const std::vector<Way>& Ways() {
 
 std::string ReadProfile() {
   std::ifstream file(PTICK_SOURCE_DIR "/examples/orders/run1", std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  std::ostringstream text;
+  text << file.rdbuf();
+  return text.str();
 }
 
 std::size_t Stride() {
