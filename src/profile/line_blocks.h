@@ -9,6 +9,9 @@
 
 namespace ptick {
 
+/// What the lines of a profile that are records start with.
+inline constexpr std::string_view kProfilePrefix = "PROFILE:";
+
 /// How many readable bytes stand behind every block, so that scanners may load whole words.
 inline constexpr std::size_t kBlockPadding = 64;
 

@@ -1,10 +1,8 @@
 #pragma once
 
-#include <cstdint>
 #include <string_view>
 
 #include "profile/merge_keys.h"
-#include "profile/trace_line.h"
 
 namespace ptick {
 
@@ -23,14 +21,12 @@ MergeKind MergeKindOf(std::string_view record_type);
 /// A line divided at its last TAB.
 struct MergeLine {
   MergeKey Key;
-  std::uint32_t Number = kNoOrdinaryNumber;  ///< of most lines that are added: the value
-  std::string_view Value;                    ///< of any other line: the value's text
-  MergeKind Kind = MergeKind::kDropped;      ///< also that of a line that is not merged at all
+  std::string_view Value;
+  MergeKind Kind = MergeKind::kDropped;  ///< also that of a line that is not merged at all
 };
 
-/// Divides the line that starts at `line` and ends with LF; kBlockPadding readable bytes stand
-/// behind the end. A line without a TAB or without the prefix "PROFILE:" is not merged. Sets `line`
-/// to the start of the next one.
-MergeLine DivideLine(const char*& line);
+/// Divides a line without its end. A line without a TAB or without the prefix "PROFILE:" is not
+/// merged.
+MergeLine DivideLine(std::string_view line);
 
 }  // namespace ptick

@@ -1,46 +1,45 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <vector>
+
+#include "profile/merge_keys.h"
 
 namespace ptick {
 
-/// A list of values most of which are ordinary numbers: those are held as numbers, any other text
-/// as it was read.
+/// The values of merge keys, `MergeValues`. Most are ordinary numbers: those stand in the cells
+/// beside the keys. Any other text is held as it was read.
 class MergeValues {
  public:
-  void Append(std::string_view text);
-  void Append(std::uint32_t number) { numbers_.push_back(number); }
-  void Set(std::size_t index, std::string_view text);
+  using Id = MergeKeys::Id;
 
-  /// Adds a value to element `index`, as the value layer adds texts.
-  void AddTo(std::size_t index, std::string_view text);
-  void AddTo(std::size_t index, std::uint32_t number) {
-    std::int64_t& sum = numbers_[index];
+  explicit MergeValues(MergeKeys& keys) : keys_(keys) {}
+
+  void Set(Id key, std::string_view text);
+
+  /// Adds to a value, as the value layer adds texts. That of a new key is 0.
+  void AddTo(Id key, std::string_view text);
+  void AddTo(Id key, std::uint32_t number) {
+    std::int64_t& sum = keys_.CellOf(key);
     if (sum != kTextAside && sum <= std::numeric_limits<std::int64_t>::max() - number) {
       sum += number;
     } else {
-      AddTo(index, std::to_string(number));
+      AddTo(key, std::to_string(number));
     }
   }
 
-  /// Brings an element near; a hint, for any index.
-  void Prefetch(std::size_t index) const { __builtin_prefetch(numbers_.data() + index); }
-
-  std::string Text(std::size_t index) const;
-  void AppendText(std::size_t index, std::string& out) const;
+  std::string Text(Id key) const;
+  void AppendText(Id key, std::string& out) const;
 
  private:
-  /// Stands for "the text is kept aside".
+  /// In a cell: the text is held aside.
   static constexpr std::int64_t kTextAside = std::numeric_limits<std::int64_t>::min();
 
-  std::vector<std::int64_t> numbers_;
-  std::unordered_map<std::size_t, std::string> texts_;
+  MergeKeys& keys_;
+  std::unordered_map<Id, std::string> texts_;
 };
 
 }  // namespace ptick

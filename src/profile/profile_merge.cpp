@@ -1,11 +1,13 @@
 #include "profile/profile_merge.h"
 
 #include <array>
+#include <cstring>
 #include <memory>
 #include <span>
 #include <utility>
 
 #include "profile/open_record.h"
+#include "profile/trace_line.h"
 #include "value/stop.h"
 #include "value/value.h"
 
@@ -15,6 +17,13 @@ namespace {
 
 constexpr std::size_t kBlockSize = std::size_t{256} * 1024;
 constexpr std::size_t kBatch = 32;
+
+/// The key of the trace line at `line`, as DivideKey has it.
+MergeKey KeyOf(const char* line, const TraceLine& trace) {
+  const char* const key = line + kProfilePrefix.size();
+  const char* const name_end = trace.Program.data() + trace.Program.size();
+  return {{key, static_cast<std::size_t>(name_end - key)}, trace.Line};
+}
 
 void MergeProfileFile(const std::string& name, Platform& platform, Output& output,
                       ProfileMerge& merge) {
@@ -39,82 +48,79 @@ void MergeProfileFile(const std::string& name, Platform& platform, Output& outpu
 
 }  // namespace
 
-// Profiles of the same application often have their lines in the same order, so the key behind the
-// one before is tried first.
+// Nearly all lines are trace lines. Profiles of the same application often have them in the same
+// order, so the key behind the one before is tried first.
 void ProfileMerge::AddLines(std::string_view block) {
   std::array<WaitingLine, kBatch> batch;  // NOLINT(*-member-init): filled from the front
   std::size_t waiting = 0;
+  const auto add_waiting = [&] { AddTraces(std::span(batch).first(std::exchange(waiting, 0))); };
   const char* line = block.data();
   const char* const end = line + block.size();
   while (line != end) {
-    const MergeLine divided = DivideLine(line);
-    if (divided.Kind == MergeKind::kDropped) {
+    const TraceLine trace = ScanTraceLine(line);
+    if (trace.Next == nullptr) {
+      add_waiting();
+      const auto* line_end =
+          static_cast<const char*>(std::memchr(line, '\n', static_cast<std::size_t>(end - line)));
+      AddOther({line, static_cast<std::size_t>(line_end - line)});
+      line = line_end + 1;
       continue;
     }
-    if (const MergeKeys::Id key = next_key_; keys_.Is(key, divided.Key)) {
-      AddBatch(std::span(batch).first(std::exchange(waiting, 0)));
-      Combine(key, divided);
-      next_key_ = key + 1;
+    const MergeKey key = KeyOf(line, trace);
+    line = trace.Next;
+    if (const MergeKeys::Id next = next_key_; keys_.Is(next, key)) {
+      add_waiting();
+      values_.AddTo(next, trace.Ticks);
+      next_key_ = next + 1;
       continue;
     }
-    batch[waiting++] = {divided, {.Key = divided.Key}};
+    batch[waiting++] = {keys_.StartLookup(key), trace.Ticks};
     if (waiting == kBatch) {
-      AddBatch(batch);
-      waiting = 0;
+      add_waiting();
     }
   }
-  AddBatch(std::span(batch).first(waiting));
+  add_waiting();
 }
 
 // A batch of lookups waits for all of them at once, step by step, instead of for each in turn.
-void ProfileMerge::AddBatch(std::span<WaitingLine> lines) {
-  for (WaitingLine& line : lines) {
-    keys_.StartLookup(line.Lookup);
-  }
+void ProfileMerge::AddTraces(std::span<WaitingLine> lines) {
   if (keys_.HasManyHeads()) {
     for (WaitingLine& line : lines) {
-      keys_.FindLikelyHead(line.Lookup);
+      keys_.FindLikelyHead(line.Key);
     }
     for (const WaitingLine& line : lines) {
-      keys_.FetchLikelyHead(line.Lookup);
+      keys_.FetchLikelyHead(line.Key);
     }
   }
   for (WaitingLine& line : lines) {
-    keys_.InternHead(line.Lookup);
+    keys_.InternHead(line.Key);
   }
   for (WaitingLine& line : lines) {
-    keys_.FindLikelyId(line.Lookup);
-    values_.Prefetch(line.Lookup.LikelyId);
+    keys_.FindLikelyId(line.Key);
   }
   for (const WaitingLine& line : lines) {
-    Add(line);
+    const MergeKeys::Id key = keys_.Intern(line.Key);
+    values_.AddTo(key, line.Ticks);
+    next_key_ = key + 1;
   }
 }
 
-void ProfileMerge::Add(const WaitingLine& line) {
+void ProfileMerge::AddOther(std::string_view line) {
+  const MergeLine divided = DivideLine(line);
+  if (divided.Kind == MergeKind::kDropped) {
+    return;
+  }
   const std::size_t known = keys_.size();
-  const MergeKeys::Id key = keys_.Intern(line.Lookup);
+  const MergeKeys::Id key = keys_.Intern(divided.Key);
   if (key == known) {
-    Append(line.Line);
+    values_.Set(key, divided.Value);
   } else {
-    Combine(key, line.Line);
+    Combine(key, divided);
   }
   next_key_ = key + 1;
 }
 
-void ProfileMerge::Append(const MergeLine& line) {
-  if (line.Number != kNoOrdinaryNumber) {
-    values_.Append(line.Number);
-  } else {
-    values_.Append(line.Value);
-  }
-}
-
 void ProfileMerge::Combine(MergeKeys::Id key, const MergeLine& line) {
-  if (line.Number != kNoOrdinaryNumber) {
-    values_.AddTo(key, line.Number);
-    return;
-  }
   switch (line.Kind) {
     case MergeKind::kSmallest:
       if (Value(line.Value) < values_.Text(key)) {
@@ -140,8 +146,8 @@ void ProfileMerge::Combine(MergeKeys::Id key, const MergeLine& line) {
 std::string_view ProfileMerge::Next() {
   block_.clear();
   for (; handed_out_ < keys_.size() && block_.size() < kBlockSize; ++handed_out_) {
-    block_ += "PROFILE:";
-    keys_.AppendText(static_cast<MergeKeys::Id>(handed_out_), block_);
+    block_ += kProfilePrefix;
+    keys_.AppendText(handed_out_, block_);
     block_ += '\t';
     values_.AppendText(handed_out_, block_);
     block_ += '\n';

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
@@ -38,22 +39,21 @@ class ProfileMerge final : public LineBlocks {
   std::string_view Next() override;
 
  private:
-  /// A line whose key is being looked up.
+  /// A trace line whose key is being looked up.
   struct WaitingLine {
-    MergeLine Line;
-    MergeKeys::Lookup Lookup;
+    MergeKeys::Lookup Key;
+    std::uint32_t Ticks;
   };
 
-  void AddBatch(std::span<WaitingLine> lines);
-  void Add(const WaitingLine& line);
-  void Append(const MergeLine& line);
+  void AddTraces(std::span<WaitingLine> lines);
+  void AddOther(std::string_view line);
   void Combine(MergeKeys::Id key, const MergeLine& line);
 
   MergeKeys keys_;
-  MergeValues values_;          ///< `MergeValues`, parallel to keys_
+  MergeValues values_{keys_};
   MergeKeys::Id next_key_ = 0;  ///< the key behind that of the line before
   std::string first_name_;
-  std::size_t handed_out_ = 0;  ///< keys whose lines have been handed out
+  MergeKeys::Id handed_out_ = 0;  ///< keys whose lines have been handed out
   std::string block_;
 };
 

@@ -20,8 +20,6 @@ namespace ptick {
 
 namespace {
 
-constexpr std::string_view kPrefix = "PROFILE:";
-
 /// Trims TABs: none at the ends, runs cut to one. Lines that need nothing done are not copied.
 class TabTrimmer {
  public:
@@ -81,10 +79,10 @@ void RecordParser::ParseBlock(std::string_view block) {
 
 void RecordParser::ParseLine(std::string_view line) {
   std::string_view profile_line = trimmer_.Trimmed(line);
-  if (!profile_line.starts_with(kPrefix)) {
+  if (!profile_line.starts_with(kProfilePrefix)) {
     return;
   }
-  profile_line.remove_prefix(kPrefix.size());
+  profile_line.remove_prefix(kProfilePrefix.size());
   const RecordType* type = FindRecordType(TabFields(profile_line).Next());
   if (type == nullptr) {
     StopAtInvalidLine(profile_line);

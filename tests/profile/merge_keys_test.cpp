@@ -13,8 +13,6 @@ namespace {
 
 using testing::Tabs;
 
-MergeKey Divided(std::string_view text) { return DivideKey(text, text.rfind('\t')); }
-
 TEST(MergeKeys, AreDividedInFrontOfAnOrdinaryNumber) {
   struct Row {
     std::string Text;
@@ -45,7 +43,7 @@ TEST(MergeKeys, AreDividedInFrontOfAnOrdinaryNumber) {
   };
   for (const Row& row : rows) {
     const std::string text = Tabs(row.Text);
-    const MergeKey key = Divided(text);
+    const MergeKey key = DivideKey(text);
     EXPECT_EQ(key.Head, Tabs(row.Head)) << row.Text;
     EXPECT_EQ(key.Number, row.Number) << row.Text;
   }
@@ -56,11 +54,11 @@ TEST(MergeKeys, AreNumberedInOrderOfFirstAppearance) {
   const std::vector<std::string> texts = {"trace\tP\t10",  "trace\tP\t11", "trace\tp\t10",
                                           "trace\tP\t010", "trace\tP",     "trace\tP\t"};
   for (MergeKeys::Id id = 0; id < texts.size(); ++id) {
-    EXPECT_EQ(keys.Intern(Divided(texts[id])), id);
+    EXPECT_EQ(keys.Intern(DivideKey(texts[id])), id);
   }
   EXPECT_EQ(keys.size(), texts.size());
   for (MergeKeys::Id id = 0; id < texts.size(); ++id) {
-    EXPECT_EQ(keys.Intern(Divided(texts[id])), id) << "again";
+    EXPECT_EQ(keys.Intern(DivideKey(texts[id])), id) << "again";
     std::string text = ">";
     keys.AppendText(id, text);
     EXPECT_EQ(text, ">" + texts[id]);
@@ -70,15 +68,15 @@ TEST(MergeKeys, AreNumberedInOrderOfFirstAppearance) {
 
 TEST(MergeKeys, KnowWhoseNumberAnIdIs) {
   MergeKeys keys;
-  EXPECT_FALSE(keys.Is(0, Divided("a\t1")));
-  keys.Intern(Divided("a\t1"));
-  keys.Intern(Divided("b"));
-  EXPECT_TRUE(keys.Is(0, Divided("a\t1")));
-  EXPECT_FALSE(keys.Is(0, Divided("a\t2")));
-  EXPECT_FALSE(keys.Is(0, Divided("b\t1")));
-  EXPECT_FALSE(keys.Is(0, Divided("a")));
-  EXPECT_TRUE(keys.Is(1, Divided("b")));
-  EXPECT_FALSE(keys.Is(2, Divided("b")));
+  EXPECT_FALSE(keys.Is(0, DivideKey("a\t1")));
+  keys.Intern(DivideKey("a\t1"));
+  keys.Intern(DivideKey("b"));
+  EXPECT_TRUE(keys.Is(0, DivideKey("a\t1")));
+  EXPECT_FALSE(keys.Is(0, DivideKey("a\t2")));
+  EXPECT_FALSE(keys.Is(0, DivideKey("b\t1")));
+  EXPECT_FALSE(keys.Is(0, DivideKey("a")));
+  EXPECT_TRUE(keys.Is(1, DivideKey("b")));
+  EXPECT_FALSE(keys.Is(2, DivideKey("b")));
 }
 
 // Through many doublings of the index, with many heads and with many numbers.
@@ -89,10 +87,22 @@ TEST(MergeKeys, AreFoundAgainHoweverManyThereAre) {
   };
   constexpr MergeKeys::Id kCount = 60000;
   for (MergeKeys::Id id = 0; id < kCount; ++id) {
-    ASSERT_EQ(keys.Intern(Divided(text(id))), id);
+    ASSERT_EQ(keys.Intern(DivideKey(text(id))), id);
   }
   for (MergeKeys::Id id = 0; id < kCount; ++id) {
-    ASSERT_EQ(keys.Intern(Divided(text(id))), id) << "again";
+    ASSERT_EQ(keys.Intern(DivideKey(text(id))), id) << "again";
+  }
+}
+
+TEST(MergeKeys, HaveACellEach) {
+  MergeKeys keys;
+  for (MergeKeys::Id id = 0; id < 100; ++id) {
+    keys.Intern(DivideKey("head\t" + std::to_string(id)));
+    EXPECT_EQ(keys.CellOf(id), 0);
+    keys.CellOf(id) = id;
+  }
+  for (MergeKeys::Id id = 0; id < 100; ++id) {
+    EXPECT_EQ(keys.CellOf(id), id);
   }
 }
 
@@ -102,14 +112,13 @@ TEST(MergeKeys, AreLookedUpStepByStep) {
     MergeKeys keys;
     MergeKeys::Id known = 0;
     for (; known < (many_heads ? 10001U : 1U); ++known) {
-      keys.Intern(Divided("head" + std::to_string(known)));
+      keys.Intern(DivideKey("head" + std::to_string(known)));
     }
     EXPECT_EQ(keys.HasManyHeads(), many_heads);
     const std::vector<std::string> texts = {"head0", "new\t1", "head0\t1", "new\t1", "new\t2", ""};
     std::vector<MergeKeys::Lookup> lookups;
     for (const std::string& text : texts) {
-      lookups.push_back({.Key = Divided(text)});
-      keys.StartLookup(lookups.back());
+      lookups.push_back(keys.StartLookup(DivideKey(text)));
     }
     for (MergeKeys::Lookup& lookup : lookups) {
       keys.FindLikelyHead(lookup);

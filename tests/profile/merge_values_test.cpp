@@ -9,6 +9,17 @@
 namespace ptick {
 namespace {
 
+/// Values of as many keys, numbered from 0.
+struct Values {
+  MergeKeys Keys;
+  MergeValues Merged{Keys};
+
+  void Append(std::string_view text) {
+    const std::string head = "key" + std::to_string(Keys.size());
+    Merged.Set(Keys.Intern(MergeKey{.Head = head}), text);
+  }
+};
+
 TEST(MergeValues, KeepTextsAsTheyWereRead) {
   const std::vector<std::string> texts = {
       "0",
@@ -36,14 +47,14 @@ TEST(MergeValues, KeepTextsAsTheyWereRead) {
       "a\375b",
       "0x10",
   };
-  MergeValues values;
+  Values values;
   for (const std::string& text : texts) {
     values.Append(text);
   }
-  for (std::size_t i = 0; i < texts.size(); ++i) {
-    EXPECT_EQ(values.Text(i), texts[i]);
+  for (MergeKeys::Id i = 0; i < texts.size(); ++i) {
+    EXPECT_EQ(values.Merged.Text(i), texts[i]);
     std::string line = "key\t";
-    values.AppendText(i, line);
+    values.Merged.AppendText(i, line);
     EXPECT_EQ(line, "key\t" + texts[i]);
   }
 }
@@ -52,14 +63,14 @@ TEST(MergeValues, AreReplaced) {
   const std::vector<std::string> texts = {"5", "abc", "", "007", "-9223372036854775808", "12"};
   for (const std::string& first : texts) {
     for (const std::string& second : texts) {
-      MergeValues values;
+      Values values;
       values.Append("before");
       values.Append(first);
       values.Append("1");
-      values.Set(1, second);
-      EXPECT_EQ(values.Text(1), second) << first << " by " << second;
-      EXPECT_EQ(values.Text(0), "before");
-      EXPECT_EQ(values.Text(2), "1");
+      values.Merged.Set(1, second);
+      EXPECT_EQ(values.Merged.Text(1), second) << first << " by " << second;
+      EXPECT_EQ(values.Merged.Text(0), "before");
+      EXPECT_EQ(values.Merged.Text(2), "1");
     }
   }
 }
@@ -98,14 +109,14 @@ TEST(MergeValues, AreAddedLikeNumbers) {
       {"-9223372036854775807", {"-1", "5"}, "-9223372036854775803"},
   };
   for (const Row& row : rows) {
-    MergeValues values;
+    Values values;
     values.Append("1");
     values.Append(row.First);
     for (const std::string_view added : row.Added) {
-      values.AddTo(1, added);
+      values.Merged.AddTo(1, added);
     }
-    EXPECT_EQ(values.Text(1), row.Want) << row.First << " and " << row.Added.front();
-    EXPECT_EQ(values.Text(0), "1");
+    EXPECT_EQ(values.Merged.Text(1), row.Want) << row.First << " and " << row.Added.front();
+    EXPECT_EQ(values.Merged.Text(0), "1");
   }
 }
 
@@ -124,23 +135,41 @@ TEST(MergeValues, GoOnBeyondWholeNumbers) {
       {"9223372032559808512", {"4294967295", "1"}, "9223372036854775808"},
   };
   for (const Row& row : rows) {
-    MergeValues values;
+    Values values;
     values.Append(row.First);
     for (const std::string_view added : row.Added) {
-      values.AddTo(0, added);
+      values.Merged.AddTo(0, added);
     }
-    EXPECT_EQ(values.Text(0), row.Want) << row.First;
+    EXPECT_EQ(values.Merged.Text(0), row.Want) << row.First;
   }
 }
 
+// Numbers that were read as such, beside texts.
+TEST(MergeValues, TakeNumbers) {
+  Values values;
+  values.Keys.Intern(MergeKey{.Head = "new"});
+  values.Merged.AddTo(0, 5U);
+  EXPECT_EQ(values.Merged.Text(0), "5");
+  values.Merged.AddTo(0, 4294967295U);
+  EXPECT_EQ(values.Merged.Text(0), "4294967300");
+  values.Merged.Set(0, "1.50");
+  values.Merged.AddTo(0, 2U);
+  EXPECT_EQ(values.Merged.Text(0), "3.5");
+  values.Merged.Set(0, "9223372036854775806");
+  values.Merged.AddTo(0, 1U);
+  EXPECT_EQ(values.Merged.Text(0), "9223372036854775807");
+  values.Merged.AddTo(0, 1U);
+  EXPECT_EQ(values.Merged.Text(0), "9223372036854775808");
+}
+
 TEST(MergeValues, AreReplacedAfterASum) {
-  MergeValues values;
+  Values values;
   values.Append("abc");
-  values.AddTo(0, "5");
-  values.Set(0, "xyz");
-  EXPECT_EQ(values.Text(0), "xyz");
-  values.AddTo(0, "2");
-  EXPECT_EQ(values.Text(0), "2");
+  values.Merged.AddTo(0, "5");
+  values.Merged.Set(0, "xyz");
+  EXPECT_EQ(values.Merged.Text(0), "xyz");
+  values.Merged.AddTo(0, "2");
+  EXPECT_EQ(values.Merged.Text(0), "2");
 }
 
 }  // namespace
