@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstddef>
+#include <memory_resource>
+
+namespace ptick {
+
+/// Memory for tables that may get big. What is larger than a large page comes in such pages, where
+/// the system has them: lookups all over a big table then wait less for its addresses. Whatever is
+/// smaller comes from the heap.
+class LargePages final : public std::pmr::memory_resource {
+ public:
+  static constexpr std::size_t kPageSize = std::size_t{2} << 20U;
+
+ private:
+  void* do_allocate(std::size_t bytes, std::size_t alignment) override;
+  void do_deallocate(void* memory, std::size_t bytes, std::size_t alignment) override;
+  bool do_is_equal(const std::pmr::memory_resource& other) const noexcept override;
+};
+
+}  // namespace ptick
