@@ -11,7 +11,10 @@ namespace ptick {
 namespace {
 
 constexpr std::size_t kBufferSize = std::size_t{256} * 1024;
-constexpr std::int64_t kHeadingLines = 2;
+std::int64_t LinesOf(const PageHeading& heading) {
+  return 2 + std::count(heading.Title.begin(), heading.Title.end(), '\n') +
+         std::count(heading.Columns.begin(), heading.Columns.end(), '\n');
+}
 
 bool IsControl(char c) {
   const auto byte = static_cast<unsigned char>(c);
@@ -39,10 +42,11 @@ Output::Output(Platform& platform)
       careful_(on_terminal_) {}
 
 void Output::SetHeading(PageHeading heading) {
+  heading_lines_ = LinesOf(heading);
   heading_ = std::move(heading);
   careful_ = true;
   if (on_terminal_) {
-    page_length_ = std::max(platform_.PageLength(), kHeadingLines + 1);
+    page_length_ = std::max(platform_.PageLength(), heading_lines_ + 1);
     waits_ = platform_.HasKeyboard();
   }
 }
@@ -87,7 +91,7 @@ void Output::StartPage() {
   Append("\n");
   Append(heading_->Columns);
   Append("\n");
-  lines_on_page_ = kHeadingLines;
+  lines_on_page_ = heading_lines_;
 }
 
 void Output::WaitForKey() {

@@ -12,7 +12,8 @@
 namespace ptick {
 
 /// What every page starts with: the title, " Page ", the page number and a line end, then the
-/// columns and a line end. Both texts are plain; nothing inside them is interpreted.
+/// columns and a line end. Both texts are plain; nothing inside them is interpreted. A name in them
+/// may hold line ends, which make the heading so much longer.
 struct PageHeading {
   std::string Title;  ///< padded already so that the page number ends where it should
   std::string Columns;
@@ -87,6 +88,7 @@ class Output {
   bool waits_ = false;          ///< a full page waits for a key
   bool line_end_held_ = false;  ///< a full page's last line end is held back to keep it all in view
   std::int64_t page_length_ = 0;
+  std::int64_t heading_lines_ = 0;
   std::int64_t page_ = 0;  ///< the page begun last; 0 before the first
   std::int64_t lines_on_page_ = 0;
   std::optional<PageHeading> heading_;

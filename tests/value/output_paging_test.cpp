@@ -89,6 +89,33 @@ TEST(Paging, FillsEveryPageOfTheTerminal) {
   }
 }
 
+// A profile's name may hold one.
+TEST(Paging, CountsTheLineEndsInAHeading) {
+  struct Row {
+    std::int64_t Length;
+    std::string Want;
+  };
+  const std::string first = "Ti\ntle Page 1\nCol\numns\n";
+  const std::string second = "Ti\ntle Page 2\nCol\numns\n";
+  const std::vector<Row> rows = {
+      {1, first + "1\n" + second + "2\n"},
+      {5, first + "1\n" + second + "2\n"},
+      {6, first + "1\n2\n"},
+  };
+  for (const Row& row : rows) {
+    MemoryPlatform platform;
+    platform.OutputIsTerminal = true;
+    platform.Length = row.Length;
+    platform.Keyboard = false;
+    Output output(platform);
+    output.SetHeading({"Ti\ntle", "Col\numns"});
+    output.PrintLine("1");
+    output.PrintLine("2");
+    output.Finish();
+    EXPECT_EQ(platform.Output, row.Want) << row.Length;
+  }
+}
+
 TEST(Paging, AsksForAKeyOnlyWhenThereIsMoreToShow) {
   struct Row {
     std::int64_t Length;
