@@ -59,12 +59,15 @@ void CheckAnyMask(const std::string& text, const std::string& mask_text) {
 std::optional<std::int64_t> Rounded(const ptick::DecimalDigits& number, std::size_t places) {
   std::string digits = std::string(number.Whole) + std::string(number.Fraction);
   const std::size_t kept = number.Whole.size() + places;
+  if (kept > 18) {
+    return std::nullopt;
+  }
   const bool up = kept < digits.size() && digits[kept] >= '5';
   digits.resize(kept, '0');
   std::int64_t rounded = 0;
   std::from_chars(digits.data(), digits.data() + digits.size(), rounded);
   rounded += up ? 1 : 0;
-  return kept > 18 ? std::nullopt : std::optional(number.Negative ? -rounded : rounded);
+  return number.Negative ? -rounded : rounded;
 }
 
 // "-12.50" and "1,234" as the whole number of their digits.
