@@ -45,7 +45,10 @@ class CaptureRun {
     StartMore();
     while (window_.front().IsRunning()) {
       Wait(hold);
-      StartMore();
+      // Once it has ended it is looked at first: it may be the timeout after which nothing is run.
+      if (window_.front().IsRunning()) {
+        StartMore();
+      }
     }
   }
 
