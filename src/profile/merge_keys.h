@@ -108,7 +108,6 @@ class MergeKeys {
 
   /// The cell beside a key, 0 at first.
   std::int64_t& CellOf(Id id) { return entries_[id].Cell; }
-  std::int64_t CellOf(Id id) const { return entries_[id].Cell; }
 
   std::size_t size() const { return entries_.size(); }  // NOLINT(readability-identifier-naming)
 
