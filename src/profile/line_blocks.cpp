@@ -1,6 +1,5 @@
 #include "profile/line_blocks.h"
 
-#include <algorithm>
 #include <cstring>
 #include <optional>
 #include <span>
@@ -49,7 +48,7 @@ std::string_view RecordBlocks::Next() {
   if (failed_ || begin_ == end_) {
     return {};
   }
-  buffer_[end_++] = '\n';
+  buffer_.data()[end_++] = '\n';
   const std::string_view block(buffer_.data() + begin_, end_ - begin_);
   begin_ = end_;
   return block;
@@ -59,13 +58,12 @@ std::string_view RecordBlocks::Next() {
 // end.
 bool RecordBlocks::ReadMore() {
   if (begin_ > 0) {
-    std::copy(buffer_.begin() + static_cast<std::ptrdiff_t>(begin_),
-              buffer_.begin() + static_cast<std::ptrdiff_t>(end_), buffer_.begin());
     end_ -= begin_;
+    std::memmove(buffer_.data(), buffer_.data() + begin_, end_);
     begin_ = 0;
   }
   if (end_ + kReserve >= buffer_.size()) {
-    buffer_.resize(2 * buffer_.size());
+    buffer_.Grow(2 * buffer_.size(), end_);
   }
   const std::span<char> room(buffer_.data() + end_, buffer_.size() - kReserve - end_);
   const std::optional<std::size_t> size = record_->Read(room);
@@ -77,6 +75,7 @@ bool RecordBlocks::ReadMore() {
   char* fresh = buffer_.data() + end_;
   TurnFieldMarksIntoLineEnds(fresh, fresh + *size);
   end_ += *size;
+  std::memset(buffer_.data() + end_, 0, kReserve);
   return true;
 }
 

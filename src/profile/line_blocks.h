@@ -3,9 +3,9 @@
 #include <cstddef>
 #include <memory>
 #include <string_view>
-#include <vector>
 
 #include "platform/platform.h"
+#include "value/byte_buffer.h"
 
 namespace ptick {
 
@@ -45,7 +45,7 @@ class RecordBlocks final : public LineBlocks {
   bool ReadMore();
 
   std::unique_ptr<RecordReader> record_;
-  std::vector<char> buffer_;
+  ByteBuffer buffer_;
   std::size_t begin_ = 0;  ///< of what has been read but not handed out
   std::size_t end_ = 0;
   bool at_end_ = false;

@@ -79,7 +79,7 @@ void Output::EndTerminalLine() {
   if (heading_ && waits_ && lines_on_page_ >= page_length_) {
     line_end_held_ = true;
   } else {
-    buffer_[used_++] = '\n';
+    buffer_.data()[used_++] = '\n';
   }
 }
 
@@ -164,7 +164,7 @@ void Output::Flush() {
 void Output::Append(std::string_view text) {
   Reserve(text.size());
   const std::size_t start = used_;
-  std::copy(text.begin(), text.end(), buffer_.begin() + static_cast<std::ptrdiff_t>(used_));
+  std::copy(text.begin(), text.end(), buffer_.data() + used_);
   used_ += text.size();
   if (on_terminal_) {
     ShowControlBytes(start);
@@ -172,8 +172,7 @@ void Output::Append(std::string_view text) {
 }
 
 void Output::ShowControlBytes(std::size_t from) {
-  const auto begin = buffer_.begin() + static_cast<std::ptrdiff_t>(from);
-  std::replace_if(begin, buffer_.begin() + static_cast<std::ptrdiff_t>(used_), IsControl, '?');
+  std::replace_if(buffer_.data() + from, buffer_.data() + used_, IsControl, '?');
 }
 
 void Output::Reserve(std::size_t size) {
@@ -182,7 +181,7 @@ void Output::Reserve(std::size_t size) {
   }
   Flush();
   if (buffer_.size() < size) {
-    buffer_.resize(std::max(size, kBufferSize));
+    buffer_.Grow(std::max(size, kBufferSize), 0);
   }
 }
 

@@ -5,9 +5,9 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "platform/platform.h"
+#include "value/byte_buffer.h"
 
 namespace ptick {
 
@@ -92,7 +92,7 @@ class Output {
   std::int64_t page_ = 0;  ///< the page begun last; 0 before the first
   std::int64_t lines_on_page_ = 0;
   std::optional<PageHeading> heading_;
-  std::vector<char> buffer_;
+  ByteBuffer buffer_;
   std::size_t used_ = 0;
   std::size_t line_start_ = 0;  ///< on a terminal: of the line laid out last
 };
