@@ -159,6 +159,7 @@ def main():
         results = pool.map(lambda mutant: survives(mutant, sources[mutant[0]]), picked)
         for (path, number, changed), survived in zip(picked, results):
             tried += survived is not None
+            print(f"{tried} tried\r", end="", file=sys.stderr, flush=True)
             if survived:
                 survivors += 1
                 before = (ROOT / path).read_text(errors="surrogateescape").split("\n")[number]
