@@ -25,7 +25,6 @@ int DescriptorOf(Stream stream) {
 LinuxPlatform::LinuxPlatform(int argc, const char* const* argv)
     : command_line_(argv, static_cast<std::size_t>(argc)) {
   PrepareProcess();
-  ::tzset();
 }
 
 std::unique_ptr<RecordFile> LinuxPlatform::OpenFile(std::string_view name) {

@@ -106,6 +106,7 @@ std::optional<std::string> FindUserName(const std::string& path, std::uint32_t u
 std::optional<std::int64_t> ReadZoneOffset(std::int64_t time) {
   const std::time_t moment = time;
   std::tm local = {};
+  ::tzset();  // only now, for most runs show no times
   if (::localtime_r(&moment, &local) == nullptr) {
     return std::nullopt;
   }
