@@ -178,6 +178,25 @@ TEST(ProfileMerge, HandsOutAnyNumberOfLines) {
   EXPECT_EQ(merge.Next(), "");
 }
 
+// More programs than are looked up without preparation.
+TEST(ProfileMerge, AddsUpTheLinesOfManyPrograms) {
+  constexpr int kPrograms = 12000;
+  const auto lines = [](bool backwards, std::string_view ticks) {
+    std::string text;
+    for (int i = 0; i < kPrograms; ++i) {
+      const int program = backwards ? kPrograms - 1 - i : i;
+      text += "PROFILE:trace\tPROGRAM." + std::to_string(program) + "\t7\t";
+      text.append(ticks).append("\n");
+    }
+    return text;
+  };
+  ProfileMerge merge;
+  AddLines(merge, lines(false, "1"));
+  AddLines(merge, lines(true, "2"));
+  AddLines(merge, lines(true, "4"));
+  EXPECT_TRUE(LinesOf(merge) == lines(false, "7"));
+}
+
 TEST(ProfileMerge, HasReadableBytesBehindItsBlocks) {
   ProfileMerge merge;
   AddLines(merge, "PROFILE:ticks\t5\n");
