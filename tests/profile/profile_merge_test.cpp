@@ -163,6 +163,16 @@ TEST(ProfileMerge, CombinesLinesHoweverTheyFollowEachOther) {
   }
 }
 
+// Beyond 64 bits a sum depends on the order of what is added: it stays that of the lines, also
+// where one is found at once while others wait.
+TEST(ProfileMerge, AddsInTheOrderOfTheLines) {
+  EXPECT_EQ(Merged({"PROFILE:hertz|1", "PROFILE:trace|P|1|5",
+                    "PROFILE:trace|P|2|9223372036854775807", "PROFILE:hertz|1",
+                    "PROFILE:trace|P|2|1500", "PROFILE:trace|P|1|1", "PROFILE:trace|P|2|1024"}),
+            Tabs("PROFILE:hertz|1\nPROFILE:trace|P|1|6\n"
+                 "PROFILE:trace|P|2|9223372036854779904\n"));
+}
+
 TEST(ProfileMerge, HandsOutAnyNumberOfLines) {
   ProfileMerge merge;
   std::string want;
