@@ -14,6 +14,7 @@ import re
 import subprocess
 import sys
 import tempfile
+import time
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 BUILD = ROOT / "build" / "mutate"
@@ -70,8 +71,17 @@ def build():
                    cwd=ROOT, check=True, stdout=subprocess.DEVNULL)
     subprocess.run(["cmake", "--build", BUILD, "--target", "ptick_tests", "ptick", "port_listener"],
                    check=True)
-    if not passes(BUILD / "tests/ptick_tests", BUILD / "ptick"):
-        sys.exit("tools/mutate: the tests fail before anything is changed")
+
+
+def time_limits():
+    """How many seconds each step of the tests may take: a change may make one run for ever."""
+    limits = []
+    for command in test_steps(BUILD / "tests/ptick_tests"):
+        start = time.monotonic()
+        if not passes_step(command, BUILD / "ptick", 600):
+            sys.exit("tools/mutate: the tests fail before anything is changed")
+        limits.append(10 + 5 * (time.monotonic() - start))
+    return limits
 
 
 def includers():
@@ -92,18 +102,22 @@ def includers():
     return result
 
 
-def passes(tests, program):
+def test_steps(tests):
+    unit_tests = [tests, "--gtest_brief=1", "--gtest_fail_fast"]
+    return [[*unit_tests, f"--gtest_filter=-{NEVER}:{LAST}"],
+            [sys.executable, "-B", ROOT / "tests/golden_test.py", "-f"],
+            [*unit_tests, f"--gtest_filter={LAST}-{NEVER}"]]
+
+
+def passes_step(command, program, seconds):
     environment = os.environ | {"PTICK": str(program), "PTICK_SOURCE_DIR": str(ROOT),
                                 "PORT_LISTENER": str(BUILD / "port_listener")}
-    unit_tests = [tests, "--gtest_brief=1", "--gtest_fail_fast"]
-    for command in ([*unit_tests, f"--gtest_filter=-{NEVER}:{LAST}"],
-                    [sys.executable, "-B", ROOT / "tests/golden_test.py", "-f"],
-                    [*unit_tests, f"--gtest_filter={LAST}-{NEVER}"]):
-        try:
-            subprocess.run(["timeout", "-k", "1", "240", *command], check=True, env=environment,
-                           cwd=tests.parent, stdin=subprocess.DEVNULL, capture_output=True)
-        except subprocess.CalledProcessError:
-            return False
+    try:
+        subprocess.run(["timeout", "-k", "1", str(seconds), *command], check=True,
+                       env=environment, cwd=program.parent, stdin=subprocess.DEVNULL,
+                       capture_output=True)
+    except subprocess.CalledProcessError:
+        return False
     return True
 
 
@@ -121,7 +135,7 @@ def compiled(folder, path, sources):
         yield folder / f"{index}.o"
 
 
-def survives(mutant, sources):
+def survives(mutant, sources, limits):
     """Whether the tests pass with this change; nothing when it does not compile."""
     path, number, changed = mutant
     with tempfile.TemporaryDirectory(prefix="ptick-mutant-") as name:
@@ -141,7 +155,8 @@ def survives(mutant, sources):
                                check=True, capture_output=True)
         except subprocess.CalledProcessError:
             return None
-        return passes(folder / "ptick_tests", folder / "ptick")
+        return all(passes_step(step, folder / "ptick", seconds)
+                   for step, seconds in zip(test_steps(folder / "ptick_tests"), limits))
 
 
 def main():
@@ -149,6 +164,7 @@ def main():
     seed = int(sys.argv[2]) if len(sys.argv) > 2 else 1
     starts = sys.argv[3:] or FOLDERS
     build()
+    limits = time_limits()
     sources = includers()
     mutants = [mutant for path in sorted(sources)
                if path.removeprefix("src/").startswith(tuple(starts))
@@ -156,7 +172,7 @@ def main():
     picked = random.Random(seed).sample(mutants, min(count, len(mutants)))
     survivors = tried = 0
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-        results = pool.map(lambda mutant: survives(mutant, sources[mutant[0]]), picked)
+        results = pool.map(lambda mutant: survives(mutant, sources[mutant[0]], limits), picked)
         for (path, number, changed), survived in zip(picked, results):
             tried += survived is not None
             print(f"{tried} tried\r", end="", file=sys.stderr, flush=True)
