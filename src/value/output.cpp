@@ -1,7 +1,6 @@
 #include "value/output.h"
 
 #include <algorithm>
-#include <cstring>
 #include <system_error>
 
 #include "value/stop.h"
@@ -11,6 +10,7 @@ namespace ptick {
 namespace {
 
 constexpr std::size_t kBufferSize = std::size_t{256} * 1024;
+
 std::int64_t LinesOf(const PageHeading& heading) {
   return 2 + std::count(heading.Title.begin(), heading.Title.end(), '\n') +
          std::count(heading.Columns.begin(), heading.Columns.end(), '\n');
