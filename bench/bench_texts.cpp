@@ -9,7 +9,7 @@
 #include <span>
 
 #include "generator/profile_writer.h"
-#include "profile/line_blocks.h"
+#include "records/line_blocks.h"
 
 namespace ptick::bench {
 

@@ -10,7 +10,7 @@
 #include <string_view>
 
 #include "bench_texts.h"
-#include "profile/line_blocks.h"
+#include "records/line_blocks.h"
 
 namespace ptick::bench {
 

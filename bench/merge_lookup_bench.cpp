@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "bench_texts.h"
-#include "profile/profile_merge.h"
+#include "profile/merge/profile_merge.h"
 
 namespace ptick::bench {
 

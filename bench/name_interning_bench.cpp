@@ -12,7 +12,7 @@
 #include "bench_texts.h"
 #include "generator/program_names.h"
 #include "generator/random.h"
-#include "profile/name_table.h"
+#include "profile/ticks/name_table.h"
 
 namespace ptick::bench {
 

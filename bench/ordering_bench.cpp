@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "generator/random.h"
-#include "profile/tick_table.h"
+#include "profile/ticks/tick_table.h"
 
 namespace ptick::bench {
 
@@ -42,7 +42,7 @@ void OrderEntries(benchmark::State& state) {
     for (const TickEntry& entry : arrivals) {
       table.Add(entry.Program, entry.Line, entry.Ticks);
     }
-    table.Order(LocateOrder::kDescending, programs > 1);
+    table.Order(SortOrder::kDescending, programs > 1);
     benchmark::DoNotOptimize(table);
   }
   CountEntries(state, arrivals);

@@ -11,13 +11,13 @@
 #include <vector>
 
 #include "bench_texts.h"
-#include "profile/line_blocks.h"
-#include "profile/record_parser.h"
-#include "profile/tab_fields.h"
-#include "profile/tick_table.h"
-#include "profile/trace_line.h"
+#include "output/output.h"
+#include "profile/parse/record_parser.h"
+#include "profile/scan/tab_fields.h"
+#include "profile/scan/trace_line.h"
+#include "profile/ticks/tick_table.h"
+#include "records/line_blocks.h"
 #include "support/memory_platform.h"
-#include "value/output.h"
 
 namespace ptick::bench {
 

@@ -12,7 +12,7 @@
 #include "bench_texts.h"
 #include "generator/program_names.h"
 #include "generator/random.h"
-#include "profile/tick_table.h"
+#include "profile/ticks/tick_table.h"
 #include "reports/row_layout.h"
 
 namespace ptick::bench {
@@ -33,7 +33,7 @@ TickTable RandomTable() {
     const std::uint32_t line = random.Below(5000) + 1;
     table.Add(program, line, random.Zipf());
   }
-  table.Order(LocateOrder::kDescending, false);
+  table.Order(SortOrder::kDescending, false);
   return table;
 }
 

@@ -15,7 +15,7 @@
 #include <string_view>
 #include <system_error>
 
-#include "platform/linux/port_endpoint.h"
+#include "platform/linux/ports/port_endpoint.h"
 #include "platform/linux/unique_fd.h"
 
 namespace {

@@ -7,13 +7,13 @@
 #include <string_view>
 #include <vector>
 
-#include "driver/command_line.h"
-#include "driver/driver.h"
-#include "driver/usage.h"
 #include "fuzz/fuzz_input.h"
 #include "fuzz/require.h"
+#include "output/stop.h"
+#include "ptick/command_line.h"
+#include "ptick/driver.h"
+#include "ptick/usage.h"
 #include "support/memory_platform.h"
-#include "value/stop.h"
 
 namespace {
 

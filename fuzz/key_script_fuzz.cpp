@@ -11,9 +11,10 @@
 #include "fuzz/require.h"
 #include "model/comparison.h"
 #include "model/typed_run.h"
-#include "profile/keyboard_lines.h"
 #include "reports/key_script.h"
+#include "reports/keyboard_lines.h"
 #include "support/memory_platform.h"
+#include "value/number_text.h"
 #include "value/text.h"
 
 namespace {

@@ -13,6 +13,7 @@
 #include "fuzz/require.h"
 #include "model/model_list.h"
 #include "value/dynamic_array.h"
+#include "value/list_operations.h"
 
 namespace {
 

@@ -11,9 +11,11 @@
 
 #include "fuzz/fuzz_input.h"
 #include "fuzz/require.h"
+#include "value/arithmetic.h"
 #include "value/conversion.h"
 #include "value/mask.h"
 #include "value/number_text.h"
+#include "value/pattern.h"
 #include "value/text.h"
 
 namespace {

@@ -11,7 +11,7 @@
 #include "fuzz/require.h"
 #include "model/comparison.h"
 #include "model/line_difference.h"
-#include "profile/profile_merge.h"
+#include "profile/merge/profile_merge.h"
 #include "support/memory_platform.h"
 
 namespace {

@@ -11,10 +11,10 @@
 
 #include "fuzz/fuzz_input.h"
 #include "fuzz/require.h"
+#include "output/output.h"
+#include "output/stop.h"
 #include "reports/report_heading.h"
 #include "support/memory_platform.h"
-#include "value/output.h"
-#include "value/stop.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 
 #include "fuzz/fuzz_input.h"
 #include "fuzz/require.h"
-#include "platform/linux/port_wire.h"
+#include "platform/linux/ports/port_wire.h"
 
 namespace {
 

@@ -8,9 +8,9 @@
 #include <string>
 #include <string_view>
 
-#include "driver/driver.h"
 #include "fuzz/fuzz_input.h"
 #include "fuzz/require.h"
+#include "ptick/driver.h"
 #include "support/memory_platform.h"
 
 namespace {

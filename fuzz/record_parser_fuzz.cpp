@@ -8,7 +8,8 @@
 #include "fuzz/fuzz_input.h"
 #include "fuzz/require.h"
 #include "model/comparison.h"
-#include "profile/run_options.h"
+#include "profile/ticks/sort_order.h"
+#include "reports/run_options.h"
 
 namespace {
 
@@ -17,7 +18,7 @@ ptick::RunOptions OptionsOf(unsigned int bits) {
   options.PerProgram = (bits & 1U) != 0;
   options.CpuOption = (bits & 2U) != 0;
   options.TickOrder =
-      (bits & 4U) != 0 ? ptick::LocateOrder::kAscending : ptick::LocateOrder::kDescending;
+      (bits & 4U) != 0 ? ptick::SortOrder::kAscending : ptick::SortOrder::kDescending;
   options.KeyScriptFile = (bits & 8U) != 0 ? "keys" : "";
   options.TypeRateOption = (bits & 16U) != 0;
   return options;

@@ -7,7 +7,10 @@
 
 #include "fuzz/fuzz_input.h"
 #include "fuzz/require.h"
+#include "value/arithmetic.h"
 #include "value/dynamic_array.h"
+#include "value/number_text.h"
+#include "value/pattern.h"
 #include "value/text.h"
 #include "value/value.h"
 

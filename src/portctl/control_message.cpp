@@ -6,7 +6,10 @@
 #include <string_view>
 
 #include "portctl/port_number.h"
+#include "value/arithmetic.h"
 #include "value/dynamic_array.h"
+#include "value/list_operations.h"
+#include "value/pattern.h"
 #include "value/text.h"
 #include "value/value.h"
 

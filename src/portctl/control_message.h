@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "output/output.h"
 #include "platform/platform.h"
-#include "value/output.h"
 
 namespace ptick {
 

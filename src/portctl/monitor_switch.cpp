@@ -5,6 +5,7 @@
 
 #include "portctl/port_number.h"
 #include "value/dynamic_array.h"
+#include "value/list_operations.h"
 #include "value/text.h"
 #include "value/value.h"
 

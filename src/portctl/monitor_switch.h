@@ -1,8 +1,8 @@
 #pragma once
 
+#include "output/output.h"
 #include "platform/platform.h"
 #include "portctl/control_message.h"
-#include "value/output.h"
 
 namespace ptick {
 

@@ -3,6 +3,8 @@
 #include <limits>
 #include <variant>
 
+#include "value/arithmetic.h"
+
 namespace ptick {
 
 std::int64_t PortNumber(const Value& port) {

@@ -4,11 +4,11 @@
 #include <string>
 #include <vector>
 
-#include "profile/line_blocks.h"
-#include "profile/open_record.h"
-#include "profile/profile_merge.h"
-#include "profile/record_parser.h"
-#include "value/stop.h"
+#include "output/stop.h"
+#include "profile/merge/profile_merge.h"
+#include "profile/parse/record_parser.h"
+#include "records/line_blocks.h"
+#include "records/open_record.h"
 
 namespace ptick {
 

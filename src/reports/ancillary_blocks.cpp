@@ -6,7 +6,9 @@
 #include <string>
 #include <string_view>
 
+#include "value/arithmetic.h"
 #include "value/dynamic_array.h"
+#include "value/list_operations.h"
 #include "value/mask.h"
 #include "value/text.h"
 

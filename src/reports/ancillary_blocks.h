@@ -1,7 +1,7 @@
 #pragma once
 
-#include "profile/profile_tables.h"
-#include "value/output.h"
+#include "output/output.h"
+#include "profile/tables/profile_tables.h"
 
 namespace ptick {
 

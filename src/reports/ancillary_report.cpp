@@ -5,6 +5,7 @@
 #include <string>
 
 #include "reports/ancillary_blocks.h"
+#include "value/arithmetic.h"
 #include "value/conversion.h"
 #include "value/mask.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "output/output.h"
 #include "platform/platform.h"
-#include "profile/profile_tables.h"
-#include "value/output.h"
+#include "profile/tables/profile_tables.h"
 
 namespace ptick {
 

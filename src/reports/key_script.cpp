@@ -5,9 +5,10 @@
 #include <string>
 #include <string_view>
 
+#include "output/stop.h"
+#include "value/arithmetic.h"
 #include "value/conversion.h"
 #include "value/dynamic_array.h"
-#include "value/stop.h"
 #include "value/text.h"
 
 namespace ptick {

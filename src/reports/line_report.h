@@ -1,8 +1,8 @@
 #pragma once
 
-#include "profile/profile_tables.h"
-#include "profile/run_options.h"
-#include "value/output.h"
+#include "output/output.h"
+#include "profile/tables/profile_tables.h"
+#include "reports/run_options.h"
 
 namespace ptick {
 

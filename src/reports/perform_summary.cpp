@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <unordered_map>
 
-#include "profile/profile_tables.h"
+#include "profile/tables/profile_tables.h"
 
 namespace ptick {
 

@@ -6,10 +6,12 @@
 #include <string>
 #include <string_view>
 
+#include "output/stop.h"
 #include "reports/perform_summary.h"
 #include "reports/report_heading.h"
+#include "value/arithmetic.h"
 #include "value/mask.h"
-#include "value/stop.h"
+#include "value/number_text.h"
 #include "value/text.h"
 
 namespace ptick {

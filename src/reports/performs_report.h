@@ -1,9 +1,9 @@
 #pragma once
 
+#include "output/output.h"
 #include "platform/platform.h"
-#include "profile/profile_tables.h"
-#include "profile/run_options.h"
-#include "value/output.h"
+#include "profile/tables/profile_tables.h"
+#include "reports/run_options.h"
 
 namespace ptick {
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <numeric>
 
+#include "profile/ticks/sort_order.h"
 #include "reports/running_sum.h"
 
 namespace ptick {
@@ -37,7 +38,7 @@ std::vector<std::size_t> ProgramOrder(const TickTable& details, const RunOptions
   for (const std::size_t row : order) {
     totals[row] = TotalTicksOf(details, row);
   }
-  const bool ascending = options.TickOrder == LocateOrder::kAscending;
+  const bool ascending = options.TickOrder == SortOrder::kAscending;
   std::ranges::sort(order, [&](std::size_t a, std::size_t b) {
     const int compared = CompareNumbers(totals[a], totals[b]);
     if (compared == 0) {

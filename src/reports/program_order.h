@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <vector>
 
-#include "profile/profile_tables.h"
-#include "profile/run_options.h"
+#include "profile/tables/profile_tables.h"
+#include "reports/run_options.h"
 
 namespace ptick {
 

@@ -5,6 +5,8 @@
 #include <cstring>
 #include <variant>
 
+#include "value/arithmetic.h"
+
 namespace ptick {
 
 namespace {

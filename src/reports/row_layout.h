@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "profile/tick_table.h"
+#include "profile/ticks/tick_table.h"
 #include "reports/running_sum.h"
 #include "value/mask.h"
 #include "value/value.h"

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <variant>
 
+#include "value/arithmetic.h"
 #include "value/value.h"
 
 namespace ptick {

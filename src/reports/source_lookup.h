@@ -6,9 +6,9 @@
 #include <string_view>
 #include <vector>
 
-#include "profile/name_table.h"
-#include "profile/record_text.h"
-#include "profile/run_options.h"
+#include "profile/ticks/name_table.h"
+#include "records/record_text.h"
+#include "reports/run_options.h"
 #include "value/mask.h"
 
 namespace ptick {

@@ -5,6 +5,8 @@
 // that stands for a decimal of at most four places, is taken as whole digits with a decimal count,
 // and the operation is done on the digits. Only what does not fit goes on as floating.
 
+#include "value/arithmetic.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -13,7 +15,7 @@
 #include <optional>
 #include <variant>
 
-#include "value/value.h"
+#include "value/number_text.h"
 
 namespace ptick {
 namespace {

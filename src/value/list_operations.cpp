@@ -1,3 +1,5 @@
+#include "value/list_operations.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -5,7 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "value/dynamic_array.h"
+#include "value/arithmetic.h"
+#include "value/number_text.h"
 
 namespace ptick {
 namespace {

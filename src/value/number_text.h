@@ -8,6 +8,14 @@
 
 namespace ptick {
 
+/// The number that `text` spells, or nothing when it is not numeric. It is whole when all its
+/// decimals are zero ("5.0", "-0") and it fits 64 bits, else floating. Beyond the floating range it
+/// is the largest, or the smallest non-zero, number of its sign.
+std::optional<Number> ParseNumber(std::string_view text);
+
+/// The text form of a number, as Value::Text gives it.
+std::string NumberText(const Number& number);
+
 /// A numeric text taken apart, digits as written. The views point into the text.
 struct DecimalDigits {
   bool Negative = false;

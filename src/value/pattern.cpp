@@ -1,6 +1,8 @@
 // Pattern matching. All places in the text that the codes read so far can end at are carried along
 // together, so "0N1N" needs no second try: each code turns one set of places into the next.
 
+#include "value/pattern.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cstddef>
@@ -8,8 +10,6 @@
 #include <string_view>
 #include <system_error>
 #include <vector>
-
-#include "value/text.h"
 
 namespace ptick {
 namespace {

@@ -44,9 +44,4 @@ std::string Quote(std::string_view x, char quote);
 std::string UpperCase(std::string_view x);
 std::string LowerCase(std::string_view x);
 
-/// Whether the whole of x matches the pattern: a sequence of digit counts followed by N (exactly
-/// that many digits, "0N" any number of them) and literals in apostrophes. The empty pattern
-/// matches the empty text; a malformed pattern matches nothing.
-bool Matches(std::string_view x, std::string_view pattern);
-
 }  // namespace ptick

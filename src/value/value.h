@@ -53,30 +53,8 @@ class Value {
   std::variant<std::string, std::int64_t, double> form_;
 };
 
-/// The number that `text` spells, or nothing when it is not numeric. It is whole when all its
-/// decimals are zero ("5.0", "-0") and it fits 64 bits, else floating. Beyond the floating range it
-/// is the largest, or the smallest non-zero, number of its sign.
-std::optional<Number> ParseNumber(std::string_view text);
-
-/// The text form of a number, as Value::Text gives it.
-std::string NumberText(const Number& number);
-
 /// -1, 0 or 1 as a is less than, equal to or greater than b; exact for mixed forms.
 int CompareNumbers(const Number& a, const Number& b);
-
-/// Arithmetic. Integers are exact in 64 bits and go on as floating numbers beyond; figures of at
-/// most four decimals are added, subtracted and multiplied as the decimals they are (60 times 0.1
-/// is 6), as long as all digits fit. Results stay finite: an overflow gives the largest number of
-/// its sign.
-Value Add(const Value& a, const Value& b);
-Value Subtract(const Value& a, const Value& b);
-Value Multiply(const Value& a, const Value& b);
-/// Floating division: 10 / 4 is 2.5, and 0.3 / 0.1 is 3. Division by zero gives 0.
-Value Divide(const Value& a, const Value& b);
-Value Negate(const Value& a);
-/// The integer part, cut toward zero; floating still when it does not fit 64 bits.
-Value Int(const Value& a);
-Value Increment(const Value& a);
 
 /// Comparison: numeric when both sides are numbers or numeric strings, else of the texts as
 /// unsigned bytes. The empty text is text. Returns -1, 0 or 1.

@@ -3,7 +3,7 @@
 #include "model/line_difference.h"
 #include "model/model_merge.h"
 #include "model/table_description.h"
-#include "profile/record_parser.h"
+#include "profile/parse/record_parser.h"
 
 namespace ptick::model {
 

@@ -5,8 +5,8 @@
 
 #include "model/model_tables.h"
 #include "model/typed_run.h"
-#include "profile/profile_tables.h"
-#include "profile/run_options.h"
+#include "profile/tables/profile_tables.h"
+#include "reports/run_options.h"
 
 namespace ptick::model {
 

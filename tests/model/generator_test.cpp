@@ -6,7 +6,8 @@
 #include "model/model_cases.h"
 #include "model/model_tables.h"
 #include "model/random_profile.h"
-#include "profile/record_types.h"
+#include "profile/tables/record_types.h"
+#include "value/list_operations.h"
 #include "value/text.h"
 
 // What the random profiles never contain, no comparison looks at.

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "model/model_list.h"
+#include "profile/ticks/sort_order.h"
 
 namespace ptick::model {
 
@@ -99,7 +100,7 @@ RunOptions MakeOptions(const TableOptions& options) {
   RunOptions made;
   made.PerProgram = options.PerProgram;
   made.CpuOption = options.CpuOption;
-  made.TickOrder = options.Ascending ? LocateOrder::kAscending : LocateOrder::kDescending;
+  made.TickOrder = options.Ascending ? SortOrder::kAscending : SortOrder::kDescending;
   made.KeyScriptFile = options.KeyScript ? "keys" : "";
   made.TypeRateOption = options.TypeRate;
   return made;

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "model/random_source.h"
-#include "profile/run_options.h"
+#include "reports/run_options.h"
 
 namespace ptick::model {
 

@@ -1,6 +1,7 @@
 #include <cstddef>
 
 #include "model/model_reports.h"
+#include "value/arithmetic.h"
 #include "value/mask.h"
 
 namespace ptick::model {
@@ -78,7 +79,7 @@ std::vector<std::string> NamesByTotal(const ModelTables& tables, LocateOrder ord
 }  // namespace
 
 std::vector<std::int64_t> ModelProgramOrder(const ModelTables& tables, const RunOptions& options) {
-  const std::vector<std::string> names = options.CpuOption ? NamesByTotal(tables, options.TickOrder)
+  const std::vector<std::string> names = options.CpuOption ? NamesByTotal(tables, LocateOrderOf(options.TickOrder))
                                                            : SortedNames(tables.ProgramNames);
   std::vector<std::int64_t> rows;
   rows.reserve(names.size());

@@ -3,6 +3,9 @@
 #include <array>
 #include <cstddef>
 
+#include "value/list_operations.h"
+#include "value/pattern.h"
+
 namespace ptick::model {
 
 namespace {

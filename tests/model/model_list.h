@@ -7,6 +7,8 @@
 #include <vector>
 
 #include "value/dynamic_array.h"
+#include "profile/ticks/sort_order.h"
+#include "value/list_operations.h"
 #include "value/value.h"
 
 namespace ptick::model {
@@ -29,5 +31,10 @@ std::vector<std::string> LinesOf(std::string_view text);
 
 /// Text for failure messages: bytes other than printable ASCII as \xHH.
 std::string Shown(std::string_view text);
+
+/// The order in which sorted inserts keep a list.
+inline LocateOrder LocateOrderOf(SortOrder order) {
+  return order == SortOrder::kAscending ? LocateOrder::kAscending : LocateOrder::kDescending;
+}
 
 }  // namespace ptick::model

@@ -5,6 +5,8 @@
 #include <set>
 #include <string_view>
 
+#include "value/arithmetic.h"
+#include "value/list_operations.h"
 #include "value/text.h"
 
 namespace ptick::model {

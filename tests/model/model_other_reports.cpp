@@ -1,5 +1,7 @@
 #include "model/model_reports.h"
+#include "value/arithmetic.h"
 #include "value/dynamic_array.h"
+#include "value/list_operations.h"
 #include "value/mask.h"
 #include "value/text.h"
 

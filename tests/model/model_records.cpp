@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "value/arithmetic.h"
 #include "value/mask.h"
 
 namespace ptick::model {

@@ -6,6 +6,7 @@
 
 #include "model/model_tables.h"
 #include "value/dynamic_array.h"
+#include "value/list_operations.h"
 #include "value/text.h"
 
 namespace ptick::model {

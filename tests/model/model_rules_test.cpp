@@ -5,6 +5,7 @@
 #include "model/model_merge.h"
 #include "model/model_reports.h"
 #include "model/random_fields.h"
+#include "value/list_operations.h"
 
 // The model is what the program is measured by, so it is measured itself by figures worked out by
 // hand.

@@ -3,6 +3,8 @@
 #include <string_view>
 
 #include "model/model_records.h"
+#include "value/arithmetic.h"
+#include "value/list_operations.h"
 #include "value/text.h"
 
 namespace ptick::model {
@@ -40,7 +42,7 @@ void ParseTrace(const Record& record, const RunOptions& options, ModelTables& ta
   }
   GrowDetails(tables, row);
   DetailsRow& details = tables.Details.at(static_cast<std::size_t>(row - 1));
-  const std::int64_t position = LocateIn(ticks, details.Ticks, options.TickOrder).Position;
+  const std::int64_t position = LocateIn(ticks, details.Ticks, LocateOrderOf(options.TickOrder)).Position;
   InsertAt(details.Programs, position, program);
   InsertAt(details.Lines, position, record.Field(3));
   InsertAt(details.Ticks, position, ticks);

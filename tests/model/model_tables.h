@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "model/model_list.h"
-#include "profile/run_options.h"
+#include "reports/run_options.h"
 
 namespace ptick::model {
 

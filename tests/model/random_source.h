@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "value/list_operations.h"
 #include "value/dynamic_array.h"
 
 namespace ptick::model {

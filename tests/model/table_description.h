@@ -3,7 +3,7 @@
 #include <string>
 
 #include "model/model_tables.h"
-#include "profile/profile_tables.h"
+#include "profile/tables/profile_tables.h"
 
 namespace ptick::model {
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "profile/record_parser.h"
+#include "output/stop.h"
+#include "profile/parse/record_parser.h"
 #include "support/memory_platform.h"
-#include "value/stop.h"
 
 namespace ptick::model {
 

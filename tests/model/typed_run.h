@@ -11,11 +11,11 @@
 #include <vector>
 
 #include "model/random_source.h"
+#include "output/output.h"
 #include "platform/platform.h"
-#include "profile/profile_merge.h"
-#include "profile/profile_tables.h"
-#include "profile/run_options.h"
-#include "value/output.h"
+#include "profile/merge/profile_merge.h"
+#include "profile/tables/profile_tables.h"
+#include "reports/run_options.h"
 
 namespace ptick::model {
 

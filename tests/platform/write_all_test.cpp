@@ -1,3 +1,5 @@
+#include "platform/linux/write_all.h"
+
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -8,8 +10,7 @@
 #include <string>
 
 #include "platform/linux/linux_platform.h"
-#include "platform/linux/process_start.h"
-#include "platform/linux/terminal.h"
+#include "platform/linux/process/process_start.h"
 #include "platform/linux/unique_fd.h"
 #include "support/forked.h"
 #include "support/temp_directory.h"

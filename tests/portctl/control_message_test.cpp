@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "output/output.h"
 #include "portctl/port_platform.h"
-#include "value/output.h"
 
 namespace ptick {
 namespace {

@@ -8,9 +8,9 @@
 #include <utility>
 #include <vector>
 
+#include "output/stop.h"
 #include "support/memory_platform.h"
 #include "support/profiles.h"
-#include "value/stop.h"
 
 namespace ptick {
 namespace {

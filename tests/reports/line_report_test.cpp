@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "profile/ticks/sort_order.h"
 #include "support/profiles.h"
 #include "support/report_run.h"
 
@@ -96,7 +97,7 @@ TEST_F(LineReportTest, ShowsNamesWhereTheyChange) {
 }
 
 TEST_F(LineReportTest, SortsByIncreasingTicksWhenAskedFor) {
-  options_.TickOrder = LocateOrder::kAscending;
+  options_.TickOrder = SortOrder::kAscending;
   EXPECT_EQ(Body(Records({"ticks|100", "trace|A|1|9", "trace|B|1|8", "trace|A|2|7"})),
             "A                    2      7        7     \n"
             "B                    1      8        8     \n"
@@ -132,7 +133,7 @@ TEST_F(LineReportTest, GroupsByProgramInTheOrderOfTotals) {
 
 TEST_F(LineReportTest, GroupsByProgramInTheIncreasingOrderOfTotals) {
   options_.PerProgram = options_.CpuOption = true;
-  options_.TickOrder = LocateOrder::kAscending;
+  options_.TickOrder = SortOrder::kAscending;
   const std::string group_of_small_b =
       "b                    4      1        3.33  \n"
       "                     1      5        16.66 \n" +

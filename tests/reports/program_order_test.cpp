@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "profile/ticks/sort_order.h"
+
 namespace ptick {
 namespace {
 
@@ -46,7 +48,7 @@ TEST(ProgramOrder, IsByNameAsBytes) {
   for (const Row& row : rows) {
     RunOptions options;
     EXPECT_EQ(Order(row.Samples, options), row.Want);
-    options.TickOrder = LocateOrder::kAscending;
+    options.TickOrder = SortOrder::kAscending;
     EXPECT_EQ(Order(row.Samples, options), row.Want) << "with ascending ticks";
   }
 }
@@ -82,7 +84,7 @@ TEST(ProgramOrder, IsByTotalTicksWhenAskedFor) {
     RunOptions options;
     options.CpuOption = true;
     EXPECT_EQ(Order(row.Samples, options), row.WantDescending);
-    options.TickOrder = LocateOrder::kAscending;
+    options.TickOrder = SortOrder::kAscending;
     EXPECT_EQ(Order(row.Samples, options), row.WantAscending) << "with ascending ticks";
   }
 }

@@ -21,7 +21,7 @@ TickTable MakeTable(const std::vector<Sample>& samples) {
   for (const Sample& sample : samples) {
     table.Add(sample.Program, sample.Line, sample.Ticks);
   }
-  table.Order(LocateOrder::kDescending, false);
+  table.Order(SortOrder::kDescending, false);
   return table;
 }
 

@@ -10,7 +10,7 @@
 #include <optional>
 #include <stdexcept>
 
-#include "platform/linux/port_endpoint.h"
+#include "platform/linux/ports/port_endpoint.h"
 
 namespace ptick::testing {
 

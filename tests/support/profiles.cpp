@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <utility>
 
-#include "profile/record_parser.h"
+#include "output/output.h"
+#include "output/stop.h"
+#include "profile/parse/record_parser.h"
 #include "support/memory_platform.h"
 #include "support/text_record.h"
-#include "value/output.h"
-#include "value/stop.h"
 
 namespace ptick::testing {
 

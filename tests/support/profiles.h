@@ -8,10 +8,10 @@
 #include <string_view>
 #include <vector>
 
-#include "profile/line_blocks.h"
-#include "profile/profile_merge.h"
-#include "profile/profile_tables.h"
-#include "profile/run_options.h"
+#include "profile/merge/profile_merge.h"
+#include "profile/tables/profile_tables.h"
+#include "records/line_blocks.h"
+#include "reports/run_options.h"
 
 namespace ptick::testing {
 

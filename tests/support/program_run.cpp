@@ -2,10 +2,11 @@
 
 #include <array>
 
-#include "driver/command_line.h"
-#include "driver/driver.h"
-#include "value/output.h"
-#include "value/stop.h"
+#include "output/output.h"
+#include "output/stop.h"
+#include "profile/ticks/sort_order.h"
+#include "ptick/command_line.h"
+#include "ptick/driver.h"
 
 namespace ptick::testing {
 
@@ -59,7 +60,7 @@ std::string OptionsText(const RunOptions& options) {
   };
   const std::array<Flag, 11> flags = {{{'n', options.PerProgram},
                                        {'u', options.CpuOption},
-                                       {'i', options.TickOrder == LocateOrder::kAscending},
+                                       {'i', options.TickOrder == SortOrder::kAscending},
                                        {'a', options.AncillaryOption},
                                        {'p', options.PerformsOption},
                                        {'v', options.Verbose},

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "profile/run_options.h"
+#include "reports/run_options.h"
 #include "support/memory_platform.h"
 
 namespace ptick::testing {

@@ -2,8 +2,8 @@
 
 #include <utility>
 
+#include "output/stop.h"
 #include "value/dynamic_array.h"
-#include "value/stop.h"
 
 namespace ptick {
 

@@ -8,11 +8,11 @@
 #include <string>
 #include <string_view>
 
-#include "profile/profile_tables.h"
-#include "profile/run_options.h"
+#include "output/output.h"
+#include "profile/tables/profile_tables.h"
+#include "reports/run_options.h"
 #include "support/memory_platform.h"
 #include "value/field_list.h"
-#include "value/output.h"
 
 namespace ptick {
 

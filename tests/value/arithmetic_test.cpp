@@ -1,3 +1,5 @@
+#include "value/arithmetic.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -6,6 +8,7 @@
 #include <variant>
 #include <vector>
 
+#include "value/number_text.h"
 #include "value/value.h"
 
 namespace ptick {

@@ -1,3 +1,5 @@
+#include "value/list_operations.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -6,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "value/arithmetic.h"
 #include "value/dynamic_array.h"
 #include "value/text.h"
 

@@ -1,3 +1,5 @@
+#include "value/number_text.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -6,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "value/arithmetic.h"
 #include "value/value.h"
 
 namespace ptick {

@@ -1,3 +1,5 @@
+#include "value/pattern.h"
+
 #include <gtest/gtest.h>
 
 #include <string>

@@ -5,13 +5,14 @@
 #include <cstddef>
 #include <ctime>
 
-#include "platform/linux/commands.h"
-#include "platform/linux/ports.h"
-#include "platform/linux/process_start.h"
+#include "platform/linux/ports/port_sender.h"
+#include "platform/linux/process/first_lines.h"
+#include "platform/linux/process/process_start.h"
+#include "platform/linux/process/shell.h"
 #include "platform/linux/record_files.h"
-#include "platform/linux/shell.h"
 #include "platform/linux/system_values.h"
 #include "platform/linux/terminal.h"
+#include "platform/linux/write_all.h"
 
 namespace ptick {
 namespace {

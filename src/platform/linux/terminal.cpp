@@ -8,7 +8,7 @@
 #include <cerrno>
 #include <csignal>
 
-#include "platform/linux/signal_hold.h"
+#include "platform/linux/process/signal_hold.h"
 
 namespace ptick {
 namespace {
@@ -44,22 +44,6 @@ class KeyMode {
 };
 
 }  // namespace
-
-int WriteAll(int fd, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t written = ::write(fd, bytes.data(), bytes.size());
-    if (written >= 0) {
-      bytes.remove_prefix(static_cast<std::size_t>(written));
-    } else if (errno == EAGAIN) {
-      // Whoever shares this descriptor made it non-blocking.
-      pollfd ready = {.fd = fd, .events = POLLOUT, .revents = 0};
-      ::poll(&ready, 1, -1);
-    } else if (errno != EINTR) {
-      return errno;
-    }
-  }
-  return 0;
-}
 
 std::optional<char> WaitForKey() {
   SignalHold hold;

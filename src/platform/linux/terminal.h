@@ -1,13 +1,8 @@
 #pragma once
 
 #include <optional>
-#include <string_view>
 
 namespace ptick {
-
-/// Writes all bytes to a descriptor, also to one that takes them in parts or not at once. Returns 0
-/// or the error number.
-int WriteAll(int fd, std::string_view bytes);
 
 /// Waits for one byte from standard input. When that is a terminal, the key counts without Return,
 /// is not echoed, and the interrupt keys keep their effect; the terminal is as it was found when

@@ -1,0 +1,76 @@
+#include "platform/linux/ports/runtime_directory.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <optional>
+#include <string_view>
+
+namespace ptick::ports {
+
+namespace {
+
+std::optional<std::string> Variable(const char* name) {
+  const char* value = std::getenv(name);  // NOLINT(concurrency-mt-unsafe): one thread
+  if (value == nullptr || *value == '\0') {
+    return std::nullopt;
+  }
+  return value;
+}
+
+/// A slash behind the name would make the system follow a link that stands there.
+std::string WithoutTrailingSlashes(std::string path) {
+  const std::size_t last = path.find_last_not_of('/');
+  path.resize(last == std::string::npos ? 1 : last + 1);
+  return path;
+}
+
+bool IsShortage(int error) { return error == EMFILE || error == ENFILE || error == ENOMEM; }
+
+bool IsTrusted(const UniqueFd& directory) {
+  struct stat status {};
+  return fstat(directory.Get(), &status) == 0 && S_ISDIR(status.st_mode) &&
+         status.st_uid == geteuid() && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
+}
+
+Opened OpenChecked(const std::string& path) {
+  Opened opened;
+  opened.Descriptor = UniqueFd(open(path.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+  if (!opened.Descriptor.IsOpen()) {
+    opened.Error = errno == ENOENT || IsShortage(errno) ? errno : EACCES;
+  } else if (!IsTrusted(opened.Descriptor)) {
+    opened.Descriptor.Close();
+    opened.Error = EACCES;
+  }
+  return opened;
+}
+
+}  // namespace
+
+std::string RuntimeDirectoryPath() {
+  if (const auto own = Variable("MAVRO_RUNTIME_DIR")) {
+    return WithoutTrailingSlashes(*own);
+  }
+  if (const auto user = Variable("XDG_RUNTIME_DIR")) {
+    return *user + "/mavro";
+  }
+  return "/tmp/mavro-" + std::to_string(geteuid());
+}
+
+Opened OpenRuntimeDirectory() { return OpenChecked(RuntimeDirectoryPath()); }
+
+Opened CreateRuntimeDirectory() {
+  const std::string path = RuntimeDirectoryPath();
+  if (mkdir(path.c_str(), S_IRWXU) != 0 && errno != EEXIST) {
+    return {UniqueFd(), errno};
+  }
+  return OpenChecked(path);
+}
+
+std::string DescriptorPath(const UniqueFd& descriptor) {
+  return "/proc/self/fd/" + std::to_string(descriptor.Get());
+}
+
+}  // namespace ptick::ports

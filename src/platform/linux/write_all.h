@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string_view>
+
+namespace ptick {
+
+/// Writes all bytes to a descriptor, even to a non-blocking one. Returns 0 or the error number.
+int WriteAll(int fd, std::string_view bytes);
+
+}  // namespace ptick

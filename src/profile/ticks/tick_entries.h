@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <vector>
+
+#include "profile/ticks/sort_order.h"
+#include "profile/ticks/tick_entry.h"
+#include "value/dynamic_array.h"
+
+namespace ptick {
+
+/// A fixed number of entries in one piece of memory.
+class TickEntryBlock {
+ public:
+  TickEntryBlock() = default;
+  explicit TickEntryBlock(std::size_t size)
+      : entries_(std::make_unique_for_overwrite<TickEntry[]>(size)), size_(size) {}  // NOLINT
+
+  std::span<TickEntry> Entries() { return {entries_.get(), size_}; }
+  std::span<const TickEntry> Entries() const { return {entries_.get(), size_}; }
+
+ private:
+  std::unique_ptr<TickEntry[]> entries_;  // NOLINT(modernize-avoid-c-arrays): left uninitialised
+  std::size_t size_ = 0;
+};
+
+/// Entries in order of arrival, collected in chunks so that growing copies nothing.
+class TickEntries {
+ public:
+  void Add(TickEntry entry) {
+    if (used_ == kChunk) {
+      AddChunk();
+    }
+    last_[used_++] = entry;
+    ticks_seen_ |= entry.Ticks;
+  }
+
+  /// The entries by ticks in `order`, equal ticks in reverse order of arrival. Leaves nothing
+  /// behind here.
+  TickEntryBlock TakeOrdered(SortOrder order);
+
+ private:
+  static constexpr std::size_t kChunk = std::size_t{1} << 16U;
+
+  void AddChunk();
+
+  std::vector<TickEntryBlock> chunks_;
+  TickEntry* last_ = nullptr;     ///< the last chunk's entries
+  std::size_t used_ = kChunk;     ///< how many of them are in use
+  std::uint32_t ticks_seen_ = 0;  ///< all tick counts or-ed together: how many digits a sort needs
+};
+
+}  // namespace ptick

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "profile/ticks/name_table.h"
+
+namespace ptick {
+
+/// One trace entry, compact. A line number and a tick count that are written the ordinary way are
+/// held as numbers; other texts ("007", "1.50", "abc", empty) are kept aside exactly as they were
+/// read.
+struct TickEntry {
+  static constexpr std::uint32_t kExactText = std::uint32_t{1} << 31U;
+
+  NameTable::Id Program;
+  std::uint32_t Line;   ///< the line number, or kExactText plus the index of the exact texts
+  std::uint32_t Ticks;  ///< the tick count; 0 where it is no whole number below 2^32
+
+  bool HasExactText() const { return (Line & kExactText) != 0; }
+  std::size_t ExactIndex() const { return Line & ~kExactText; }
+};
+
+}  // namespace ptick

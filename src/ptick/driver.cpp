@@ -1,0 +1,78 @@
+#include "ptick/driver.h"
+
+#include <new>
+#include <string>
+#include <vector>
+
+#include "output/output.h"
+#include "output/stop.h"
+#include "portctl/control_message.h"
+#include "portctl/monitor_switch.h"
+#include "profile/profile_loader.h"
+#include "ptick/command_line.h"
+#include "ptick/report_choice.h"
+
+namespace ptick {
+
+namespace {
+
+int RunSteps(Platform& platform, Output& output) {
+  const std::vector<std::string> arguments = CommandArguments(platform.CommandLine());
+  const ControlCall call = SplitControlCall(arguments);
+  if (SendControlMessages(call, platform, output)) {
+    return 0;
+  }
+  const RunOptions options = ParseCommandLine(arguments, platform, output);
+  if (options.MonitorOption) {
+    return SwitchMonitor(call, platform, output);
+  }
+  ProfileTables tables;
+  LoadProfileList(options, platform, output, tables);
+  PrintChosenReport(tables, options, platform, output);
+  return 0;
+}
+
+// What was printed before a stop still goes out; that may fail, and then its status counts.
+int CloseAfter(const Stop& stop, Output& output) {
+  try {
+    output.Close();
+    return stop.Status;
+  } catch (const Stop& failed_close) {
+    return failed_close.Status;
+  }
+}
+
+int RunToAnEnd(Platform& platform, Output& output) {
+  try {
+    const int status = RunSteps(platform, output);
+    output.Finish();
+    return status;
+  } catch (const Stop& stop) {
+    return CloseAfter(stop, output);
+  }
+}
+
+// Needs no memory itself. What was printed before goes out if it can; the status tells of a failure
+// already.
+int StopOutOfMemory(Platform& platform, Output& output) {
+  try {
+    output.Close();
+  } catch (const Stop&) {            // NOLINT(bugprone-empty-catch)
+  } catch (const std::bad_alloc&) {  // NOLINT(bugprone-empty-catch)
+  }
+  platform.Write(Stream::kTerminal, "ptick: out of memory\n");
+  return 1;
+}
+
+}  // namespace
+
+int RunPtick(Platform& platform) {
+  Output output(platform);
+  try {
+    return RunToAnEnd(platform, output);
+  } catch (const std::bad_alloc&) {
+    return StopOutOfMemory(platform, output);
+  }
+}
+
+}  // namespace ptick

@@ -1,0 +1,83 @@
+#include "records/line_blocks.h"
+
+#include <cstring>
+#include <optional>
+#include <span>
+#include <utility>
+
+#include "value/dynamic_array.h"
+
+namespace ptick {
+
+namespace {
+
+// Behind what has been read there is room for the end of an unended last line, and the padding.
+constexpr std::size_t kReserve = kBlockPadding + 1;
+
+// Field marks are rare: one search of the whole range, then a step per mark.
+void TurnFieldMarksIntoLineEnds(char* begin, const char* end) {
+  while (begin != end) {
+    void* mark = std::memchr(begin, static_cast<unsigned char>(kFieldMark),
+                             static_cast<std::size_t>(end - begin));
+    if (mark == nullptr) {
+      return;
+    }
+    begin = static_cast<char*>(mark);
+    *begin++ = '\n';
+  }
+}
+
+}  // namespace
+
+RecordBlocks::RecordBlocks(std::unique_ptr<RecordReader> record, std::size_t block_size)
+    : record_(std::move(record)), buffer_(block_size + kReserve) {}
+
+std::string_view RecordBlocks::Next() {
+  while (!at_end_) {
+    const std::size_t unfinished = end_ - begin_;
+    if (!ReadMore()) {
+      break;
+    }
+    const std::string_view read(buffer_.data(), end_);
+    const std::size_t last = read.substr(unfinished).rfind('\n');
+    if (last != std::string_view::npos) {
+      begin_ = unfinished + last + 1;
+      return read.substr(0, begin_);
+    }
+  }
+  if (failed_ || begin_ == end_) {
+    return {};
+  }
+  buffer_.data()[end_++] = '\n';
+  const std::string_view block(buffer_.data() + begin_, end_ - begin_);
+  begin_ = end_;
+  return block;
+}
+
+// Reads behind the unfinished line, which is moved to the front of the buffer first; false at the
+// end.
+bool RecordBlocks::ReadMore() {
+  if (begin_ > 0) {
+    end_ -= begin_;
+    std::memmove(buffer_.data(), buffer_.data() + begin_, end_);
+    begin_ = 0;
+  }
+  if (end_ + kReserve >= buffer_.size()) {
+    buffer_.Grow(2 * buffer_.size(), end_);
+  }
+  const std::span<char> room(buffer_.data() + end_, buffer_.size() - kReserve - end_);
+  const std::optional<std::size_t> size = record_->Read(room);
+  if (!size || *size == 0) {
+    at_end_ = true;
+    failed_ = !size;
+    return false;
+  }
+  char* fresh = buffer_.data() + end_;
+  TurnFieldMarksIntoLineEnds(fresh, fresh + *size);
+  end_ += *size;
+  // Scanners load bytes behind the end; those are the same in every run.
+  std::memset(fresh + *size, 0, kReserve);
+  return true;
+}
+
+}  // namespace ptick

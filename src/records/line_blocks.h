@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string_view>
+
+#include "platform/platform.h"
+#include "value/byte_buffer.h"
+
+namespace ptick {
+
+/// How many readable bytes stand behind every block, so that scanners may load whole words.
+inline constexpr std::size_t kBlockPadding = 64;
+
+/// Profile text as a sequence of blocks of whole lines.
+class LineBlocks {
+ public:
+  LineBlocks() = default;
+  LineBlocks(const LineBlocks&) = delete;
+  LineBlocks& operator=(const LineBlocks&) = delete;
+  virtual ~LineBlocks() = default;
+
+  /// The next block, valid until the next call; empty at the end. Every line in it ends with LF,
+  /// and kBlockPadding readable bytes follow.
+  virtual std::string_view Next() = 0;
+};
+
+/// The lines of a record, read front to back in large blocks. A line ends at LF or at a field mark,
+/// which is turned into an LF; the last line may lack its end.
+class RecordBlocks final : public LineBlocks {
+ public:
+  /// Blocks are of about `block_size` bytes; a longer line makes a longer block.
+  explicit RecordBlocks(std::unique_ptr<RecordReader> record,
+                        std::size_t block_size = std::size_t{256} * 1024);
+
+  std::string_view Next() override;
+
+  /// Whether reading failed before the end; Next has returned an empty block then.
+  bool Failed() const { return failed_; }
+
+ private:
+  bool ReadMore();
+
+  std::unique_ptr<RecordReader> record_;
+  ByteBuffer buffer_;
+  std::size_t begin_ = 0;  ///< of what has been read but not handed out
+  std::size_t end_ = 0;
+  bool at_end_ = false;
+  bool failed_ = false;
+};
+
+}  // namespace ptick

@@ -1,0 +1,211 @@
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "output/output.h"
+#include "output/stop.h"
+#include "support/memory_platform.h"
+
+namespace ptick {
+namespace {
+
+/// A terminal, and what is typed on it.
+struct Setting {
+  std::int64_t Length = 5;
+  std::string_view Keys = {};
+  bool Keyboard = true;
+};
+
+struct Shown {
+  std::string Text;
+  int KeysAskedFor = 0;
+  std::optional<int> Stopped;
+};
+
+/// Prints `lines` numbered lines under a heading and ends as a run does.
+Shown Print(int lines, const Setting& setting) {
+  MemoryPlatform platform;
+  platform.OutputIsTerminal = true;
+  platform.Length = setting.Length;
+  platform.Keyboard = setting.Keyboard;
+  platform.Keys.assign(setting.Keys.begin(), setting.Keys.end());
+  Shown shown;
+  Output output(platform);
+  try {
+    output.SetHeading({"Title", "Columns"});
+    for (int n = 1; n <= lines; ++n) {
+      output.PrintLine(std::to_string(n));
+    }
+    output.Finish();
+  } catch (const Stop& stop) {
+    shown.Stopped = stop.Status;
+    output.Close();
+  }
+  shown.Text = platform.Output;
+  shown.KeysAskedFor = platform.KeysAskedFor;
+  return shown;
+}
+
+/// A page of that number with the lines from `first` to `last`.
+std::string Page(int page, int first, int last) {
+  std::string text = "Title Page " + std::to_string(page) + "\nColumns\n";
+  for (int n = first; n <= last; ++n) {
+    text += std::to_string(n) + "\n";
+  }
+  return text;
+}
+
+TEST(Paging, FillsEveryPageOfTheTerminal) {
+  struct Row {
+    std::int64_t Length;
+    int Lines;
+    std::string Want;
+  };
+  const std::vector<Row> rows = {
+      {5, 0, Page(1, 1, 0)},
+      {5, 1, Page(1, 1, 1)},
+      {5, 3, Page(1, 1, 3)},
+      {5, 4, Page(1, 1, 3) + Page(2, 4, 4)},
+      {5, 6, Page(1, 1, 3) + Page(2, 4, 6)},
+      {5, 7, Page(1, 1, 3) + Page(2, 4, 6) + Page(3, 7, 7)},
+      {4, 4, Page(1, 1, 2) + Page(2, 3, 4)},
+      {24, 23, Page(1, 1, 22) + Page(2, 23, 23)},
+      // A line fits on a page however short the terminal is.
+      {3, 3, Page(1, 1, 1) + Page(2, 2, 2) + Page(3, 3, 3)},
+      {2, 3, Page(1, 1, 1) + Page(2, 2, 2) + Page(3, 3, 3)},
+      {1, 3, Page(1, 1, 1) + Page(2, 2, 2) + Page(3, 3, 3)},
+  };
+  for (const Row& row : rows) {
+    const Shown silent = Print(row.Lines, {.Length = row.Length, .Keyboard = false});
+    EXPECT_EQ(silent.Text, row.Want) << row.Length << " lines, without a keyboard";
+    EXPECT_EQ(silent.KeysAskedFor, 0);
+    const Shown typed = Print(row.Lines, {.Length = row.Length, .Keys = "\r\r\r\r"});
+    EXPECT_EQ(typed.Text, row.Want) << row.Length << " lines, with a keyboard";
+    EXPECT_EQ(typed.Stopped, std::nullopt);
+  }
+}
+
+// A profile's name may hold one.
+TEST(Paging, CountsTheLineEndsInAHeading) {
+  struct Row {
+    std::int64_t Length;
+    std::string Want;
+  };
+  const std::string first = "Ti\ntle Page 1\nCol\numns\n";
+  const std::string second = "Ti\ntle Page 2\nCol\numns\n";
+  const std::vector<Row> rows = {
+      {1, first + "1\n" + second + "2\n"},
+      {5, first + "1\n" + second + "2\n"},
+      {6, first + "1\n2\n"},
+  };
+  for (const Row& row : rows) {
+    MemoryPlatform platform;
+    platform.OutputIsTerminal = true;
+    platform.Length = row.Length;
+    platform.Keyboard = false;
+    Output output(platform);
+    output.SetHeading({"Ti\ntle", "Col\numns"});
+    output.PrintLine("1");
+    output.PrintLine("2");
+    output.Finish();
+    EXPECT_EQ(platform.Output, row.Want) << row.Length;
+  }
+}
+
+TEST(Paging, AsksForAKeyOnlyWhenThereIsMoreToShow) {
+  struct Row {
+    std::int64_t Length;
+    int Lines;
+    int Want;
+  };
+  const std::vector<Row> rows = {{5, 0, 0}, {5, 1, 0},   {5, 3, 0},  {5, 4, 1},
+                                 {5, 6, 1}, {5, 7, 2},   {3, 1, 0},  {3, 2, 1},
+                                 {1, 3, 2}, {24, 22, 0}, {24, 23, 1}};
+  for (const Row& row : rows) {
+    EXPECT_EQ(Print(row.Lines, {.Length = row.Length, .Keys = "\r\r\r\r"}).KeysAskedFor, row.Want)
+        << row.Lines << " lines on pages of " << row.Length;
+  }
+}
+
+TEST(Paging, ObeysKeys) {
+  const std::string all = Page(1, 1, 3) + Page(2, 4, 6) + Page(3, 7, 8);
+  const std::string first = Page(1, 1, 3);
+  const std::string two = first + Page(2, 4, 6);
+  struct Row {
+    std::string_view Keys = {};
+    std::string Want;
+    int WantKeys;
+    std::optional<int> WantStopped;
+  };
+  const std::vector<Row> rows = {
+      {"\r\r", all, 2, std::nullopt},
+      {"\n\n", all, 2, std::nullopt},
+      {"  ", all, 2, std::nullopt},
+      {" \r", all, 2, std::nullopt},
+      {"c", all, 1, std::nullopt},
+      {"\rc", all, 2, std::nullopt},
+      {"q", first, 1, 0},
+      {"\rq", two, 2, 0},
+      // The end of the input is the end of the run.
+      {"", first, 1, 0},
+      {"\r", two, 2, 0},
+      // All other keys are passed over, those in capitals, too.
+      {"xyzCQ\t\x1b[A\x03\x04 \r", all, 13, std::nullopt},
+      {"CCc", all, 3, std::nullopt},
+      {"QQq", first, 3, 0},
+      {"x", first, 2, 0},
+  };
+  for (const Row& row : rows) {
+    const Shown shown = Print(8, {.Keys = row.Keys});
+    EXPECT_EQ(shown.Text, row.Want) << row.Keys;
+    EXPECT_EQ(shown.KeysAskedFor, row.WantKeys) << row.Keys;
+    EXPECT_EQ(shown.Stopped, row.WantStopped) << row.Keys;
+  }
+}
+
+// The last line end of a full page would push its first line out of view.
+TEST(Paging, HoldsTheLastLineEndOfAFullPageWhileItWaits) {
+  for (const std::int64_t length : {1, 2, 3, 5, 24}) {
+    MemoryPlatform platform;
+    platform.OutputIsTerminal = platform.Keyboard = true;
+    platform.Length = length;
+    Output output(platform);
+    output.SetHeading({"Title", "Columns"});
+    int printed = 0;
+    const auto print_on = [&] {
+      for (;;) {
+        output.PrintLine(std::to_string(printed + 1));
+        ++printed;
+      }
+    };
+    EXPECT_THROW(print_on(), Stop);
+    std::string page = Page(1, 1, printed);
+    EXPECT_EQ(platform.Output + "\n", page) << length;
+    output.Close();
+    EXPECT_EQ(platform.Output, page) << length;
+    output.Close();
+    EXPECT_EQ(platform.Output, page) << length;
+  }
+}
+
+TEST(Paging, DoesWithoutPagesWhereThereIsNoHeading) {
+  MemoryPlatform platform;
+  platform.OutputIsTerminal = platform.Keyboard = true;
+  platform.Length = 5;
+  Output output(platform);
+  std::string want;
+  for (int n = 1; n <= 50; ++n) {
+    output.PrintLine(std::to_string(n));
+    want += std::to_string(n) + "\n";
+  }
+  output.Finish();
+  EXPECT_EQ(platform.Output, want);
+  EXPECT_EQ(platform.KeysAskedFor, 0);
+}
+
+}  // namespace
+}  // namespace ptick

@@ -1,0 +1,271 @@
+#include "output/output.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "output/stop.h"
+#include "support/memory_platform.h"
+
+namespace ptick {
+namespace {
+
+using namespace std::string_view_literals;
+
+/// What a run of output was stopped with; nothing when it was not.
+std::optional<int> StopOf(const std::function<void()>& print) {
+  try {
+    print();
+  } catch (const Stop& stop) {
+    return stop.Status;
+  }
+  return std::nullopt;
+}
+
+TEST(Output, PrintsLinesAsTheyAre) {
+  const std::vector<std::string_view> lines = {
+      "a line", "", "  blanks  ", "\t\x1b[2J\x7f\r", "\xff\xfe\xfd\xfc", "\0"sv, "two\nlines"};
+  MemoryPlatform platform;
+  Output output(platform);
+  std::string want;
+  for (const std::string_view line : lines) {
+    output.PrintLine(line);
+    want += std::string(line) + "\n";
+  }
+  output.Finish();
+  EXPECT_EQ(platform.Output, want);
+  EXPECT_EQ(platform.Terminal, "");
+}
+
+TEST(Output, WritesNothingWhenNothingIsPrinted) {
+  MemoryPlatform platform;
+  platform.OutputError = ENOSPC;
+  Output output(platform);
+  EXPECT_EQ(StopOf([&] {
+              output.Flush();
+              output.Finish();
+              output.Close();
+            }),
+            std::nullopt);
+  EXPECT_TRUE(platform.Transcript.empty());
+}
+
+TEST(Output, HoldsLinesOfAnySize) {
+  for (const std::size_t size : {1000U, 262143U, 262144U, 262145U, 1000000U}) {
+    MemoryPlatform platform;
+    Output output(platform);
+    output.PrintLine("before");
+    output.PrintLine(std::string(size, 'x'));
+    output.PrintLine("behind");
+    output.Finish();
+    EXPECT_TRUE(platform.Output == "before\n" + std::string(size, 'x') + "\nbehind\n") << size;
+  }
+}
+
+TEST(Output, HoldsAnyNumberOfLines) {
+  MemoryPlatform platform;
+  Output output(platform);
+  std::string want;
+  for (int n = 0; n < 100000; ++n) {
+    const std::string line = "line " + std::to_string(n * 37);
+    output.PrintLine(line);
+    want += line + "\n";
+  }
+  output.Finish();
+  EXPECT_TRUE(platform.Output == want);
+}
+
+TEST(Output, TakesLinesLaidOutInPlace) {
+  for (const bool terminal : {false, true}) {
+    MemoryPlatform platform;
+    platform.OutputIsTerminal = terminal;
+    Output output(platform);
+    std::string want;
+    for (std::size_t size = 0; size <= 2000; ++size) {
+      const std::string line(size, static_cast<char>('a' + size % 26));
+      char* room = output.LineRoom(2000);
+      output.EndLineAt(std::copy(line.begin(), line.end(), room));
+      want += line + "\n";
+    }
+    output.Finish();
+    EXPECT_TRUE(platform.Output == want) << terminal;
+  }
+}
+
+TEST(Output, HasItsHeadingOnceInFrontOfTheFirstLine) {
+  MemoryPlatform platform;
+  platform.Length = 5;  // nobody's: this is no terminal
+  platform.Keyboard = true;
+  Output output(platform);
+  output.SetHeading({"A title with 'PL' and 'L'  ", "Columns 'PL'"});
+  std::string want = "A title with 'PL' and 'L'   Page 1\nColumns 'PL'\n";
+  for (int n = 0; n < 100; ++n) {
+    output.PrintLine(std::to_string(n));
+    want += std::to_string(n) + "\n";
+  }
+  output.Finish();
+  EXPECT_EQ(platform.Output, want);
+  EXPECT_EQ(platform.KeysAskedFor, 0);
+}
+
+TEST(Output, HasItsHeadingWhenThereIsNothingToShow) {
+  for (const bool terminal : {false, true}) {
+    MemoryPlatform platform;
+    platform.OutputIsTerminal = platform.Keyboard = terminal;
+    Output output(platform);
+    output.SetHeading({"Title", "Columns"});
+    output.Finish();
+    EXPECT_EQ(platform.Output, "Title Page 1\nColumns\n") << terminal;
+    EXPECT_EQ(platform.KeysAskedFor, 0);
+  }
+}
+
+TEST(Output, AddsNothingToARunThatStopsEarly) {
+  MemoryPlatform platform;
+  Output output(platform);
+  output.SetHeading({"Title", "Columns"});
+  output.Close();
+  EXPECT_EQ(platform.Output, "");
+  Output started(platform);
+  started.SetHeading({"Title", "Columns"});
+  started.PrintLine("a line");
+  started.Close();
+  EXPECT_EQ(platform.Output, "Title Page 1\nColumns\na line\n");
+}
+
+TEST(Output, KeepsTheOrderOfOutputAndTerminal) {
+  MemoryPlatform platform;
+  Output output(platform);
+  output.PrintTerminal("1");
+  output.PrintLine("2");
+  output.PrintLine("3");
+  output.PrintTerminal("4");
+  output.PrintMessage(201, "5");
+  output.PrintLine("6");
+  output.Flush();
+  output.PrintLine("7");
+  output.PrintMessage(202, "8");
+  output.PrintTerminal("9");
+  output.PrintLine("10");
+  output.Finish();
+  using Part = std::pair<Stream, std::string>;
+  EXPECT_EQ(platform.Transcript,
+            (std::vector<Part>{
+                {Stream::kTerminal, "1\n"},
+                {Stream::kOutput, "2\n3\n"},
+                {Stream::kTerminal, "4\nptick: [201] cannot open file '5'\n"},
+                {Stream::kOutput, "6\n7\n"},
+                {Stream::kTerminal, "ptick: [202] cannot read record '8'\n9\n"},
+                {Stream::kOutput, "10\n"},
+            }));
+}
+
+TEST(Output, PrintsNumberedMessages) {
+  struct Row {
+    int Number;
+    std::string_view Name;
+    std::string_view Want;
+  };
+  const std::vector<Row> rows = {
+      {201, "dir", "ptick: [201] cannot open file 'dir'\n"},
+      {202, "run1", "ptick: [202] cannot read record 'run1'\n"},
+      {201, "", "ptick: [201] cannot open file ''\n"},
+      {202, "it's", "ptick: [202] cannot read record 'it's'\n"},
+      {202, "\x1b[m", "ptick: [202] cannot read record '\x1b[m'\n"},
+  };
+  for (const Row& row : rows) {
+    MemoryPlatform platform;
+    Output(platform).PrintMessage(row.Number, row.Name);
+    EXPECT_EQ(platform.Terminal, row.Want);
+    EXPECT_EQ(platform.Output, "");
+  }
+}
+
+TEST(Output, ShowsControlBytesOnATerminalAsQuestionMarks) {
+  std::string all;
+  std::string shown;
+  for (int byte = 0; byte < 256; ++byte) {
+    all += static_cast<char>(byte);
+    const bool control = (byte < 32 && byte != '\n') || byte == 127;
+    shown += control ? '?' : static_cast<char>(byte);
+  }
+  for (const bool output_is : {false, true}) {
+    for (const bool terminal_is : {false, true}) {
+      MemoryPlatform platform;
+      platform.OutputIsTerminal = output_is;
+      platform.TerminalIsTerminal = terminal_is;
+      Output output(platform);
+      output.SetHeading({"Title" + all, "Columns" + all});
+      output.PrintLine(all);
+      output.PrintLine("x" + all);
+      output.PrintTerminal(all);
+      output.Finish();
+      const std::string& out = output_is ? shown : all;
+      std::string want = "Title" + out;
+      want.append(" Page 1\nColumns").append(out).append("\n");
+      want.append(out).append("\nx").append(out).append("\n");
+      EXPECT_EQ(platform.Output, want);
+      EXPECT_EQ(platform.Terminal, (terminal_is ? shown : all) + "\n");
+    }
+  }
+}
+
+TEST(Output, StopsWhenItCannotWrite) {
+  struct Row {
+    int Error;
+    int WantStatus;
+    std::string_view WantTerminal;
+  };
+  const std::vector<Row> rows = {
+      {ENOSPC, 1, "ptick: cannot write: No space left on device\n"},
+      {EIO, 1, "ptick: cannot write: Input/output error\n"},
+      {EBADF, 1, "ptick: cannot write: Bad file descriptor\n"},
+      // A reader that has closed the pipe wants no more, and that is all.
+      {EPIPE, 0, ""},
+  };
+  const std::vector<std::function<void(Output&)>> writers = {
+      [](Output& output) { output.Flush(); },
+      [](Output& output) { output.Finish(); },
+      [](Output& output) { output.Close(); },
+      [](Output& output) { output.PrintTerminal("never said"); },
+      [](Output& output) { output.PrintLine(std::string(300000, 'x')); },
+  };
+  for (const Row& row : rows) {
+    for (std::size_t i = 0; i < writers.size(); ++i) {
+      SCOPED_TRACE(std::to_string(row.Error) + " in writer " + std::to_string(i));
+      MemoryPlatform platform;
+      platform.OutputError = row.Error;
+      Output output(platform);
+      output.PrintLine("a line");
+      EXPECT_EQ(StopOf([&] { writers[i](output); }), row.WantStatus);
+      EXPECT_EQ(platform.Terminal, row.WantTerminal);
+      // Closing after it tries nothing and says nothing again.
+      EXPECT_EQ(StopOf([&] { output.Close(); }), std::nullopt);
+      EXPECT_EQ(platform.Terminal, row.WantTerminal);
+    }
+  }
+}
+
+TEST(Output, GoesOnWhenTheTerminalCannotBeWritten) {
+  MemoryPlatform platform;
+  platform.TerminalError = EIO;
+  Output output(platform);
+  EXPECT_EQ(StopOf([&] {
+              output.PrintTerminal("lost");
+              output.PrintLine("kept");
+              output.Finish();
+            }),
+            std::nullopt);
+  EXPECT_EQ(platform.Output, "kept\n");
+}
+
+}  // namespace
+}  // namespace ptick

@@ -1,0 +1,142 @@
+#include "profile/merge/merge_keys.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "support/profiles.h"
+
+namespace ptick {
+namespace {
+
+using testing::Tabs;
+
+TEST(MergeKeys, AreDividedInFrontOfAnOrdinaryNumber) {
+  struct Row {
+    std::string Text;
+    std::string Head;
+    std::uint32_t Number;
+  };
+  constexpr std::uint32_t kNone = MergeKey::kNoNumber;
+  const std::vector<Row> rows = {
+      {"trace|P|10", "trace|P", 10},
+      {"trace|P|0", "trace|P", 0},
+      {"trace||7", "trace|", 7},
+      {"|7", "", 7},
+      {"user_ticks|3", "user_ticks", 3},
+      {"a|4294967294", "a", 4294967294},
+      {"a|4294967295", "a|4294967295", kNone},
+      {"a|4294967296", "a|4294967296", kNone},
+      {"a|99999999999", "a|99999999999", kNone},
+      {"a|007", "a|007", kNone},
+      {"a|00", "a|00", kNone},
+      {"a|1.5", "a|1.5", kNone},
+      {"a|-1", "a|-1", kNone},
+      {"a| 1", "a| 1", kNone},
+      {"a|", "a|", kNone},
+      {"a|1x", "a|1x", kNone},
+      {"a|x1", "a|x1", kNone},
+      {"12", "12", kNone},
+      {"", "", kNone},
+  };
+  for (const Row& row : rows) {
+    const std::string text = Tabs(row.Text);
+    const MergeKey key = DivideKey(text);
+    EXPECT_EQ(key.Head, Tabs(row.Head)) << row.Text;
+    EXPECT_EQ(key.Number, row.Number) << row.Text;
+  }
+}
+
+TEST(MergeKeys, AreNumberedInOrderOfFirstAppearance) {
+  MergeKeys keys;
+  const std::vector<std::string> texts = {"trace\tP\t10",  "trace\tP\t11", "trace\tp\t10",
+                                          "trace\tP\t010", "trace\tP",     "trace\tP\t"};
+  for (MergeKeys::Id id = 0; id < texts.size(); ++id) {
+    EXPECT_EQ(keys.Intern(DivideKey(texts[id])), id);
+  }
+  EXPECT_EQ(keys.size(), texts.size());
+  for (MergeKeys::Id id = 0; id < texts.size(); ++id) {
+    EXPECT_EQ(keys.Intern(DivideKey(texts[id])), id) << "again";
+    std::string text = ">";
+    keys.AppendText(id, text);
+    EXPECT_EQ(text, ">" + texts[id]);
+  }
+  EXPECT_EQ(keys.size(), texts.size());
+}
+
+TEST(MergeKeys, KnowWhoseNumberAnIdIs) {
+  MergeKeys keys;
+  EXPECT_FALSE(keys.Is(0, DivideKey("a\t1")));
+  keys.Intern(DivideKey("a\t1"));
+  keys.Intern(DivideKey("b"));
+  EXPECT_TRUE(keys.Is(0, DivideKey("a\t1")));
+  EXPECT_FALSE(keys.Is(0, DivideKey("a\t2")));
+  EXPECT_FALSE(keys.Is(0, DivideKey("b\t1")));
+  EXPECT_FALSE(keys.Is(0, DivideKey("a")));
+  EXPECT_TRUE(keys.Is(1, DivideKey("b")));
+  EXPECT_FALSE(keys.Is(2, DivideKey("b")));
+}
+
+// Through many doublings of the index, with many heads and with many numbers.
+TEST(MergeKeys, AreFoundAgainHoweverManyThereAre) {
+  MergeKeys keys;
+  const auto text = [](MergeKeys::Id id) {
+    return id % 2 == 0 ? "head" + std::to_string(id) : "trace\tP\t" + std::to_string(id);
+  };
+  constexpr MergeKeys::Id kCount = 60000;
+  for (MergeKeys::Id id = 0; id < kCount; ++id) {
+    ASSERT_EQ(keys.Intern(DivideKey(text(id))), id);
+  }
+  for (MergeKeys::Id id = 0; id < kCount; ++id) {
+    ASSERT_EQ(keys.Intern(DivideKey(text(id))), id) << "again";
+  }
+}
+
+TEST(MergeKeys, HaveACellEach) {
+  MergeKeys keys;
+  for (MergeKeys::Id id = 0; id < 100; ++id) {
+    keys.Intern(DivideKey("head\t" + std::to_string(id)));
+    EXPECT_EQ(keys.CellOf(id), 0);
+    keys.CellOf(id) = id;
+  }
+  for (MergeKeys::Id id = 0; id < 100; ++id) {
+    EXPECT_EQ(keys.CellOf(id), id);
+  }
+}
+
+// All steps of a batch, of which some keys are there, some are not, and some come twice.
+TEST(MergeKeys, AreLookedUpStepByStep) {
+  for (const bool many_heads : {false, true}) {
+    MergeKeys keys;
+    MergeKeys::Id known = 0;
+    for (; known < (many_heads ? 10001U : 1U); ++known) {
+      keys.Intern(DivideKey("head" + std::to_string(known)));
+    }
+    EXPECT_EQ(keys.HasManyHeads(), many_heads);
+    const std::vector<std::string> texts = {"head0", "new\t1", "head0\t1", "new\t1", "new\t2", ""};
+    std::vector<MergeKeys::Lookup> lookups;
+    for (const std::string& text : texts) {
+      lookups.push_back(keys.StartLookup(DivideKey(text)));
+    }
+    for (MergeKeys::Lookup& lookup : lookups) {
+      keys.FindLikelyHead(lookup);
+      keys.FetchLikelyHead(lookup);
+    }
+    for (MergeKeys::Lookup& lookup : lookups) {
+      keys.InternHead(lookup);
+    }
+    for (MergeKeys::Lookup& lookup : lookups) {
+      keys.FindLikelyId(lookup);
+    }
+    std::vector<MergeKeys::Id> ids;
+    for (const MergeKeys::Lookup& lookup : lookups) {
+      ids.push_back(keys.Intern(lookup));
+    }
+    EXPECT_EQ(ids, (std::vector<MergeKeys::Id>{0, known, known + 1, known, known + 2, known + 3}));
+  }
+}
+
+}  // namespace
+}  // namespace ptick

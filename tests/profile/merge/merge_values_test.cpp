@@ -1,0 +1,176 @@
+#include "profile/merge/merge_values.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ptick {
+namespace {
+
+/// Values of as many keys, numbered from 0.
+struct Values {
+  MergeKeys Keys;
+  MergeValues Merged{Keys};
+
+  void Append(std::string_view text) {
+    const std::string head = "key" + std::to_string(Keys.size());
+    Merged.Set(Keys.Intern(MergeKey{.Head = head}), text);
+  }
+};
+
+TEST(MergeValues, KeepTextsAsTheyWereRead) {
+  const std::vector<std::string> texts = {
+      "0",
+      "5",
+      "4294967295",
+      "4294967296",
+      "9223372036854775807",
+      "-9223372036854775808",
+      "",
+      "007",
+      "1.50",
+      "-3",
+      "99999999999999999999",
+      "+4",
+      "1e5",
+      "abc",
+      " 5",
+      "5 ",
+      "5\r",
+      "00",
+      "-0.0",
+      ".5",
+      "5.",
+      "-",
+      "a\375b",
+      "0x10",
+  };
+  Values values;
+  for (const std::string& text : texts) {
+    values.Append(text);
+  }
+  for (MergeKeys::Id i = 0; i < texts.size(); ++i) {
+    EXPECT_EQ(values.Merged.Text(i), texts[i]);
+    std::string line = "key\t";
+    values.Merged.AppendText(i, line);
+    EXPECT_EQ(line, "key\t" + texts[i]);
+  }
+}
+
+TEST(MergeValues, AreReplaced) {
+  const std::vector<std::string> texts = {"5", "abc", "", "007", "-9223372036854775808", "12"};
+  for (const std::string& first : texts) {
+    for (const std::string& second : texts) {
+      Values values;
+      values.Append("before");
+      values.Append(first);
+      values.Append("1");
+      values.Merged.Set(1, second);
+      EXPECT_EQ(values.Merged.Text(1), second) << first << " by " << second;
+      EXPECT_EQ(values.Merged.Text(0), "before");
+      EXPECT_EQ(values.Merged.Text(2), "1");
+    }
+  }
+}
+
+TEST(MergeValues, AreAddedLikeNumbers) {
+  struct Row {
+    std::string_view First;
+    std::vector<std::string_view> Added;
+    std::string_view Want;
+  };
+  const std::vector<Row> rows = {
+      {"3", {"4"}, "7"},
+      {"3", {"4", "5", "6"}, "18"},
+      {"007", {"1"}, "8"},
+      {"1", {"007"}, "8"},
+      {"1.50", {"1"}, "2.5"},
+      {"1.5", {"1.5"}, "3"},
+      {"0.1", {"0.1", "0.1"}, "0.3"},
+      {"4.02", {"4.02", "4.02"}, "12.06"},
+      {"5", {"-7"}, "-2"},
+      {"-2", {"2"}, "0"},
+      {"-2", {"-2"}, "-4"},
+      {"5", {""}, "5"},
+      {"", {"5"}, "5"},
+      {"", {""}, "0"},
+      {"abc", {"5"}, "5"},
+      {"5", {"abc"}, "5"},
+      {"LIST X", {"LIST X"}, "0"},
+      {"1e5", {"1"}, "1"},
+      {" 5", {"1"}, "1"},
+      {"+4", {"+4"}, "8"},
+      {"4294967295", {"4294967295"}, "8589934590"},
+      {"4294967295", {"4294967296"}, "8589934591"},
+      {"9223372036854775806", {"1"}, "9223372036854775807"},
+      {"-9223372036854775807", {"-1"}, "-9223372036854775808"},
+      {"-9223372036854775807", {"-1", "5"}, "-9223372036854775803"},
+  };
+  for (const Row& row : rows) {
+    Values values;
+    values.Append("1");
+    values.Append(row.First);
+    for (const std::string_view added : row.Added) {
+      values.Merged.AddTo(1, added);
+    }
+    EXPECT_EQ(values.Merged.Text(1), row.Want) << row.First << " and " << row.Added.front();
+    EXPECT_EQ(values.Merged.Text(0), "1");
+  }
+}
+
+// Beyond 64 bits a sum goes on as a floating number; its text is that of the value layer.
+TEST(MergeValues, GoOnBeyondWholeNumbers) {
+  struct Row {
+    std::string_view First;
+    std::vector<std::string_view> Added;
+    std::string_view Want;
+  };
+  const std::vector<Row> rows = {
+      {"9223372036854775807", {"1"}, "9223372036854775808"},
+      {"9223372036854775807", {"9223372036854775807"}, "18446744073709551616"},
+      {"9223372036854775807", {"1", "1", "1"}, "9223372036854775808"},
+      {"-9223372036854775808", {"-1"}, "-9223372036854775808"},
+      {"9223372032559808512", {"4294967295", "1"}, "9223372036854775808"},
+  };
+  for (const Row& row : rows) {
+    Values values;
+    values.Append(row.First);
+    for (const std::string_view added : row.Added) {
+      values.Merged.AddTo(0, added);
+    }
+    EXPECT_EQ(values.Merged.Text(0), row.Want) << row.First;
+  }
+}
+
+// Numbers that were read as such, beside texts.
+TEST(MergeValues, TakeNumbers) {
+  Values values;
+  values.Keys.Intern(MergeKey{.Head = "new"});
+  values.Merged.AddTo(0, 5U);
+  EXPECT_EQ(values.Merged.Text(0), "5");
+  values.Merged.AddTo(0, 4294967295U);
+  EXPECT_EQ(values.Merged.Text(0), "4294967300");
+  values.Merged.Set(0, "1.50");
+  values.Merged.AddTo(0, 2U);
+  EXPECT_EQ(values.Merged.Text(0), "3.5");
+  values.Merged.Set(0, "9223372036854775806");
+  values.Merged.AddTo(0, 1U);
+  EXPECT_EQ(values.Merged.Text(0), "9223372036854775807");
+  values.Merged.AddTo(0, 1U);
+  EXPECT_EQ(values.Merged.Text(0), "9223372036854775808");
+}
+
+TEST(MergeValues, AreReplacedAfterASum) {
+  Values values;
+  values.Append("abc");
+  values.Merged.AddTo(0, "5");
+  values.Merged.Set(0, "xyz");
+  EXPECT_EQ(values.Merged.Text(0), "xyz");
+  values.Merged.AddTo(0, "2");
+  EXPECT_EQ(values.Merged.Text(0), "2");
+}
+
+}  // namespace
+}  // namespace ptick

@@ -1,0 +1,176 @@
+// The records of shared objects, subroutines, performed commands and inputs.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "profile/ticks/sort_order.h"
+#include "support/profiles.h"
+
+namespace ptick {
+namespace {
+
+using testing::Parse;
+using testing::Parsed;
+using testing::Records;
+using testing::Texts;
+
+using Lines = std::vector<std::string>;
+
+TEST(SharedObjectRecords, AreListedWhenTheirFlagIsSet) {
+  struct Row {
+    std::string_view Record;
+    Lines Want;
+  };
+  const std::vector<Row> rows = {
+      {"shared_object|lib.so|1", {"lib.so"}},
+      {"SHARED_OBJECT|lib.so|1", {"lib.so"}},
+      {"shared_object|lib.so|-1", {"lib.so"}},
+      {"shared_object|lib.so|0.5", {"lib.so"}},
+      {"shared_object|lib.so|yes", {"lib.so"}},
+      {"shared_object|lib.so| ", {"lib.so"}},
+      {"shared_object|lib.so|1|0", {"lib.so"}},
+      {"shared_object|a lib|1", {"a lib"}},
+      {"shared_object|lib.so|0", {}},
+      {"shared_object|lib.so|00", {}},
+      {"shared_object|lib.so|0.0", {}},
+      {"shared_object|lib.so|-0", {}},
+      {"shared_object|lib.so|", {}},
+      {"shared_object|lib.so", {}},
+      {"shared_object", {}},
+      {"shared_object|main()|1", {}},
+      {"shared_object|main()|0", {}},
+      {"shared_object|MAIN()|1", {"MAIN()"}},
+      {"shared_object|main() |1", {"main() "}},
+      {"shared_object|main|1", {"main"}},
+  };
+  for (const Row& row : rows) {
+    EXPECT_EQ(Texts(Parse(Records({row.Record})).Tables->SharedObjects), row.Want) << row.Record;
+  }
+}
+
+TEST(SharedObjectRecords, StayInOrderOfArrivalWithRepetitions) {
+  const std::string text =
+      Records({"shared_object|b|1", "shared_object|a|1", "shared_object|c|0", "shared_object|b|1"});
+  EXPECT_EQ(Texts(Parse(text).Tables->SharedObjects), (Lines{"b", "a", "b"}));
+}
+
+TEST(SubroutineRecords, NameTheSecondWord) {
+  struct Row {
+    std::string_view Record;
+    std::string_view WantName;
+    std::string_view WantTimes;
+  };
+  const std::vector<Row> rows = {
+      {"subroutine_call|MAIN SUB|5", "SUB", "5"},
+      {"SUBROUTINE_CALL|MAIN SUB|5", "SUB", "5"},
+      {"subroutine_call|MAIN SUB MORE|5|9", "SUB", "5"},
+      {"subroutine_call|MAIN  SUB|5", "", "5"},
+      {"subroutine_call| SUB|5", "SUB", "5"},
+      {"subroutine_call|MAIN|5", "", "5"},
+      {"subroutine_call|MAIN |5", "", "5"},
+      {"subroutine_call|MAIN|SUB|5", "", "SUB"},
+      {"subroutine_call|MAIN SUB|007", "SUB", "007"},
+      {"subroutine_call|MAIN SUB", "SUB", ""},
+      {"subroutine_call", "", ""},
+  };
+  for (const Row& row : rows) {
+    const Parsed parsed = Parse(Records({row.Record}));
+    EXPECT_EQ(Texts(parsed.Tables->SubroutinesCalled), Lines{std::string(row.WantName)})
+        << row.Record;
+    EXPECT_EQ(Texts(parsed.Tables->SubroutineTimes), Lines{std::string(row.WantTimes)})
+        << row.Record;
+  }
+}
+
+TEST(SubroutineRecords, AreOrderedByTheirCounts) {
+  RunOptions options;
+  options.TickOrder = SortOrder::kAscending;  // of no concern here
+  const Parsed parsed = Parse(Records({"subroutine_call|M A|5", "subroutine_call|M B|10",
+                                       "subroutine_call|M C|5", "subroutine_call|M A|5"}),
+                              options);
+  EXPECT_EQ(Texts(parsed.Tables->SubroutineTimes), (Lines{"10", "5", "5", "5"}));
+  EXPECT_EQ(Texts(parsed.Tables->SubroutinesCalled), (Lines{"B", "A", "C", "A"}));
+}
+
+TEST(PerformRecords, AreListedWhenTheyHaveACommand) {
+  const Parsed parsed = Parse(Records(
+      {"perform|ticks|5|cmd|LIST", "perform|ticks|5", "PERFORM|cmd|WHO", "perform|cmd|\xfdX",
+       "perform|cmd|LIST A|B", "perform|cmd|LIST", "perform||cmd|RUN"}));
+  const std::string blank(8, '\xfd');
+  EXPECT_EQ(Texts(parsed.Tables->Performs),
+            (Lines{"\xfd\xfd\xfd\xfd"
+                   "5\xfd\xfd\xfd\xfdLIST",
+                   blank + "WHO", blank + "LIST A\tB", blank + "LIST", blank + "RUN"}));
+}
+
+TEST(InputRecords, AreCounted) {
+  struct Row {
+    std::string Text;
+    std::string_view Want;
+  };
+  const std::vector<Row> rows = {
+      {"", "0"},
+      {Records({"input|13|2|1|2|ls"}), "1"},
+      {Records({"input", "INPUT", "input|x"}), "3"},
+      {Records({"input", "input", "input_count|9"}), "9"},
+      {Records({"input", "input_count|9", "input", "input"}), "11"},
+      {Records({"input_count|abc", "input"}), "1"},
+      {Records({"input_count|1.5", "input"}), "2.5"},
+      {Records({"input_count", "input"}), "1"},
+  };
+  for (const Row& row : rows) {
+    EXPECT_EQ(Parse(row.Text).Tables->InputCount.Text(), row.Want) << row.Text;
+  }
+}
+
+TEST(InputRecords, MakeKeyboardLinesOnlyWhereAScriptIsWanted) {
+  const std::string text =
+      Records({"hertz|100", "startclock|100", "input|13|1|200|300|a", "input|0|1|350|400|b|c"});
+  const Parsed without = Parse(text);
+  EXPECT_TRUE(without.Tables->KeyScript.empty());
+  EXPECT_EQ(without.Tables->InputCount.Text(), "2");
+  EXPECT_EQ(without.Tables->LastClock.Text(), "100");
+
+  RunOptions options;
+  options.TypeRateOption = true;
+  EXPECT_TRUE(Parse(text, options).Tables->KeyScript.empty());
+  options.KeyScriptFile = "keys";
+  const Parsed delayed = Parse(text, options);
+  EXPECT_EQ(Texts(delayed.Tables->KeyScript),
+            (Lines{"SLEEP 1", "TYPEDELAY 0.5", R"(INPUT "a")", "SLEEP 0.5", "TYPEDELAY 0.5",
+                   R"(INPUT "b~009c" NOCR)"}));
+  EXPECT_EQ(delayed.Tables->LastClock.Text(), "400");
+  options.TypeRateOption = false;
+  EXPECT_EQ(Texts(Parse(text, options).Tables->KeyScript),
+            (Lines{"SLEEP 1", R"(INPUT "a")", "SLEEP 0.5", R"(INPUT "b~009c" NOCR)"}));
+}
+
+TEST(InputRecords, KnowTheClockFromTheRecordsBefore) {
+  struct Row {
+    std::string Text;
+    Lines Want;
+  };
+  const std::string input = "input|13|1|200|300|a";
+  const std::string line = R"(INPUT "a")";
+  const std::vector<Row> rows = {
+      {Records({"hertz|100", input}), {line}},
+      {Records({"hertz|100", "startclock|0", input}), {line}},
+      {Records({"hertz|100", "startclock|0", input, input}), {line, line}},
+      {Records({"hertz|100", "startclock", input}), {"SLEEP 2", line}},
+      {Records({"startclock|100", input, "hertz|100", input}), {line, "SLEEP 1", line}},
+      {Records({"hertz|100", "startclock|100", "startclock|150", input}), {"SLEEP 0.5", line}},
+      {Records({"hertz|100", input, "startclock|100", input}), {line, "SLEEP 1", line}},
+      {Records({"hertz|100", "startclock|100", "hertz", input}), {line}},
+  };
+  RunOptions options;
+  options.KeyScriptFile = "keys";
+  for (const Row& row : rows) {
+    EXPECT_EQ(Texts(Parse(row.Text, options).Tables->KeyScript), row.Want) << row.Text;
+  }
+}
+
+}  // namespace
+}  // namespace ptick

@@ -1,0 +1,183 @@
+// The records that set values of the header, one value or a few.
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "profile/tables/record_types.h"
+#include "support/profiles.h"
+
+namespace ptick {
+namespace {
+
+using testing::Parse;
+using testing::Parsed;
+using testing::Records;
+
+/// The header values, each in a line of its own.
+std::string Headers(const ProfileTables& tables) {
+  std::string text;
+  for (const RecordType& type : RecordTypes()) {
+    if (type.Header != nullptr) {
+      text += std::string(type.Name) + "=" + (tables.*type.Header).Text() + "\n";
+    }
+  }
+  return text;
+}
+
+constexpr std::string_view kStartValues =
+    "memused=\nhertz=\nmemfree=\npagesize=0\nstarttime=\nstartclock=\nendtime=\nendclock=\n"
+    "ticks=\nticks_index=\nindex_count=\nticks_trigger=\ntrigger_count=\nusrcpu=\nsyscpu=\n"
+    "read_count=0\nwrite_count=0\ndelete_count=0\nclearfile_count=0\nopen_count=0\ninput_count=0\n"
+    "portno=-1\npid=-1\nppid=-1\n";
+
+TEST(HeaderRecords, LeaveStartValuesWhereThereAreNone) {
+  const ProfileTables tables;
+  EXPECT_EQ(Headers(tables), kStartValues);
+  EXPECT_EQ(Headers(*Parse("no profile at all\n").Tables), kStartValues);
+  EXPECT_EQ(tables.ProgramName, "(unknown)");
+  EXPECT_EQ(tables.ProgramCommand, "");
+  EXPECT_EQ(tables.Resource, "");
+  EXPECT_EQ(tables.LastClock.Text(), "0");
+  EXPECT_FALSE(tables.TypeRate);
+  for (const Value& ticks : tables.UserTicks) {
+    EXPECT_EQ(ticks.Text(), "0");
+  }
+}
+
+TEST(HeaderRecords, SetTheirOwnValueAndNoOther) {
+  const std::vector<std::string_view> values = {"5", "007", "1.50", "-1", "abc", " x ", "5\r"};
+  for (const RecordType& type : RecordTypes()) {
+    if (type.Header == nullptr) {
+      continue;
+    }
+    const std::string name(type.Name);
+    for (const std::string_view value : values) {
+      const Parsed parsed = Parse("PROFILE:" + name + "\t" + std::string(value) + "\tmore\n");
+      std::string want(kStartValues);
+      const std::size_t begin = ("\n" + want).find("\n" + name + "=") + name.size() + 1;
+      want.replace(begin, want.find('\n', begin) - begin, value);
+      EXPECT_EQ(Headers(*parsed.Tables), want) << name;
+      EXPECT_EQ(parsed.Tables->LastClock.Text(), name == "startclock" ? value : "0") << name;
+    }
+  }
+}
+
+TEST(HeaderRecords, ReplaceAnEarlierValue) {
+  for (const RecordType& type : RecordTypes()) {
+    if (type.Header == nullptr) {
+      continue;
+    }
+    const std::string record = "PROFILE:" + std::string(type.Name);
+    const auto value_after = [&](const std::string& text) {
+      const Parsed parsed = Parse(text);
+      return ((*parsed.Tables).*type.Header).Text();
+    };
+    EXPECT_EQ(value_after(record + "\t5\n" + record + "\t3\n"), "3") << record;
+    EXPECT_EQ(value_after(record + "\t5\n" + record + "\n"), "") << record;
+    EXPECT_EQ(value_after(record + "\t\t\n"), "") << record;
+  }
+}
+
+TEST(HeaderRecords, KeepTheRestOfAResourceRecord) {
+  struct Row {
+    std::string_view Record;
+    std::string_view Want;
+  };
+  const std::vector<Row> rows = {
+      {"resource|1|2|3", "1|2|3"}, {"resource|one text", "one text"},
+      {"RESOURCE|1| 2|", "1| 2"},  {"resource", ""},
+      {"resource|1||3", "1|3"},
+  };
+  for (const Row& row : rows) {
+    EXPECT_EQ(Parse(Records({row.Record})).Tables->Resource, testing::Tabs(row.Want)) << row.Record;
+  }
+  EXPECT_EQ(Parse(Records({"resource|1", "resource|2"})).Tables->Resource, "2");
+}
+
+TEST(HeaderRecords, KeepBothValuesOfATypingRate) {
+  struct Row {
+    std::string_view Record;
+    std::string_view WantCharacters;
+    std::string_view WantTicks;
+  };
+  const std::vector<Row> rows = {
+      {"typerate|120|6000", "120", "6000"}, {"typerate|120", "120", ""}, {"typerate", "", ""},
+      {"typerate|007|abc|9", "007", "abc"}, {"TYPERATE|1|2", "1", "2"},
+  };
+  for (const Row& row : rows) {
+    const Parsed parsed = Parse(Records({"typerate|8|9", row.Record}));
+    ASSERT_TRUE(parsed.Tables->TypeRate) << row.Record;
+    EXPECT_EQ(parsed.Tables->TypeRate->Characters, row.WantCharacters) << row.Record;
+    EXPECT_EQ(parsed.Tables->TypeRate->Ticks, row.WantTicks) << row.Record;
+  }
+}
+
+/// The counters that are not 0, as "index=ticks".
+std::vector<std::string> UserTicks(const ProfileTables& tables) {
+  std::vector<std::string> counters;
+  for (std::size_t i = 0; i < tables.UserTicks.size(); ++i) {
+    if (const std::string ticks = tables.UserTicks.at(i).Text(); ticks != "0") {
+      counters.push_back(std::to_string(i + 1) + "=" + ticks);
+    }
+  }
+  return counters;
+}
+
+TEST(HeaderRecords, AddUpUserTicks) {
+  struct Row {
+    std::string Text;
+    std::vector<std::string> Want;
+  };
+  const std::vector<Row> rows = {
+      {Records({"user_ticks|3|5", "user_ticks|3|7"}), {"3=12"}},
+      {Records({"user_ticks|1|5", "user_ticks|10|7"}), {"1=5", "10=7"}},
+      {Records({"user_ticks|3|5", "user_ticks|3|abc", "user_ticks|3"}), {"3=5"}},
+      {Records({"user_ticks|3|1.5", "user_ticks|3|0.25", "user_ticks|4|-2"}), {"3=1.75", "4=-2"}},
+      {Records({"USER_TICKS|3|5|9"}), {"3=5"}},
+      {Records({"user_ticks|03|5", "user_ticks|3.0|5", "user_ticks|+3|5"}), {"3=15"}},
+      {Records({"user_ticks|3.7|5", "user_ticks|9.9|5"}), {"3=5", "9=5"}},
+      // Other indexes are passed over.
+      {Records({"user_ticks|0|5", "user_ticks|11|5", "user_ticks|-1|5", "user_ticks|100|5"}), {}},
+      {Records({"user_ticks|0.9|5", "user_ticks|10.1|5"}), {}},
+      {Records({"user_ticks|abc|5", "user_ticks| 3|5", "user_ticks|3x|5"}), {}},
+      {Records({"user_ticks", "user_ticks||5", "user_ticks|99999999999999999999|5"}), {}},
+  };
+  for (const Row& row : rows) {
+    const Parsed parsed = Parse(row.Text);
+    EXPECT_EQ(UserTicks(*parsed.Tables), row.Want) << row.Text;
+    EXPECT_EQ(parsed.Stopped, std::nullopt);
+  }
+}
+
+TEST(HeaderRecords, NameTheProgram) {
+  struct Row {
+    std::string Text;
+    std::string_view WantCommand;
+    std::string_view WantName;
+  };
+  const std::vector<Row> rows = {
+      {Records({"program|ORDER.ENTRY"}), "ORDER.ENTRY", "ORDER.ENTRY"},
+      {Records({"program|ORDER.ENTRY -JP 5"}), "ORDER.ENTRY -JP 5", "ORDER.ENTRY"},
+      {Records({"program|ORDER.ENTRY|-JP|5"}), "ORDER.ENTRY -JP 5", "ORDER.ENTRY"},
+      {Records({"program|A||B"}), "A B", "A"},
+      {Records({"program|A  B "}), "A  B ", "A"},
+      {Records({"program| A"}), " A", ""},
+      {Records({"program"}), "", ""},
+      {Records({"program|A", "program|B C"}), "B C", "B"},
+      {Records({"PROGRAM|A"}), "A", "A"},
+      {Records({"ticks|5"}), "", "(unknown)"},
+  };
+  for (const Row& row : rows) {
+    const Parsed parsed = Parse(row.Text);
+    EXPECT_EQ(parsed.Tables->ProgramCommand, row.WantCommand) << row.Text;
+    EXPECT_EQ(parsed.Tables->ProgramName, row.WantName) << row.Text;
+  }
+}
+
+}  // namespace
+}  // namespace ptick

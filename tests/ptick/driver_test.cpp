@@ -1,0 +1,245 @@
+#include "ptick/driver.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <cstdint>
+#include <new>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "support/profiles.h"
+#include "support/program_run.h"
+
+namespace ptick {
+namespace {
+
+using testing::Records;
+using testing::UsageText;
+
+class DriverTest : public ::testing::Test {
+ protected:
+  DriverTest() {
+    platform_.Files["."]["run1"].Text = Records({"program|PROG", "ticks|4", "trace|PROG|10|3"});
+    platform_.Files["."]["run2"].Text = Records({"ticks|4", "trace|PROG|10|1"});
+    platform_.Files["."]["bad"].Text = Records({"ticks|4", "trace|PROG|10|3", "bogus|1"});
+    platform_.PortErrors[5] = 0;
+    platform_.PortErrors[9] = 111;
+  }
+
+  int Run(const std::vector<std::string>& arguments) {
+    return testing::RunProgram(arguments, platform_);
+  }
+
+  /// Whether a run has looked for files at all.
+  bool LookedForFiles() const { return !platform_.OpenedFiles.empty() || !platform_.Reads.empty(); }
+
+  MemoryPlatform platform_;
+};
+
+const std::string_view kColumns = "Source name          Line#  Ticks    %      \n";
+
+TEST_F(DriverTest, PrintsThePerLineReportOfAProfile) {
+  EXPECT_EQ(Run({"run1"}), 0);
+  EXPECT_EQ(platform_.Output, "Profile of program PROG from profile run1" + std::string(23, ' ') +
+                                  " Page 1\n" + std::string(kColumns) +
+                                  "PROG                 10     3        75    \n");
+  EXPECT_EQ(platform_.Terminal, "");
+}
+
+TEST_F(DriverTest, MergesProfiles) {
+  EXPECT_EQ(Run({"run1", "run2"}), 0);
+  EXPECT_EQ(platform_.Output, "Profile of program (unknown) from profile run1 ..." +
+                                  std::string(14, ' ') + " Page 1\n" + std::string(kColumns) +
+                                  "PROG                 10     4        50    \n");
+}
+
+TEST_F(DriverTest, ReadsTheDefaultProfileWithoutArguments) {
+  platform_.Port = "17";
+  platform_.Files["."]["ptick_17"].Text = Records({"trace|PROG|10|3"});
+  EXPECT_EQ(Run({}), 0);
+  EXPECT_NE(platform_.Output.find(" from profile ptick_17 "), std::string::npos);
+  EXPECT_NE(platform_.Output.find("PROG                 10     3        0     \n"),
+            std::string::npos);
+  EXPECT_TRUE(platform_.PortMessages.empty());
+  // Options alone do not change that.
+  platform_.Output.clear();
+  EXPECT_EQ(Run({"-n"}), 0);
+  EXPECT_NE(platform_.Output.find(" from profile ptick_17 "), std::string::npos);
+}
+
+TEST_F(DriverTest, FitsTheReportToThePage) {
+  platform_.Width = 60;
+  EXPECT_EQ(Run({"run1"}), 0);
+  EXPECT_TRUE(platform_.Output.starts_with("Profile of program PROG from profile run1    Page 1\n"))
+      << platform_.Output;
+}
+
+TEST_F(DriverTest, HandsTheSourceFilesToTheReport) {
+  platform_.Files["src"]["PROG"].Text = "1\n2\n3\n4\n5\n6\n7\n8\n9\nten\n";
+  EXPECT_EQ(Run({"-fsrc", "run1"}), 0);
+  EXPECT_TRUE(platform_.Output.ends_with("75     ten\n")) << platform_.Output;
+}
+
+// Each row is a way of ending; the profile "bad" ends a run that comes to read it with status 2.
+TEST_F(DriverTest, EndsWithAStatus) {
+  const std::string usage(UsageText());
+  const auto no_record = [](const std::string& name) {
+    return "ptick: [202] cannot read record '" + name + "'\n";
+  };
+  struct Row {
+    std::vector<std::string> Arguments;
+    int Want;
+    std::string WantTerminal;
+  };
+  const std::vector<Row> rows = {
+      {{"-a", "run1"}, 0, ""},
+      {{"-h"}, 0, usage},
+      {{"-h", "bad"}, 0, usage},
+      {{"-x"}, 1, "Invalid argument\n" + usage},
+      {{"bad", "-x"}, 1, "Invalid argument\n" + usage},
+      {{"none"}, 1, no_record("none")},
+      {{"dir/run1"}, 1, "ptick: [201] cannot open file 'dir'\n"},
+      {{}, 1, no_record("ptick_0")},
+      {{"-Fnone", "run1"}, 1, no_record("none")},
+      {{"-Fdir/none", "bad"}, 1, "ptick: [201] cannot open file 'dir'\n"},
+      {{"bad"}, 2, "Invalid format in profile file at line 3\n\tbogus\t1\n"},
+      {{"none", "none"}, 2, no_record("none") + no_record("none") + "No input files...\n"},
+      {{"-pv", "run1"}, 2, "Error! No 'hertz' is available in the profile output\n"},
+      {{"none", "run1"}, 0, no_record("none")},
+      {{"-fnone", "run1"}, 0, "ptick: [201] cannot open file 'none'\n"},
+      {{"-fnone", "bad"},
+       2,
+       "ptick: [201] cannot open file 'none'\n"
+       "Invalid format in profile file at line 3\n\tbogus\t1\n"},
+      {{"-j"}, 2, "portno not set to numeric port number\n"},
+      {{"-j", "", "5"}, 2, "The type should be ON or OFF\n"},
+      {{"-j", "UP", "5"}, 2, "Invalid 'type' specified, should be ON or OFF\n"},
+      {{"-j", "ON", "5"}, 0, ""},
+      {{"-j", "OFF", "5"}, 0, ""},
+      {{"-j", "ON", "9"}, 111, ""},
+      {{"5", "STOP"}, 0, ""},
+      {{"9", "STOP"}, 0, ""},
+      {{"1-9", "STOP"}, 0, ""},
+  };
+  for (const Row& row : rows) {
+    platform_.Terminal.clear();
+    const std::string shown = ::testing::PrintToString(row.Arguments);
+    EXPECT_EQ(Run(row.Arguments), row.Want) << shown;
+    EXPECT_EQ(platform_.Terminal, row.WantTerminal) << shown;
+  }
+}
+
+TEST_F(DriverTest, EndsWithTheStatusOfAFailedScript) {
+  EXPECT_EQ(Run({"-kkeys", "run1"}), 0);
+  EXPECT_EQ(platform_.Output, "Keyboard profile written to 'keys'\n");
+  platform_.ShellStatus = 3;
+  EXPECT_EQ(Run({"-kkeys", "run1"}), 1);
+  EXPECT_EQ(platform_.ShellRuns.size(), 2U);
+}
+
+// The control form comes before all else: nothing of the rest is read as options or files.
+TEST_F(DriverTest, SendsControlMessagesFirst) {
+  EXPECT_EQ(Run({"5", "-x", "-h", "bad"}), 0);
+  EXPECT_EQ(platform_.Output, "Message sent successfully to port 5\n");
+  EXPECT_EQ(platform_.Terminal, "");
+  EXPECT_EQ(platform_.PortMessages,
+            (std::vector<MemoryPlatform::PortMessage>{{5, "TICKCTL:-x -h bad"}}));
+  EXPECT_FALSE(LookedForFiles());
+}
+
+TEST_F(DriverTest, SendsControlMessagesToARangeFirst) {
+  platform_.Listening = {5, 9};
+  EXPECT_EQ(Run({"5-9"}), 0);
+  EXPECT_EQ(platform_.Output, "Message sent successfully to 1 ports and failed to 4 ports\n");
+  EXPECT_FALSE(LookedForFiles());
+}
+
+TEST_F(DriverTest, TakesAPortWithoutCommandsAsAProfile) {
+  platform_.Files["."]["5"].Text = Records({"ticks|4"});
+  EXPECT_EQ(Run({"5"}), 0);
+  EXPECT_TRUE(platform_.Output.starts_with("Profile of program (unknown) from profile 5 "));
+  EXPECT_TRUE(platform_.PortMessages.empty());
+}
+
+TEST_F(DriverTest, SwitchesTheMonitorInsteadOfAnyReport) {
+  EXPECT_EQ(Run({"-jAapkos", "ON", "5", "bad", "options", "-n"}), 0);
+  EXPECT_EQ(platform_.MonitorCalls,
+            (std::vector<MemoryPlatform::MonitorCall>{
+                {.On = true, .Port = 5, .File = "bad", .Options = "options"}}));
+  EXPECT_EQ(platform_.Output + platform_.Terminal, "");
+  EXPECT_FALSE(LookedForFiles());
+}
+
+TEST_F(DriverTest, ReadsAllOptionsBeforeItSwitchesTheMonitor) {
+  EXPECT_EQ(Run({"-j", "ON", "5", "-x"}), 1);
+  EXPECT_EQ(Run({"-j", "ON", "5", "-h"}), 0);
+  EXPECT_EQ(Run({"-v", "-j", "ON", "5"}), 2);
+  EXPECT_TRUE(platform_.MonitorCalls.empty());
+  EXPECT_TRUE(platform_.Terminal.ends_with("portno not set to numeric port number\n"));
+}
+
+TEST_F(DriverTest, PrintsNothingOfAReportBeforeAMalformedLine) {
+  for (const std::string options : {"-n", "-A", "-a", "-p", "-o", "-s", "-kkeys", "-u"}) {
+    EXPECT_EQ(Run({options, "bad"}), 2) << options;
+    EXPECT_EQ(platform_.Output, "") << options;
+    EXPECT_TRUE(platform_.ShellRuns.empty()) << options;
+  }
+}
+
+TEST_F(DriverTest, PrintsAllReportsUpToTheMissingClockRate) {
+  EXPECT_EQ(Run({"-Av", "run1"}), 2);
+  ASSERT_EQ(platform_.Transcript.size(), 2U);
+  EXPECT_EQ(platform_.Transcript[0].first, Stream::kOutput);
+  EXPECT_NE(platform_.Output.find("Shared object name"), std::string::npos);
+  EXPECT_EQ(platform_.Output.find("PERFORMed"), std::string::npos);
+  EXPECT_EQ(platform_.Terminal, "Error! No 'hertz' is available in the profile output\n");
+}
+
+TEST_F(DriverTest, EndsWhenItCannotWrite) {
+  platform_.OutputError = ENOSPC;
+  EXPECT_EQ(Run({"run1"}), 1);
+  EXPECT_EQ(platform_.Terminal, "ptick: cannot write: No space left on device\n");
+  platform_.OutputError = EPIPE;
+  EXPECT_EQ(Run({"run1"}), 0);
+  EXPECT_EQ(platform_.Terminal, "ptick: cannot write: No space left on device\n");
+}
+
+// A failure to write counts more than the status that the run would have ended with.
+TEST_F(DriverTest, EndsWithTheStatusOfAFailureToWrite) {
+  platform_.OutputError = ENOSPC;
+  EXPECT_EQ(Run({"-j", "ON", "9"}), 1);
+  EXPECT_EQ(Run({"-Av", "run1"}), 1);
+}
+
+// What was printed before goes out, and nothing can stand in the way of the message.
+TEST_F(DriverTest, EndsWithAMessageWhenMemoryRunsOut) {
+  platform_.Zone = [](std::int64_t) -> std::optional<std::int64_t> { throw std::bad_alloc(); };
+  platform_.Files["."]["run1"].Text = Records({"pid|17", "starttime|1000"});
+  EXPECT_EQ(Run({"-a", "run1"}), 1);
+  EXPECT_NE(platform_.Output.find("17"), std::string::npos) << platform_.Output;
+  EXPECT_TRUE(platform_.Output.ends_with('\n'));
+  EXPECT_EQ(platform_.Terminal, "ptick: out of memory\n");
+
+  platform_.OutputError = ENOSPC;
+  EXPECT_EQ(Run({"-a", "run1"}), 1);
+  EXPECT_TRUE(platform_.Terminal.ends_with("No space left on device\nptick: out of memory\n"));
+  platform_.OutputError = EPIPE;
+  EXPECT_EQ(Run({"-a", "run1"}), 1);
+}
+
+TEST_F(DriverTest, EndsNormallyWhereTheReaderQuits) {
+  platform_.OutputIsTerminal = platform_.Keyboard = true;
+  platform_.Length = 3;
+  platform_.Files["."]["run1"].Text = Records({"ticks|4", "trace|A|1|3", "trace|A|2|2"});
+  platform_.Keys = {'q'};
+  EXPECT_EQ(Run({"run1"}), 0);
+  EXPECT_TRUE(platform_.Output.ends_with("A                    1      3        75    \n"));
+  EXPECT_EQ(platform_.Terminal, "");
+}
+
+}  // namespace
+}  // namespace ptick

@@ -1,0 +1,118 @@
+#include "ptick/report_choice.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "support/program_run.h"
+
+namespace ptick {
+namespace {
+
+/// The reports, each with a text that it alone prints, and the letter of its option ("l" is the
+/// per-line report, which has none).
+struct ReportMark {
+  char Letter;
+  std::string_view Text;
+};
+const std::vector<ReportMark>& Marks() {
+  static const std::vector<ReportMark> marks = {
+      {'a', "Command line  : PROG"},
+      {'o', "Shared object name"},
+      {'p', "Times      Program PERFORMed"},
+      {'s', "Times       Subroutine"},
+      {'k', "Keyboard profile written to 'keys'"},
+      {'l', "Source name          Line#"},
+  };
+  return marks;
+}
+
+/// The letters of the reports that a run with these options prints, in order.
+std::string ReportsOf(const std::string& options) {
+  MemoryPlatform platform;
+  platform.Files["."]["run1"].Text = "PROFILE:program\tPROG\nPROFILE:hertz\t100\n";
+  platform.Files["src"] = {};
+  std::vector<std::string> arguments = {"run1"};
+  for (const char letter : options) {
+    arguments.push_back(std::string("-") + letter);
+    if (letter == 'k' || letter == 'f') {
+      arguments.back() += letter == 'k' ? "keys" : "src";
+    }
+  }
+  EXPECT_EQ(testing::RunProgram(arguments, platform), 0) << options;
+  EXPECT_EQ(platform.Terminal, "") << options;
+  std::vector<std::pair<std::size_t, char>> places;
+  for (const ReportMark& mark : Marks()) {
+    for (std::size_t at = platform.Output.find(mark.Text); at != std::string::npos;
+         at = platform.Output.find(mark.Text, at + 1)) {
+      places.emplace_back(at, mark.Letter);
+    }
+  }
+  std::ranges::sort(places);
+  std::string reports;
+  for (const auto& [place, letter] : places) {
+    reports += letter;
+  }
+  EXPECT_EQ(platform.ShellRuns.size(), reports.find('k') != std::string::npos ? 1U : 0U) << options;
+  return reports;
+}
+
+/// Which report the options choose, the strongest first.
+std::string Wanted(const std::string& options) {
+  if (options.find('A') != std::string::npos) {
+    return "aops";
+  }
+  for (const char letter : std::string_view("pakos")) {
+    if (options.find(letter) != std::string::npos) {
+      return {letter};
+    }
+  }
+  return "l";
+}
+
+TEST(ReportChoice, FollowsThePriorities) {
+  struct Row {
+    std::string Options;
+    std::string_view Want;
+  };
+  const std::vector<Row> rows = {
+      {"", "l"},      {"A", "aops"},  {"p", "p"},         {"a", "a"},     {"k", "k"},
+      {"o", "o"},     {"s", "s"},     {"ap", "p"},        {"ak", "a"},    {"ao", "a"},
+      {"as", "a"},    {"pk", "p"},    {"po", "p"},        {"ps", "p"},    {"ko", "k"},
+      {"ks", "k"},    {"os", "o"},    {"Ap", "aops"},     {"Aa", "aops"}, {"Ak", "aops"},
+      {"Ao", "aops"}, {"As", "aops"}, {"apkosA", "aops"},
+  };
+  for (const Row& row : rows) {
+    EXPECT_EQ(ReportsOf(row.Options), row.Want) << row.Options;
+    const std::string reversed(row.Options.rbegin(), row.Options.rend());
+    EXPECT_EQ(ReportsOf(reversed), row.Want) << reversed;
+  }
+}
+
+TEST(ReportChoice, FollowsThePrioritiesForAllTogether) {
+  constexpr std::string_view kLetters = "Apakos";
+  for (unsigned set = 0; set < 1U << kLetters.size(); ++set) {
+    std::string options;
+    for (std::size_t i = 0; i < kLetters.size(); ++i) {
+      options += (set >> i & 1U) != 0 ? std::string(1, kLetters[i]) : "";
+    }
+    EXPECT_EQ(ReportsOf(options), Wanted(options)) << options;
+  }
+}
+
+TEST(ReportChoice, IsNotThatOfTheOtherOptions) {
+  for (const std::string modifiers : {"n", "u", "i", "t", "f", "nuitf"}) {
+    for (const std::string letter : {"", "A", "p", "a", "k", "o", "s"}) {
+      EXPECT_EQ(ReportsOf(modifiers + letter), Wanted(letter)) << modifiers << letter;
+    }
+  }
+  EXPECT_EQ(ReportsOf("v"), "l");
+}
+
+}  // namespace
+}  // namespace ptick

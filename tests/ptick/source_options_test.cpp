@@ -1,0 +1,228 @@
+// The options -f and -F, on the command line.
+
+#include "ptick/source_options.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "support/program_run.h"
+
+namespace ptick {
+namespace {
+
+using testing::OptionsText;
+using testing::ParseCommand;
+using testing::ParsedCommand;
+
+using Arguments = std::vector<std::string>;
+
+class SourceOptionsTest : public ::testing::Test {
+ protected:
+  SourceOptionsTest() {
+    for (const std::string name : {"src", "lib", "/abs/src", "v", "-n"}) {
+      platform_.Files[name] = {};
+    }
+  }
+
+  /// What is said of a command line, and what is left of it.
+  struct Outcome {
+    std::string Options;
+    std::string Terminal;
+    std::optional<int> Stopped;
+  };
+
+  Outcome Parse(const Arguments& arguments) {
+    platform_.Terminal.clear();
+    platform_.OpenedFiles.clear();
+    const ParsedCommand parsed = ParseCommand(arguments, platform_);
+    return {OptionsText(parsed.Options), platform_.Terminal, parsed.Stopped};
+  }
+
+  struct Row {
+    Arguments Given;
+    std::string WantOptions;
+    std::string WantTerminal;
+    std::optional<int> WantStopped = std::nullopt;
+  };
+
+  void Expect(const std::vector<Row>& rows) {
+    for (const Row& row : rows) {
+      const std::string shown = ::testing::PrintToString(row.Given);
+      const Outcome outcome = Parse(row.Given);
+      EXPECT_EQ(outcome.Terminal, row.WantTerminal) << shown;
+      EXPECT_EQ(outcome.Stopped, row.WantStopped) << shown;
+      if (!outcome.Stopped) {
+        EXPECT_EQ(outcome.Options, row.WantOptions) << shown;
+      }
+    }
+  }
+
+  /// `count` options -f, all of them for "src".
+  static Arguments Sources(std::size_t count) {
+    Arguments sources(count, "-fsrc");
+    return sources;
+  }
+
+  static std::size_t CountOf(const ParsedCommand& parsed) {
+    return parsed.Options.SourceFiles.size();
+  }
+
+  MemoryPlatform platform_;
+};
+
+std::string No(std::string_view name) {
+  return "ptick: [201] cannot open file '" + std::string(name) + "'\n";
+}
+
+TEST_F(SourceOptionsTest, OpenASourceFile) {
+  Expect({
+      {{"-fsrc"}, " sources=src", ""},
+      {{"-f", "src"}, " sources=src", ""},
+      {{"-f", "src", "run1"}, " profiles=run1 sources=src", ""},
+      {{"-nfsrc", "-flib"}, "n sources=src,lib", ""},
+      {{"-nf", "src", "-u"}, "nu sources=src", ""},
+      {{"-f/abs/src"}, " sources=/abs/src", ""},
+      {{"-fsrc", "-fsrc"}, " sources=src,src", ""},
+      {{"-fv"}, " sources=v", ""},
+      {{"-f", "-n"}, " sources=-n", ""},
+      // A file that cannot be opened is told of and takes no place.
+      {{"-fnone"}, "", No("none")},
+      {{"-fsrc", "-fnone", "-flib", "-f", "x/y", "run1"},
+       " profiles=run1 sources=src,lib",
+       No("none") + No("x/y")},
+      {{"-f"}, "", No("")},
+      {{"-f", "", "run1"}, " profiles=run1", No("")},
+      {{"-fsrc/"}, "", No("src/")},
+  });
+}
+
+TEST_F(SourceOptionsTest, OpenTheFilesOfAList) {
+  platform_.Files["."]["list"].Text = "src\nlib\n";
+  platform_.Files["lists"]["src"].Text = "lib\nnone\nsrc";
+  platform_.Files["/a/b"]["c"].Text = "src\xfelib\n\nv\n";
+  platform_.Files["."]["empty"].Text = "";
+  Expect({
+      {{"-Flist"}, " sources=src,lib", ""},
+      {{"-F", "list"}, " sources=src,lib", ""},
+      {{"-F", "list", "run1"}, " profiles=run1 sources=src,lib", ""},
+      {{"-F./list", "-nflib"}, "n sources=src,lib,lib", ""},
+      {{"-nFlists/src"}, "n sources=lib,src", No("none")},
+      {{"-F/a/b/c"}, " sources=src,lib,v", No("")},
+      {{"-Fempty"}, "", ""},
+      {{"-Fempty", "-fsrc"}, " sources=src", ""},
+  });
+}
+
+TEST_F(SourceOptionsTest, StopAtAListThatCannotBeRead) {
+  platform_.Files["."] = {};
+  platform_.Files["."]["broken"] = {.Text = "src\n", .FailsAfter = 2};
+  const auto no_record = [](const std::string& name) {
+    return "ptick: [202] cannot read record '" + name + "'\n";
+  };
+  Expect({
+      {{"-Fnone", "-x"}, "", no_record("none"), 1},
+      {{"-F", "none"}, "", no_record("none"), 1},
+      {{"-Fbroken"}, "", no_record("broken"), 1},
+      {{"-Fsrc/none"}, "", no_record("none"), 1},
+      {{"-Fsrc/"}, "", no_record(""), 1},
+      {{"-F"}, "", no_record(""), 1},
+      {{"-Fdir/list"}, "", No("dir"), 1},
+      {{"-F/a/b/c"}, "", No("/a/b"), 1},
+      {{"-F/list"}, "", No("/"), 1},
+      {{"-fnone", "-Fdir/list"}, "", No("none") + No("dir"), 1},
+  });
+}
+
+TEST_F(SourceOptionsTest, OpenAtMost500Files) {
+  Arguments arguments = Sources(500);
+  ParsedCommand parsed = ParseCommand(arguments, platform_);
+  EXPECT_EQ(CountOf(parsed), 500U);
+  EXPECT_EQ(platform_.Terminal, "");
+
+  const std::string too_many = "Too many files specified with -f option\n";
+  arguments.emplace_back("-vflib");
+  arguments.emplace_back("-nf");
+  arguments.emplace_back("lib");
+  arguments.emplace_back("-u");
+  platform_.OpenedFiles.clear();
+  parsed = ParseCommand(arguments, platform_);
+  EXPECT_EQ(parsed.Stopped, std::nullopt);
+  EXPECT_EQ(CountOf(parsed), 500U);
+  EXPECT_EQ(platform_.OpenedFiles.size(), 500U);
+  EXPECT_EQ(platform_.Terminal, too_many + too_many);
+  // The name behind a refused -f is no longer its own.
+  parsed.Options.SourceFiles.clear();
+  EXPECT_EQ(OptionsText(parsed.Options), "nuv profiles=lib");
+}
+
+TEST_F(SourceOptionsTest, CountOnlyTheFilesThatOpened) {
+  Arguments arguments = Sources(499);
+  arguments.insert(arguments.begin(), 10, "-fnone");
+  arguments.emplace_back("-flib");
+  EXPECT_EQ(CountOf(ParseCommand(arguments, platform_)), 500U);
+}
+
+/// A list of `count` names.
+std::string List(std::string_view name, std::size_t count) {
+  std::string list;
+  for (std::size_t n = 0; n < count; ++n) {
+    list += std::string(name) + "\n";
+  }
+  return list;
+}
+
+TEST_F(SourceOptionsTest, CountEveryNameOfAList) {
+  struct LimitRow {
+    std::size_t Open;
+    std::string List;
+    std::optional<std::size_t> Want;  ///< files open; nothing where the run stops
+  };
+  const std::vector<LimitRow> rows = {
+      {0, List("src", 500), 500},
+      {0, List("src", 501), std::nullopt},
+      {499, List("src", 1), 500},
+      {499, List("src", 2), std::nullopt},
+      {499, List("none", 1), 499},
+      {499, List("none", 2), std::nullopt},
+      {499, "src\n\n", std::nullopt},
+      {499, "src", 500},
+      {500, "", 500},
+      {500, "src", std::nullopt},
+      {500, "\n", std::nullopt},
+      {250, List("src", 250), 500},
+      {250, List("src", 251), std::nullopt},
+  };
+  for (const LimitRow& row : rows) {
+    SCOPED_TRACE(std::to_string(row.Open) + " and " + row.List.substr(0, 9));
+    platform_.Files["dir"]["list"].Text = row.List;
+    platform_.Terminal.clear();
+    platform_.OpenedFiles.clear();
+    Arguments arguments = Sources(row.Open);
+    arguments.emplace_back("-Fdir/list");
+    const ParsedCommand parsed = ParseCommand(arguments, platform_);
+    if (row.Want) {
+      EXPECT_EQ(parsed.Stopped, std::nullopt);
+      EXPECT_EQ(CountOf(parsed), *row.Want);
+    } else {
+      EXPECT_EQ(parsed.Stopped, 1);
+      EXPECT_EQ(platform_.Terminal, "Too many files specified in file dir/list\n");
+      EXPECT_EQ(platform_.OpenedFiles.size(), row.Open + 1) << "none of the list is opened";
+    }
+  }
+}
+
+TEST_F(SourceOptionsTest, KeepAPathAsItWasWritten) {
+  platform_.Files["."]["list"].Text = List("src", 501);
+  platform_.Files["/a/b"]["list"].Text = List("src", 501);
+  for (const std::string path : {"list", "./list", "/a/b/list"}) {
+    EXPECT_EQ(Parse({"-F" + path}).Terminal, "Too many files specified in file " + path + "\n");
+  }
+}
+
+}  // namespace
+}  // namespace ptick

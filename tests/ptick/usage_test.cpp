@@ -1,0 +1,21 @@
+#include "ptick/usage.h"
+
+#include <gtest/gtest.h>
+
+#include "support/memory_platform.h"
+#include "support/program_run.h"
+
+namespace ptick {
+namespace {
+
+TEST(Usage, IsPrintedOnTheTerminal) {
+  MemoryPlatform platform;
+  Output output(platform);
+  PrintUsage(output);
+  output.Finish();
+  EXPECT_EQ(platform.Terminal, testing::UsageText());
+  EXPECT_EQ(platform.Output, "");
+}
+
+}  // namespace
+}  // namespace ptick

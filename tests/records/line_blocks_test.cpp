@@ -1,0 +1,110 @@
+#include "records/line_blocks.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "support/text_record.h"
+
+namespace ptick {
+namespace {
+
+using testing::TextRecord;
+
+/// What a record gave: all of its blocks together, and what was wrong with one of them.
+struct Collected {
+  std::string Text;
+  std::string Fault;
+};
+
+Collected Collect(LineBlocks& blocks) {
+  Collected collected;
+  for (std::string_view block = blocks.Next(); !block.empty(); block = blocks.Next()) {
+    if (block.back() != '\n') {
+      collected.Fault = "a block ends within a line";
+    }
+    // Read under the eyes of the sanitizers: the padding has to be there.
+    std::string padding(kBlockPadding, '\0');
+    std::copy_n(block.data() + block.size(), kBlockPadding, padding.begin());
+    collected.Text += block;
+  }
+  return collected;
+}
+
+constexpr std::array<std::size_t, 6> kPieces = {1, 2, 3, 7, 64, 100000};
+constexpr std::array<std::size_t, 5> kBlockSizes = {1, 2, 5, 16, 1000};
+
+TEST(RecordBlocks, HandOutWholeLinesHoweverTheyAreRead) {
+  struct Row {
+    std::string Text;
+    std::string Want;
+  };
+  const std::vector<Row> rows = {
+      {"", ""},
+      {"a", "a\n"},
+      {"a\n", "a\n"},
+      {"a\n\n", "a\n\n"},
+      {"\n", "\n"},
+      {"\n\n\na", "\n\n\na\n"},
+      {"one\ntwo\nthree", "one\ntwo\nthree\n"},
+      {"one\xfetwo\nthree", "one\ntwo\nthree\n"},
+      {"one\xfe\xfetwo", "one\n\ntwo\n"},
+      {"\xfe", "\n"},
+      {"one\r\ntwo\r", "one\r\ntwo\r\n"},
+      {"\xfd\xfc\xff\n", "\xfd\xfc\xff\n"},
+      {std::string("a\0b\n", 4), std::string("a\0b\n", 4)},
+      {std::string(5000, 'x') + "\ny", std::string(5000, 'x') + "\ny\n"},
+      {"y\n" + std::string(5000, 'x'), "y\n" + std::string(5000, 'x') + "\n"},
+  };
+  for (const Row& row : rows) {
+    for (const std::size_t piece : kPieces) {
+      for (const std::size_t block_size : kBlockSizes) {
+        SCOPED_TRACE(row.Text.substr(0, 40) + " in pieces of " + std::to_string(piece) +
+                     ", blocks of " + std::to_string(block_size));
+        RecordBlocks blocks(std::make_unique<TextRecord>(row.Text, piece), block_size);
+        const Collected collected = Collect(blocks);
+        EXPECT_EQ(collected.Text, row.Want);
+        EXPECT_EQ(collected.Fault, "");
+        EXPECT_FALSE(blocks.Failed());
+      }
+    }
+  }
+}
+
+TEST(RecordBlocks, StayAtTheirEnd) {
+  RecordBlocks blocks(std::make_unique<TextRecord>("a\nb"));
+  EXPECT_EQ(Collect(blocks).Text, "a\nb\n");
+  EXPECT_EQ(blocks.Next(), "");
+  EXPECT_EQ(blocks.Next(), "");
+}
+
+TEST(RecordBlocks, HandOutWholeLinesBeforeAFailure) {
+  struct Row {
+    std::string_view Text;
+    std::string_view Want;
+  };
+  const std::vector<Row> rows = {{"", ""}, {"a", ""}, {"a\n", "a\n"}, {"a\nb\nc", "a\nb\n"}};
+  for (const Row& row : rows) {
+    for (const std::size_t piece : kPieces) {
+      RecordBlocks blocks(
+          std::make_unique<TextRecord>(std::string(row.Text), piece, TextRecord::End::kFails));
+      EXPECT_EQ(Collect(blocks).Text, row.Want) << row.Text << " in pieces of " << piece;
+      EXPECT_TRUE(blocks.Failed()) << row.Text;
+    }
+  }
+}
+
+TEST(RecordBlocks, KnowNothingOfAFailureAhead) {
+  RecordBlocks blocks(std::make_unique<TextRecord>("a\n", 100, TextRecord::End::kFails));
+  EXPECT_EQ(blocks.Next(), "a\n");
+  EXPECT_FALSE(blocks.Failed());
+}
+
+}  // namespace
+}  // namespace ptick

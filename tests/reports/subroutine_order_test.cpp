@@ -1,0 +1,59 @@
+#include "reports/subroutine_order.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "support/profiles.h"
+
+namespace ptick {
+namespace {
+
+using testing::Texts;
+
+struct Call {
+  std::string_view Times;
+  std::string_view Name;
+};
+
+TEST(SubroutineOrder, PutsLargeCountsFirstAndEqualOnesInReverseOrderOfArrival) {
+  struct Row {
+    std::vector<Call> Calls;
+    std::vector<std::string> WantTimes;
+    std::vector<std::string> WantCalled;
+  };
+  const std::vector<Row> rows = {
+      {{}, {}, {}},
+      {{{"5", "A"}}, {"5"}, {"A"}},
+      {{{"5", "A"}, {"12", "B"}, {"7", "C"}}, {"12", "7", "5"}, {"B", "C", "A"}},
+      {{{"5", "A"}, {"5", "B"}, {"5", "A"}}, {"5", "5", "5"}, {"A", "B", "A"}},
+      {{{"5", "A"}, {"5", "B"}, {"9", "C"}, {"5", "D"}},
+       {"9", "5", "5", "5"},
+       {"C", "D", "B", "A"}},
+      {{{"9", "A"}, {"10", "B"}, {"100", "C"}}, {"100", "10", "9"}, {"C", "B", "A"}},
+      {{{"05", "A"}, {"5", "B"}, {"5.0", "C"}}, {"5.0", "5", "05"}, {"C", "B", "A"}},
+      {{{"1", "A"}, {"", "B"}, {"abc", "C"}, {"0", "D"}, {"-1", "E"}},
+       {"1", "0", "abc", "", "-1"},
+       {"A", "D", "C", "B", "E"}},
+      {{{"1.5", "A"}, {"2", "B"}, {"1", "C"}}, {"2", "1.5", "1"}, {"B", "A", "C"}},
+      {{{"1", ""}, {"2", ""}}, {"2", "1"}, {"", ""}},
+      {{{"9007199254740992", "A"}, {"9007199254740993", "B"}},
+       {"9007199254740993", "9007199254740992"},
+       {"B", "A"}},
+  };
+  for (const Row& row : rows) {
+    ProfileTables tables;
+    for (const Call& call : row.Calls) {
+      tables.SubroutineTimes.Append(call.Times);
+      tables.SubroutinesCalled.Append(call.Name);
+    }
+    OrderSubroutines(tables);
+    EXPECT_EQ(Texts(tables.SubroutineTimes), row.WantTimes);
+    EXPECT_EQ(Texts(tables.SubroutinesCalled), row.WantCalled);
+  }
+}
+
+}  // namespace
+}  // namespace ptick
