@@ -43,9 +43,9 @@ std::string GeneratedProfile(const GenerateOptions& options, std::uint32_t file)
 
 BenchText::BenchText(Records kind, TraceKeys keys, std::uint32_t file) {
   GenerateOptions options;
-  options.Kind = kind;
-  options.Keys = keys;
-  options.Lines = kBenchLines;
+  options.kind = kind;
+  options.keys = keys;
+  options.lines = kBenchLines;
   padded_ = GeneratedProfile(options, file);
   size_ = padded_.size();
   padded_.append(kBlockPadding, '\0');

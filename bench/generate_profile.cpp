@@ -16,16 +16,16 @@
 namespace {
 
 void Generate(const ptick::bench::GenerateOptions& options) {
-  for (std::uint32_t file = 0; file < options.Files; ++file) {
-    std::filesystem::path path = options.File;
-    if (options.Files > 1) {
+  for (std::uint32_t file = 0; file < options.files; ++file) {
+    std::filesystem::path path = options.file;
+    if (options.files > 1) {
       path += '.';
       path += std::to_string(file + 1);
     }
     ptick::bench::WriteProfile(options, file, path);
   }
-  if (options.Sources) {
-    ptick::bench::WriteSources(options, *options.Sources);
+  if (options.sources) {
+    ptick::bench::WriteSources(options, *options.sources);
   }
 }
 

@@ -40,7 +40,7 @@ void OrderEntries(benchmark::State& state) {
       table.Programs().Intern(std::to_string(program));
     }
     for (const TickEntry& entry : arrivals) {
-      table.Add(entry.Program, entry.Line, entry.Ticks);
+      table.Add(entry.program, entry.line, entry.ticks);
     }
     table.Order(SortOrder::kDescending, programs > 1);
     benchmark::DoNotOptimize(table);
@@ -62,7 +62,7 @@ void SortEntries(benchmark::State& state) {
     }
     std::reverse(entries.begin(), entries.end());
     std::stable_sort(entries.begin(), entries.end(), [](const TickEntry& a, const TickEntry& b) {
-      return std::tie(a.Program, b.Ticks) < std::tie(b.Program, a.Ticks);
+      return std::tie(a.program, b.ticks) < std::tie(b.program, a.ticks);
     });
     benchmark::DoNotOptimize(entries);
   }

@@ -34,12 +34,12 @@ void ScanTraces(benchmark::State& state) {
     TickTable table;
     for (const char* line = profile.Text().data(); line != end;) {
       const TraceLine trace = ScanTraceLine(line);
-      if (trace.Next == nullptr) {
+      if (trace.next == nullptr) {
         line = static_cast<const char*>(std::memchr(line, '\n', 1000)) + 1;
         continue;
       }
-      table.Add(table.Programs().Intern(trace.Program), trace.Line, trace.Ticks);
-      line = trace.Next;
+      table.Add(table.Programs().Intern(trace.program), trace.line, trace.ticks);
+      line = trace.next;
     }
     benchmark::DoNotOptimize(table);
   }
@@ -80,9 +80,9 @@ std::vector<std::string> CutLine(std::string_view line) {
 void CutTraces(benchmark::State& state) {
   const BenchText profile(Records::kTrace);
   struct Entry {
-    std::string Program;
-    unsigned long Line;
-    unsigned long Ticks;
+    std::string program;
+    unsigned long line;
+    unsigned long ticks;
   };
   for (auto _ : state) {
     std::vector<Entry> entries;

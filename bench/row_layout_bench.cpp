@@ -59,12 +59,12 @@ void PrintRows(benchmark::State& state) {
   for (auto _ : state) {
     std::optional<NameTable::Id> previous;
     table.ForEach(0, [&](const TickEntry& entry) {
-      const bool shows_name = previous != entry.Program;
-      const std::string name(shows_name ? table.Programs()[entry.Program] : std::string_view());
-      const std::int64_t share = std::int64_t{entry.Ticks} * 10000 / kTotalTicks;
-      std::snprintf(row.data(), row.size(), "%-20.20s %-6u %-8u %-6.4g", name.c_str(), entry.Line,
-                    entry.Ticks, static_cast<double>(share) / 100);
-      previous = entry.Program;
+      const bool shows_name = previous != entry.program;
+      const std::string name(shows_name ? table.Programs()[entry.program] : std::string_view());
+      const std::int64_t share = std::int64_t{entry.ticks} * 10000 / kTotalTicks;
+      std::snprintf(row.data(), row.size(), "%-20.20s %-6u %-8u %-6.4g", name.c_str(), entry.line,
+                    entry.ticks, static_cast<double>(share) / 100);
+      previous = entry.program;
       benchmark::DoNotOptimize(row.data());
       benchmark::ClobberMemory();
     });

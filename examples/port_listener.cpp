@@ -41,8 +41,8 @@ constexpr std::string_view kUsage =
     "The socket is in MAVRO_RUNTIME_DIR, else in XDG_RUNTIME_DIR/mavro, else in /tmp/mavro-UID.\n";
 
 struct Arguments {
-  std::int64_t Port = 0;
-  int Reply = 0;
+  std::int64_t port = 0;
+  int reply = 0;
 };
 
 template <typename Integer>
@@ -62,7 +62,7 @@ std::optional<Arguments> ParseArguments(std::span<char*> words) {
     if (!reply) {
       return std::nullopt;
     }
-    arguments.Reply = *reply;
+    arguments.reply = *reply;
     words = words.subspan(2);
   }
   if (words.size() != 1) {
@@ -72,7 +72,7 @@ std::optional<Arguments> ParseArguments(std::span<char*> words) {
   if (!port) {
     return std::nullopt;
   }
-  arguments.Port = *port;
+  arguments.port = *port;
   return arguments;
 }
 
@@ -91,16 +91,16 @@ std::string Visible(std::string_view text) {
 }
 
 std::string Line(const PortRequest& request) {
-  switch (request.What) {
+  switch (request.what) {
     case PortRequest::Kind::kMonitorOn:
-      return "monitor on: file '" + Visible(request.File) + "' options '" +
-             Visible(request.Options) + "'";
+      return "monitor on: file '" + Visible(request.file) + "' options '" +
+             Visible(request.options) + "'";
     case PortRequest::Kind::kMonitorOff:
       return "monitor off";
     case PortRequest::Kind::kControl:
       break;
   }
-  return "control: " + Visible(request.Text);
+  return "control: " + Visible(request.text);
 }
 
 /// From now on the signals that end the program are read from a descriptor, so that none can fall
@@ -123,7 +123,7 @@ void Serve(PortEndpoint& endpoint, const UniqueFd& end, int reply) {
     std::array<pollfd, 2> wait{{{end.Get(), POLLIN, 0}, {endpoint.Descriptor(), POLLIN, 0}}};
     poll(wait.data(), wait.size(), -1);
     while (auto received = endpoint.Receive(std::chrono::milliseconds(0))) {
-      std::cout << Line(received->Request) << std::endl;  // NOLINT(performance-avoid-endl)
+      std::cout << Line(received->request) << std::endl;  // NOLINT(performance-avoid-endl)
       received->Reply(reply);
     }
     if (wait[0].revents != 0) {
@@ -147,11 +147,11 @@ int main(int argc, char** argv) {
   }
   try {
     const UniqueFd end = EndSignals();
-    PortEndpoint endpoint(arguments->Port);
-    std::cout << "listening on port " << arguments->Port << std::endl;  // NOLINT(*-avoid-endl)
-    Serve(endpoint, end, arguments->Reply);
+    PortEndpoint endpoint(arguments->port);
+    std::cout << "listening on port " << arguments->port << std::endl;  // NOLINT(*-avoid-endl)
+    Serve(endpoint, end, arguments->reply);
   } catch (const std::system_error& error) {
-    std::cerr << "port_listener: cannot listen on port " << arguments->Port << ": " << error.what()
+    std::cerr << "port_listener: cannot listen on port " << arguments->port << ": " << error.what()
               << "\n";
     return 1;
   }

@@ -32,48 +32,48 @@ std::string SourceNames(int count) {
 }
 
 void Furnish(const std::vector<std::string>& arguments, MemoryPlatform& platform) {
-  platform.Arguments = arguments;
-  platform.Files["."] = {{"p", {std::string(kProfile)}},       {"bad", {"PROFILE:bogus\t1\n"}},
+  platform.arguments = arguments;
+  platform.files["."] = {{"p", {std::string(kProfile)}},       {"bad", {"PROFILE:bogus\t1\n"}},
                          {"ptick_0", {std::string(kProfile)}}, {"list", {"src\n.\nnone\n"}},
                          {"many", {SourceNames(499)}},         {"all", {SourceNames(500)}},
                          {"more", {SourceNames(501)}}};
-  platform.Files["src"] = {{"A", {"LINE ONE\n"}}};
-  platform.Listening = {5, 7};
-  platform.PortErrors = {{5, 0}, {7, 11}, {8, 300}};
+  platform.files["src"] = {{"A", {"LINE ONE\n"}}};
+  platform.listening = {5, 7};
+  platform.port_errors = {{5, 0}, {7, 11}, {8, 300}};
 }
 
 std::string UsageText() {
   MemoryPlatform platform;
   ptick::Output output(platform);
   ptick::PrintUsage(output);
-  return platform.Terminal;
+  return platform.on_terminal;
 }
 
 void CheckEnd(int status, const MemoryPlatform& platform) {
   static const std::string usage = UsageText();
   static const std::string invalid = "Invalid argument\n" + usage;
-  const bool switched = !platform.MonitorCalls.empty();
+  const bool switched = !platform.monitor_calls.empty();
   Require(status >= 0 && status <= (switched ? 255 : 2), "the status is one of those that are");
-  if (platform.Terminal.ends_with(invalid)) {
+  if (platform.on_terminal.ends_with(invalid)) {
     Require(status == 1, "an invalid argument ends with 1");
-  } else if (platform.Terminal.ends_with(usage)) {
+  } else if (platform.on_terminal.ends_with(usage)) {
     Require(status == 0, "the usage text that was asked for ends with 0");
   } else {
-    Require(platform.Terminal.find(usage) == std::string::npos, "the usage text comes last");
+    Require(platform.on_terminal.find(usage) == std::string::npos, "the usage text comes last");
     return;
   }
-  Require(platform.Output.empty(), "the usage text is all there is");
+  Require(platform.printed.empty(), "the usage text is all there is");
 }
 
 void CheckSideEffects(int status, const MemoryPlatform& platform) {
-  if (!platform.PortMessages.empty()) {
-    Require(status == 0 && platform.Terminal.empty() && platform.OpenedFiles.empty(),
+  if (!platform.port_messages.empty()) {
+    Require(status == 0 && platform.on_terminal.empty() && platform.opened_files.empty(),
             "messages are sent and nothing else is done");
   }
-  Require(platform.MonitorCalls.size() <= 1, "the monitor is switched once");
-  Require(platform.ShellRuns.size() <= 1, "one script is written");
-  if (!platform.MonitorCalls.empty()) {
-    Require(platform.ShellRuns.empty() && platform.Commands.empty(),
+  Require(platform.monitor_calls.size() <= 1, "the monitor is switched once");
+  Require(platform.shell_runs.size() <= 1, "one script is written");
+  if (!platform.monitor_calls.empty()) {
+    Require(platform.shell_runs.empty() && platform.commands_run.empty(),
             "switching the monitor is all there is");
   }
 }
@@ -89,16 +89,16 @@ void CheckOptions(const std::vector<std::string>& command_line) {
     Require(options.SourceFiles.size() <= 500, "at most 500 source files are open");
     Require(options.ProfileList.size() <= arguments.size(), "a name is an argument");
     for (const ptick::SourceFile& source : options.SourceFiles) {
-      Require(source.File != nullptr && platform.Files.contains(source.Name),
+      Require(source.file != nullptr && platform.files.contains(source.name),
               "source files are those there are");
     }
     for (const std::string& name : options.ProfileList) {
       Require(!name.starts_with('-') && std::ranges::find(arguments, name) != arguments.end(),
               "profiles are arguments as they were given");
     }
-    Require(!platform.Terminal.ends_with(UsageText()), "the usage text ends the run");
+    Require(!platform.on_terminal.ends_with(UsageText()), "the usage text ends the run");
   } catch (const ptick::Stop& stop) {
-    Require(stop.Status == 0 || stop.Status == 1, "a command line is refused with 0 or 1");
+    Require(stop.status == 0 || stop.status == 1, "a command line is refused with 0 or 1");
   }
 }
 

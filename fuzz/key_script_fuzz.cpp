@@ -126,11 +126,11 @@ void CheckFileName(const std::string& name) {
   ptick::MemoryPlatform platform;
   const ptick::model::Ran ran = ptick::model::RunTyped(
       [&](ptick::Output& output) { WriteKeyScript({}, options, platform, output); });
-  const std::string& command = platform.ShellRuns.at(0).CommandLine;
+  const std::string& command = platform.shell_runs.at(0).command_line;
   Require(command.starts_with(kStart), "the script is copied");
   RequireEqual(name, ShellRead(std::string_view(command).substr(kStart.size())),
                "the file written is the file named");
-  RequireEqual("Keyboard profile written to '" + name + "'\n", ran.Output, "the file is said");
+  RequireEqual("Keyboard profile written to '" + name + "'\n", ran.output, "the file is said");
 }
 
 }  // namespace

@@ -23,7 +23,7 @@ using ptick::fuzz::RequireEqual;
 
 constexpr std::string_view kMarks = "\xFE\xFD\xFC";
 
-std::size_t LevelOf(Place place) { return place.Value == 0 ? 0U : place.SubValue == 0 ? 1U : 2U; }
+std::size_t LevelOf(Place place) { return place.value == 0 ? 0U : place.sub_value == 0 ? 1U : 2U; }
 
 // The list that holds the element at `place`, and where in it.
 std::string ParentOf(const std::string& array, Place place) {
@@ -31,20 +31,20 @@ std::string ParentOf(const std::string& array, Place place) {
     case 0:
       return array;
     case 1:
-      return Extract(array, {place.Field});
+      return Extract(array, {place.field});
     default:
-      return Extract(array, {place.Field, place.Value});
+      return Extract(array, {place.field, place.value});
   }
 }
 
 std::int64_t PositionOf(Place place) {
   switch (LevelOf(place)) {
     case 0:
-      return place.Field;
+      return place.field;
     case 1:
-      return place.Value;
+      return place.value;
     default:
-      return place.SubValue;
+      return place.sub_value;
   }
 }
 
@@ -56,7 +56,7 @@ void CheckAgainstLiteral(const std::string& list, Place place, const std::string
 }
 
 void CheckUndone(const std::string& list, Place place, const std::string& x) {
-  const bool names = place.Field > 0 && place.Value >= 0 && place.SubValue >= 0;
+  const bool names = place.field > 0 && place.value >= 0 && place.sub_value >= 0;
   const char mark = kMarks[LevelOf(place)];
   if (!names || x.find_first_of(kMarks.substr(0, LevelOf(place) + 1)) != std::string::npos) {
     return;
@@ -90,19 +90,19 @@ model::ValueList ElementsOf(const std::string& list, char mark) {
 }
 
 void CheckLocate(const std::string& x, const std::string& list, Place level, LocateOrder order) {
-  const bool fields = level.Field == 0;
-  const char mark = kMarks[fields ? 0U : level.Value == 0 ? 1U : 2U];
-  const std::string searched = fields ? list : Extract(list, {level.Field, level.Value});
+  const bool fields = level.field == 0;
+  const char mark = kMarks[fields ? 0U : level.value == 0 ? 1U : 2U];
+  const std::string searched = fields ? list : Extract(list, {level.field, level.value});
   const Located want = model::LocateIn(x, ElementsOf(searched, mark), order);
   const Located got = Locate(x, list, level, order);
-  Require(want.Found == got.Found && want.Position == got.Position, "locate finds the first");
+  Require(want.found == got.found && want.position == got.position, "locate finds the first");
 }
 
 // Fields inserted one after the other where Locate says are in order.
 void CheckOrder(const std::string& list, LocateOrder order) {
   std::string ordered;
   for (const std::string& field : fuzz::SplitAt(list, kFieldMark)) {
-    ordered = Insert(ordered, {Locate(field, ordered, {}, order).Position}, field);
+    ordered = Insert(ordered, {Locate(field, ordered, {}, order).position}, field);
   }
   const std::vector<std::string> fields = fuzz::SplitAt(ordered, kFieldMark);
   for (std::size_t i = 1; i < fields.size(); ++i) {
@@ -123,7 +123,7 @@ void CheckField(const std::string& text, char delimiter, std::int64_t n, std::in
   const std::vector<std::string> elements = fuzz::SplitAt(text, delimiter);
   const auto first = static_cast<std::size_t>(std::max<std::int64_t>(n, 1) - 1);
   if (first >= elements.size()) {
-    Require(field.Text.empty() && field.Col1 == text.size() + 1 && field.Col2 == text.size() + 1,
+    Require(field.text.empty() && field.col1 == text.size() + 1 && field.col2 == text.size() + 1,
             "there is nothing behind the last field");
     return;
   }
@@ -131,11 +131,11 @@ void CheckField(const std::string& text, char delimiter, std::int64_t n, std::in
   const std::size_t last = std::min(elements.size(), first + most);
   const std::vector<std::string> taken(elements.begin() + static_cast<std::ptrdiff_t>(first),
                                        elements.begin() + static_cast<std::ptrdiff_t>(last));
-  RequireEqual(fuzz::JoinWith(taken, delimiter), field.Text, "fields are taken as they stand");
-  RequireEqual(field.Text, text.substr(field.Col1, field.Col2 - field.Col1 - 1),
+  RequireEqual(fuzz::JoinWith(taken, delimiter), field.text, "fields are taken as they stand");
+  RequireEqual(field.text, text.substr(field.col1, field.col2 - field.col1 - 1),
                "the columns stand around the text");
-  Require(field.Col1 == 0 || text[field.Col1 - 1] == delimiter, "a delimiter is in front");
-  Require(field.Col2 == text.size() + 1 || text[field.Col2 - 1] == delimiter,
+  Require(field.col1 == 0 || text[field.col1 - 1] == delimiter, "a delimiter is in front");
+  Require(field.col2 == text.size() + 1 || text[field.col2 - 1] == delimiter,
           "a delimiter is behind");
 }
 
@@ -150,9 +150,9 @@ void CheckCount(const std::string& text, char delimiter) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   ptick::fuzz::FuzzInput input(data, size);
-  const Place place = {.Field = input.TakeBetween(-2, 9),
-                       .Value = input.TakeBetween(-2, 5),
-                       .SubValue = input.TakeBetween(-2, 5)};
+  const Place place = {.field = input.TakeBetween(-2, 9),
+                       .value = input.TakeBetween(-2, 5),
+                       .sub_value = input.TakeBetween(-2, 5)};
   const std::int64_t n = input.TakeBetween(-1, 9);
   const std::int64_t count = input.TakeBetween(-1, 5);
   const auto delimiter = static_cast<char>(input.TakeByte());

@@ -17,13 +17,13 @@ constexpr std::int64_t kAppend = -1;
 using Positions = std::span<const std::int64_t>;
 
 std::vector<std::int64_t> PositionsOf(Place place) {
-  if (place.Value == 0) {
-    return {place.Field};
+  if (place.value == 0) {
+    return {place.field};
   }
-  if (place.SubValue == 0) {
-    return {place.Field, place.Value};
+  if (place.sub_value == 0) {
+    return {place.field, place.value};
   }
-  return {place.Field, place.Value, place.SubValue};
+  return {place.field, place.value, place.sub_value};
 }
 
 bool IsNowhere(Positions positions) {

@@ -59,8 +59,8 @@ void CheckAnyMask(const std::string& text, const std::string& mask_text) {
 
 // The number times 10^places, rounded half away from zero; nothing where 18 digits do not hold it.
 std::optional<std::int64_t> Rounded(const ptick::DecimalDigits& number, std::size_t places) {
-  std::string digits = std::string(number.Whole) + std::string(number.Fraction);
-  const std::size_t kept = number.Whole.size() + places;
+  std::string digits = std::string(number.whole) + std::string(number.fraction);
+  const std::size_t kept = number.whole.size() + places;
   if (kept > 18) {
     return std::nullopt;
   }
@@ -69,7 +69,7 @@ std::optional<std::int64_t> Rounded(const ptick::DecimalDigits& number, std::siz
   std::int64_t rounded = 0;
   std::from_chars(digits.data(), digits.data() + digits.size(), rounded);
   rounded += up ? 1 : 0;
-  return number.Negative ? -rounded : rounded;
+  return number.negative ? -rounded : rounded;
 }
 
 // "-12.50" and "1,234" as the whole number of their digits.

@@ -23,17 +23,17 @@ constexpr std::size_t kMostProfiles = 6;
 
 std::string MergedText(const std::vector<std::string>& texts, std::size_t block_size) {
   ptick::MemoryPlatform platform;
-  platform.BlockSize = block_size;
+  platform.block_size = block_size;
   std::vector<std::string> names;
   for (const std::string& text : texts) {
     names.push_back("run" + std::to_string(names.size()));
-    platform.Files["."][names.back()] = {text};
+    platform.files["."][names.back()] = {text};
   }
   ptick::ProfileMerge merge;
   const ptick::model::Ran ran = ptick::model::RunTyped(
       [&](ptick::Output& output) { ptick::MergeProfileFiles(names, platform, output, merge); });
   std::string text = ptick::model::JoinLines(ptick::model::ReadLines(merge));
-  Require(text.empty() == (ran.Stopped == std::optional(2)), "2 says that nothing was merged");
+  Require(text.empty() == (ran.stopped == std::optional(2)), "2 says that nothing was merged");
   return text;
 }
 

@@ -25,21 +25,21 @@ using ptick::fuzz::RequireEqual;
 
 /// What is printed, and where.
 struct Job {
-  bool IsTerminal = false;
-  bool HasKeyboard = false;
-  bool LaysOutInPlace = false;
-  int Error = 0;  ///< of writing to standard output
-  std::int64_t Length = 24;
-  std::string Keys;
-  std::optional<PageHeading> Heading;
-  std::vector<std::string> Lines;
+  bool is_terminal = false;
+  bool has_keyboard = false;
+  bool lays_out_in_place = false;
+  int error = 0;  ///< of writing to standard output
+  std::int64_t length = 24;
+  std::string keys;
+  std::optional<PageHeading> heading;
+  std::vector<std::string> lines;
 };
 
 /// What came of it.
 struct Outcome {
-  std::string Text;
-  int KeysAskedFor = 0;
-  std::optional<int> Stopped;
+  std::string text;
+  int keys_asked_for = 0;
+  std::optional<int> stopped;
 };
 
 std::string Shown(std::string text) {
@@ -51,48 +51,48 @@ std::string Shown(std::string text) {
 // The pages laid out one by one, as long as keys ask for more.
 class Layout {
  public:
-  explicit Layout(const Job& job) : job_(job), waits_(job.HasKeyboard) {}
+  explicit Layout(const Job& job) : job_(job), waits_(job.has_keyboard) {}
 
   Outcome Make() {
-    for (const std::string& line : job_.Lines) {
-      if (job_.Heading && MustTurn() && !Turn()) {
+    for (const std::string& line : job_.lines) {
+      if (job_.heading && MustTurn() && !Turn()) {
         return outcome_;
       }
       AddLine(line);
     }
-    if (job_.Heading && page_ == 0) {
+    if (job_.heading && page_ == 0) {
       Turn();
     }
     return outcome_;
   }
 
  private:
-  bool MustTurn() const { return page_ == 0 || (job_.IsTerminal && left_ == 0); }
+  bool MustTurn() const { return page_ == 0 || (job_.is_terminal && left_ == 0); }
 
   void AddLine(const std::string& line) {
-    outcome_.Text += (job_.IsTerminal ? Shown(line) : line) + "\n";
+    outcome_.text += (job_.is_terminal ? Shown(line) : line) + "\n";
     --left_;
   }
 
   bool Turn() {
     if (page_ > 0 && waits_ && !WantsMore()) {
-      outcome_.Stopped = 0;
+      outcome_.stopped = 0;
       return false;
     }
     ++page_;
-    AddLine(job_.Heading->Title + " Page " + std::to_string(page_));
-    AddLine(job_.Heading->Columns);
-    left_ = std::max<std::int64_t>(job_.Length - 2, 1);
+    AddLine(job_.heading->title + " Page " + std::to_string(page_));
+    AddLine(job_.heading->columns);
+    left_ = std::max<std::int64_t>(job_.length - 2, 1);
     return true;
   }
 
   bool WantsMore() {
     while (true) {
-      ++outcome_.KeysAskedFor;
-      if (next_key_ == job_.Keys.size()) {
+      ++outcome_.keys_asked_for;
+      if (next_key_ == job_.keys.size()) {
         return false;
       }
-      const char key = job_.Keys[next_key_++];
+      const char key = job_.keys[next_key_++];
       if (key == 'q') {
         return false;
       }
@@ -119,27 +119,27 @@ void PrintInPlace(const std::string& line, ptick::Output& output) {
 }
 
 Outcome Print(const Job& job, MemoryPlatform& platform) {
-  platform.OutputIsTerminal = job.IsTerminal;
-  platform.Keyboard = job.HasKeyboard;
-  platform.Length = job.Length;
-  platform.Keys.assign(job.Keys.begin(), job.Keys.end());
-  platform.OutputError = job.Error;
+  platform.output_is_terminal = job.is_terminal;
+  platform.keyboard = job.has_keyboard;
+  platform.length = job.length;
+  platform.keys.assign(job.keys.begin(), job.keys.end());
+  platform.output_error = job.error;
   ptick::Output output(platform);
   Outcome outcome;
   try {
-    if (job.Heading) {
-      output.SetHeading(*job.Heading);
+    if (job.heading) {
+      output.SetHeading(*job.heading);
     }
-    for (const std::string& line : job.Lines) {
-      job.LaysOutInPlace ? PrintInPlace(line, output) : output.PrintLine(line);
+    for (const std::string& line : job.lines) {
+      job.lays_out_in_place ? PrintInPlace(line, output) : output.PrintLine(line);
     }
     output.Finish();
   } catch (const ptick::Stop& stop) {
-    outcome.Stopped = stop.Status;
+    outcome.stopped = stop.status;
     output.Close();
   }
-  outcome.Text = platform.Output;
-  outcome.KeysAskedFor = platform.KeysAskedFor;
+  outcome.text = platform.printed;
+  outcome.keys_asked_for = platform.keys_asked_for;
   return outcome;
 }
 
@@ -147,32 +147,32 @@ void CheckLayout(const Job& job) {
   MemoryPlatform platform;
   const Outcome want = Layout(job).Make();
   const Outcome got = Print(job, platform);
-  RequireEqual(want.Text, got.Text, "pages hold the lines below headings");
-  Require(want.KeysAskedFor == got.KeysAskedFor, "each full page waits for a key");
-  Require(want.Stopped == got.Stopped, "q and the end of keys end the run");
-  Require(platform.Terminal.empty(), "diagnostics are for failures");
+  RequireEqual(want.text, got.text, "pages hold the lines below headings");
+  Require(want.keys_asked_for == got.keys_asked_for, "each full page waits for a key");
+  Require(want.stopped == got.stopped, "q and the end of keys end the run");
+  Require(platform.on_terminal.empty(), "diagnostics are for failures");
 }
 
 void CheckFailure(const Job& job) {
   MemoryPlatform platform;
   const Outcome got = Print(job, platform);
-  Require(got.Text.empty(), "what cannot be written is not written");
-  if (Layout(job).Make().Text.empty()) {
-    Require(!got.Stopped && platform.Terminal.empty(), "nothing to write is no failure");
+  Require(got.text.empty(), "what cannot be written is not written");
+  if (Layout(job).Make().text.empty()) {
+    Require(!got.stopped && platform.on_terminal.empty(), "nothing to write is no failure");
     return;
   }
-  const bool closed = job.Error == EPIPE;
-  Require(got.Stopped == (closed ? 0 : 1), "a failed write ends the run");
-  Require(platform.Terminal.starts_with("ptick: cannot write: ") != closed, "and says why");
+  const bool closed = job.error == EPIPE;
+  Require(got.stopped == (closed ? 0 : 1), "a failed write ends the run");
+  Require(platform.on_terminal.starts_with("ptick: cannot write: ") != closed, "and says why");
 }
 
 void CheckTitle(const std::string& title, std::int64_t width) {
   const PageHeading heading = ptick::ReportHeading(title, "columns", width);
   const auto size = static_cast<std::int64_t>(title.size());
-  Require(heading.Title.starts_with(title), "a title is kept");
-  Require(static_cast<std::int64_t>(heading.Title.size()) == std::max(size, width - 15),
+  Require(heading.title.starts_with(title), "a title is kept");
+  Require(static_cast<std::int64_t>(heading.title.size()) == std::max(size, width - 15),
           "blanks fill a title");
-  Require(heading.Title.find_first_not_of(' ', title.size()) == std::string::npos,
+  Require(heading.title.find_first_not_of(' ', title.size()) == std::string::npos,
           "nothing but blanks is added");
 }
 
@@ -195,28 +195,28 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   ptick::fuzz::FuzzInput input(data, size);
   Job job;
   const unsigned int flags = input.TakeByte();
-  job.IsTerminal = (flags & 1U) != 0;
-  job.HasKeyboard = (flags & 2U) != 0 && job.IsTerminal;
-  job.LaysOutInPlace = (flags & 4U) != 0;
+  job.is_terminal = (flags & 1U) != 0;
+  job.has_keyboard = (flags & 2U) != 0 && job.is_terminal;
+  job.lays_out_in_place = (flags & 4U) != 0;
   const bool has_heading = (flags & 8U) != 0;
-  const bool fails = (flags & 16U) != 0 && !job.HasKeyboard;
+  const bool fails = (flags & 16U) != 0 && !job.has_keyboard;
   const bool is_long = (flags & 32U) != 0;
-  job.Length = input.TakeByte();
+  job.length = input.TakeByte();
   const std::int64_t width = input.TakeByte();
   const int times = input.TakeBetween(1, 3);
-  job.Keys = input.TakeUpTo('\0');
+  job.keys = input.TakeUpTo('\0');
   const std::string title = input.TakeUpTo('\n');
   const std::string columns = input.TakeUpTo('\n');
   if (has_heading) {
-    job.Heading = ptick::ReportHeading(title, columns, width);
+    job.heading = ptick::ReportHeading(title, columns, width);
   }
   // Long enough for lines to leave the buffer in several pieces.
-  job.Lines = TakeLines(input, times, is_long ? 1000 : 1);
+  job.lines = TakeLines(input, times, is_long ? 1000 : 1);
 
   CheckTitle(title, width);
   CheckLayout(job);
   if (fails) {
-    job.Error = width % 2 == 0 ? EPIPE : ENOSPC;
+    job.error = width % 2 == 0 ? EPIPE : ENOSPC;
     CheckFailure(job);
   }
   return 0;

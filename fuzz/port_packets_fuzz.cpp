@@ -23,13 +23,13 @@ void CheckAnyRequest(const std::string& packet) {
     Require(IsMonitorPacket(packet), "a control message is never malformed");
     return;
   }
-  switch (request->What) {
+  switch (request->what) {
     case Kind::kControl:
       Require(!IsMonitorPacket(packet), "what is meant for the monitor is no control message");
-      RequireEqual(packet, request->Text, "a control message is its text");
+      RequireEqual(packet, request->text, "a control message is its text");
       break;
     case Kind::kMonitorOn:
-      RequireEqual(packet, MonitorOnPacket(request->File, request->Options).value_or("(none)"),
+      RequireEqual(packet, MonitorOnPacket(request->file, request->options).value_or("(none)"),
                    "a request that was read makes the same packet");
       break;
     case Kind::kMonitorOff:
@@ -45,14 +45,14 @@ void CheckMonitorOn(const std::string& file, const std::string& options) {
     return;
   }
   const std::optional<PortRequest> request = ParseRequest(*packet);
-  Require(request && request->What == Kind::kMonitorOn, "a request to switch on is read as one");
-  RequireEqual(file, request->File, "the file name comes back");
-  RequireEqual(options, request->Options, "the options come back");
+  Require(request && request->what == Kind::kMonitorOn, "a request to switch on is read as one");
+  RequireEqual(file, request->file, "the file name comes back");
+  RequireEqual(options, request->options, "the options come back");
 }
 
 void CheckMonitorOff() {
   const std::optional<PortRequest> request = ParseRequest(MonitorOffPacket());
-  Require(request && request->What == Kind::kMonitorOff, "a request to switch off is read as one");
+  Require(request && request->what == Kind::kMonitorOff, "a request to switch off is read as one");
 }
 
 void CheckReply(int result) {

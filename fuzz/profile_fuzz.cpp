@@ -25,9 +25,9 @@ constexpr std::array<std::string_view, 16> kOptions = {
     "-o", "-ov", "-s",  "-A",   "-Av", "-kkeys", "-tkkeys", "-fsrc"};
 
 int Report(std::string_view options, const std::string& profile, MemoryPlatform& platform) {
-  platform.Arguments = {"ptick", std::string(options), "profile"};
-  platform.Files["."]["profile"] = {profile};
-  platform.Files["src"]["A"] = {profile};
+  platform.arguments = {"ptick", std::string(options), "profile"};
+  platform.files["."]["profile"] = {profile};
+  platform.files["src"]["A"] = {profile};
   return ptick::RunPtick(platform);
 }
 
@@ -46,16 +46,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string_view options = kOptions.at(choice % kOptions.size());
   MemoryPlatform torn;
   MemoryPlatform whole;
-  torn.BlockSize = std::size_t{1} + input.TakeByte();
-  torn.OutputIsTerminal = whole.OutputIsTerminal = (choice & 16U) != 0;
+  torn.block_size = std::size_t{1} + input.TakeByte();
+  torn.output_is_terminal = whole.output_is_terminal = (choice & 16U) != 0;
   const std::string profile = input.TakeRest();
 
   const int status = Report(options, profile, torn);
   Require(status >= 0 && status <= 2, "a report ends with 0, 1 or 2");
   Require(status == Report(options, profile, whole), "block sizes do not change the status");
-  RequireEqual(whole.Output, torn.Output, "block sizes do not change the report");
-  RequireEqual(whole.Terminal, torn.Terminal, "block sizes do not change the diagnostics");
-  Require(whole.ShellRuns == torn.ShellRuns, "block sizes do not change the script");
-  Require(!whole.OutputIsTerminal || IsPrintable(whole.Output), "a terminal gets no control bytes");
+  RequireEqual(whole.printed, torn.printed, "block sizes do not change the report");
+  RequireEqual(whole.on_terminal, torn.on_terminal, "block sizes do not change the diagnostics");
+  Require(whole.shell_runs == torn.shell_runs, "block sizes do not change the script");
+  Require(!whole.output_is_terminal || IsPrintable(whole.printed),
+          "a terminal gets no control bytes");
   return 0;
 }

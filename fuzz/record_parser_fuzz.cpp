@@ -33,11 +33,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const unsigned int choice = input.TakeByte();
   const ptick::RunOptions options = OptionsOf(choice);
   Delivery delivery;
-  delivery.BlockSize = std::size_t{1} + input.TakeByte();
-  delivery.LongestPiece = std::size_t{1} + input.TakeByte();
-  delivery.Seed = input.TakeByte();
+  delivery.block_size = std::size_t{1} + input.TakeByte();
+  delivery.longest_piece = std::size_t{1} + input.TakeByte();
+  delivery.seed = input.TakeByte();
   const std::string profile = input.TakeRest();
-  const Delivery whole = {.BlockSize = profile.size() + 1, .LongestPiece = profile.size() + 1};
+  const Delivery whole = {.block_size = profile.size() + 1, .longest_piece = profile.size() + 1};
 
   RequireEqual("", ParseDifference(profile, options, whole), "the tables are the model's");
   RequireEqual("", ParseDifference(profile, options, delivery), "torn lines change nothing");

@@ -43,14 +43,14 @@ class Arguments {
 
 Records ParseRecords(std::string_view name) {
   struct Named {
-    std::string_view Name;
-    Records Kind;
+    std::string_view name;
+    Records kind;
   };
   for (const Named& known :
        {Named{"trace", Records::kTrace}, Named{"perform", Records::kPerform},
         Named{"subroutine_call", Records::kSubroutineCall}, Named{"input", Records::kInput}}) {
-    if (known.Name == name) {
-      return known.Kind;
+    if (known.name == name) {
+      return known.kind;
     }
   }
   throw std::invalid_argument("unknown kind of records: " + std::string(name));
@@ -58,27 +58,27 @@ Records ParseRecords(std::string_view name) {
 
 void ParseArgument(std::string_view argument, Arguments& rest, GenerateOptions& options) {
   if (argument == "--lines") {
-    options.Lines = rest.NextNumber<std::uint32_t>();
+    options.lines = rest.NextNumber<std::uint32_t>();
   } else if (argument == "--programs") {
-    options.Programs = rest.NextNumber<std::uint32_t>();
+    options.programs = rest.NextNumber<std::uint32_t>();
   } else if (argument == "--last-line") {
-    options.LastLine = rest.NextNumber<std::uint32_t>();
+    options.last_line = rest.NextNumber<std::uint32_t>();
   } else if (argument == "--files") {
-    options.Files = rest.NextNumber<std::uint32_t>();
+    options.files = rest.NextNumber<std::uint32_t>();
   } else if (argument == "--seed") {
-    options.Seed = rest.NextNumber<std::uint64_t>();
+    options.seed = rest.NextNumber<std::uint64_t>();
   } else if (argument == "--records") {
-    options.Kind = ParseRecords(rest.Next());
+    options.kind = ParseRecords(rest.Next());
   } else if (argument == "--sources") {
-    options.Sources = rest.Next();
+    options.sources = rest.Next();
   } else if (argument == "--distinct-keys") {
-    options.Keys = TraceKeys::kDistinct;
+    options.keys = TraceKeys::kDistinct;
   } else if (argument == "--common") {
-    options.Keys = TraceKeys::kCommon;
-  } else if (argument.starts_with("-") || !options.File.empty()) {
+    options.keys = TraceKeys::kCommon;
+  } else if (argument.starts_with("-") || !options.file.empty()) {
     throw std::invalid_argument("unexpected argument: " + std::string(argument));
   } else {
-    options.File = argument;
+    options.file = argument;
   }
 }
 
@@ -90,7 +90,7 @@ GenerateOptions ParseGenerateOptions(std::span<const char* const> arguments) {
     const std::string_view argument = rest.Next();
     ParseArgument(argument, rest, options);
   }
-  if (options.File.empty()) {
+  if (options.file.empty()) {
     throw std::invalid_argument("no file named");
   }
   return options;

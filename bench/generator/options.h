@@ -25,16 +25,16 @@ enum class TraceKeys {
 
 /// What to generate.
 struct GenerateOptions {
-  std::filesystem::path File;
+  std::filesystem::path file;
   std::optional<std::filesystem::path>
-      Sources;  ///< directory to put a source record per program in
-  Records Kind = Records::kTrace;
-  TraceKeys Keys = TraceKeys::kRandom;
-  std::uint32_t Lines = 1'000'000;
-  std::uint32_t Programs = 2'000;
-  std::uint32_t LastLine = 5'000;  ///< programs have the source lines 1 to LastLine
-  std::uint32_t Files = 1;         ///< more than one: FILE.1, FILE.2, ...
-  std::uint64_t Seed = 1;
+      sources;  ///< directory to put a source record per program in
+  Records kind = Records::kTrace;
+  TraceKeys keys = TraceKeys::kRandom;
+  std::uint32_t lines = 1'000'000;
+  std::uint32_t programs = 2'000;
+  std::uint32_t last_line = 5'000;  ///< programs have the source lines 1 to LastLine
+  std::uint32_t files = 1;          ///< more than one: FILE.1, FILE.2, ...
+  std::uint64_t seed = 1;
 };
 
 inline constexpr std::string_view kGenerateUsage =

@@ -34,11 +34,11 @@ std::uint64_t PutTraces(const GenerateOptions& options, const TraceKeyChoice& ke
                         const std::vector<std::string>& programs, Random& random,
                         OtherRecords& others, TextFile& text) {
   std::uint64_t sum = 0;
-  for (std::uint32_t i = 0; i < options.Lines; ++i) {
+  for (std::uint32_t i = 0; i < options.lines; ++i) {
     const TraceKey key = keys.At(i, random);
     const std::uint32_t ticks = random.Zipf();
     sum += ticks;
-    text.Put("PROFILE:trace\t").Put(programs[key.Program]).Put("\t").Put(key.Line);
+    text.Put("PROFILE:trace\t").Put(programs[key.program]).Put("\t").Put(key.line);
     text.Put("\t").Put(ticks).Put("\n");
     if (random.Below(kSprinkle) == 0) {
       others.PutAny();
@@ -48,10 +48,10 @@ std::uint64_t PutTraces(const GenerateOptions& options, const TraceKeyChoice& ke
 }
 
 void PutOthers(const GenerateOptions& options, OtherRecords& others) {
-  for (std::uint32_t i = 0; i < options.Lines; ++i) {
-    if (options.Kind == Records::kPerform) {
+  for (std::uint32_t i = 0; i < options.lines; ++i) {
+    if (options.kind == Records::kPerform) {
       others.PutPerform();
-    } else if (options.Kind == Records::kSubroutineCall) {
+    } else if (options.kind == Records::kSubroutineCall) {
       others.PutSubroutineCall();
     } else {
       others.PutInput();
@@ -64,13 +64,13 @@ void PutOthers(const GenerateOptions& options, OtherRecords& others) {
 void WriteProfile(const GenerateOptions& options, std::uint32_t file,
                   const std::filesystem::path& path) {
   const TraceKeyChoice keys(options, file);
-  const std::vector<std::string> programs = ProgramNames(options.Programs);
-  Random random(Random::Mix(options.Seed) + file);
+  const std::vector<std::string> programs = ProgramNames(options.programs);
+  Random random(Random::Mix(options.seed) + file);
   TextFile text(path);
   OtherRecords others(programs, random, text);
   others.PutHead();
   std::uint64_t ticks = 0;
-  if (options.Kind == Records::kTrace) {
+  if (options.kind == Records::kTrace) {
     ticks = PutTraces(options, keys, programs, random, others, text);
   } else {
     PutOthers(options, others);
@@ -81,10 +81,10 @@ void WriteProfile(const GenerateOptions& options, std::uint32_t file,
 
 void WriteSources(const GenerateOptions& options, const std::filesystem::path& directory) {
   std::filesystem::create_directories(directory);
-  Random random(options.Seed);
-  for (const std::string& program : ProgramNames(options.Programs)) {
+  Random random(options.seed);
+  for (const std::string& program : ProgramNames(options.programs)) {
     TextFile text(directory / program);
-    for (std::uint32_t line = 1; line <= options.LastLine; ++line) {
+    for (std::uint32_t line = 1; line <= options.last_line; ++line) {
       text.Put(kSourceLines.at(random.Below(kSourceLines.size()))).Put(line).Put("\n");
     }
     text.Close();

@@ -14,31 +14,31 @@ constexpr std::uint64_t kOwnShare = 64;
 TraceKeyChoice::TraceKeyChoice(const GenerateOptions& options, std::uint32_t file)
     : options_(options),
       file_(file),
-      pairs_(std::uint64_t{options.Programs} * options.LastLine, options.Seed),
-      order_(options.Lines, options.Seed + file + 1) {
-  if (PairsNeeded() > std::uint64_t{options.Programs} * options.LastLine) {
+      pairs_(std::uint64_t{options.programs} * options.last_line, options.seed),
+      order_(options.lines, options.seed + file + 1) {
+  if (PairsNeeded() > std::uint64_t{options.programs} * options.last_line) {
     throw std::invalid_argument("too few programs and lines for so many distinct keys");
   }
 }
 
 TraceKey TraceKeyChoice::At(std::uint32_t index, Random& random) const {
-  if (options_.Keys == TraceKeys::kRandom) {
-    return {random.Below(options_.Programs), random.Below(options_.LastLine) + 1};
+  if (options_.keys == TraceKeys::kRandom) {
+    return {random.Below(options_.programs), random.Below(options_.last_line) + 1};
   }
   const std::uint64_t pair = pairs_.At(
-      options_.Keys == TraceKeys::kCommon ? CommonPair(index) : file_ * options_.Lines + index);
-  return {static_cast<std::uint32_t>(pair / options_.LastLine),
-          static_cast<std::uint32_t>(pair % options_.LastLine) + 1};
+      options_.keys == TraceKeys::kCommon ? CommonPair(index) : file_ * options_.lines + index);
+  return {static_cast<std::uint32_t>(pair / options_.last_line),
+          static_cast<std::uint32_t>(pair % options_.last_line) + 1};
 }
 
 std::uint64_t TraceKeyChoice::PairsNeeded() const {
-  switch (options_.Keys) {
+  switch (options_.keys) {
     case TraceKeys::kRandom:
       break;
     case TraceKeys::kDistinct:
-      return std::uint64_t{options_.Files} * options_.Lines;
+      return std::uint64_t{options_.files} * options_.lines;
     case TraceKeys::kCommon:
-      return options_.Lines + std::uint64_t{options_.Files} * options_.Lines / kOwnShare + 1;
+      return options_.lines + std::uint64_t{options_.files} * options_.lines / kOwnShare + 1;
   }
   return 0;
 }
@@ -50,7 +50,7 @@ std::uint64_t TraceKeyChoice::CommonPair(std::uint32_t index) const {
   if (common % kOwnShare != file_ % kOwnShare) {
     return common;
   }
-  return options_.Lines + (file_ * options_.Lines + common) / kOwnShare;
+  return options_.lines + (file_ * options_.lines + common) / kOwnShare;
 }
 
 }  // namespace ptick::bench

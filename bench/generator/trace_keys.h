@@ -10,8 +10,8 @@ namespace ptick::bench {
 
 /// The program, by number, and source line of a trace line.
 struct TraceKey {
-  std::uint32_t Program;
-  std::uint32_t Line;
+  std::uint32_t program;
+  std::uint32_t line;
 };
 
 /// Chooses the keys of the trace lines of one file of a set.

@@ -88,19 +88,19 @@ void PlainProfile::Order(bool per_program) {
   constexpr std::uint32_t kMostCounters = 1U << 22U;
   std::uint32_t most = 0;
   for (const PlainEntry& entry : entries_) {
-    most = std::max(most, entry.Ticks);
+    most = std::max(most, entry.ticks);
   }
   std::reverse(entries_.begin(), entries_.end());
   if (most < kMostCounters) {
     SortByKey(entries_, std::size_t{most} + 1,
-              [most](const PlainEntry& entry) { return most - entry.Ticks; });
+              [most](const PlainEntry& entry) { return most - entry.ticks; });
   } else {
     std::stable_sort(entries_.begin(), entries_.end(),
-                     [](const PlainEntry& a, const PlainEntry& b) { return a.Ticks > b.Ticks; });
+                     [](const PlainEntry& a, const PlainEntry& b) { return a.ticks > b.ticks; });
   }
   if (per_program) {
     SortByKey(entries_, names_.size(),
-              [ranks = NameRanks()](const PlainEntry& entry) { return ranks[entry.Program]; });
+              [ranks = NameRanks()](const PlainEntry& entry) { return ranks[entry.program]; });
   }
 }
 

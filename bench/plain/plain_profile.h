@@ -13,9 +13,9 @@ namespace ptick::bench {
 
 /// What the plain program keeps of a trace line.
 struct PlainEntry {
-  std::uint32_t Program;
-  std::uint32_t Line;
-  std::uint32_t Ticks;
+  std::uint32_t program;
+  std::uint32_t line;
+  std::uint32_t ticks;
 };
 
 /// The trace lines and the total of a profile, read the plain way: a block at a time, split with

@@ -67,7 +67,7 @@ class PlainReport {
 void PlainReport::Print(bool per_program) {
   const PlainEntry* previous = nullptr;
   for (const PlainEntry& entry : profile_.Entries()) {
-    const bool shows_name = previous == nullptr || previous->Program != entry.Program;
+    const bool shows_name = previous == nullptr || previous->program != entry.program;
     if (per_program && previous != nullptr && shows_name) {
       PutSubtotal();
     }
@@ -95,15 +95,15 @@ char* PlainReport::NewRow() {
 // Names and numbers of the profiles to measure with fit their columns.
 void PlainReport::PutRow(const PlainEntry& entry, bool shows_name) {
   const std::uint64_t share =
-      profile_.Total() == 0 ? 0 : std::uint64_t{entry.Ticks} * 10000 / profile_.Total();
-  ticks_ += entry.Ticks;
+      profile_.Total() == 0 ? 0 : std::uint64_t{entry.ticks} * 10000 / profile_.Total();
+  ticks_ += entry.ticks;
   hundredths_ += share;
   char* const row = NewRow();
   if (shows_name) {
-    profile_.Name(entry.Program).copy(row, kLineColumn - 1);
+    profile_.Name(entry.program).copy(row, kLineColumn - 1);
   }
-  PutNumber(entry.Line, row + kLineColumn);
-  PutNumber(entry.Ticks, row + kTicksColumn);
+  PutNumber(entry.line, row + kLineColumn);
+  PutNumber(entry.ticks, row + kTicksColumn);
   PutPercent(share, row + kPercentColumn);
 }
 

@@ -12,8 +12,8 @@ namespace {
 constexpr std::size_t kBufferSize = std::size_t{256} * 1024;
 
 std::int64_t LinesOf(const PageHeading& heading) {
-  return 2 + std::count(heading.Title.begin(), heading.Title.end(), '\n') +
-         std::count(heading.Columns.begin(), heading.Columns.end(), '\n');
+  return 2 + std::count(heading.title.begin(), heading.title.end(), '\n') +
+         std::count(heading.columns.begin(), heading.columns.end(), '\n');
 }
 
 bool IsControl(char c) {
@@ -85,11 +85,11 @@ void Output::EndTerminalLine() {
 
 void Output::StartPage() {
   ++page_;
-  Append(heading_->Title);
+  Append(heading_->title);
   Append(" Page ");
   Append(std::to_string(page_));
   Append("\n");
-  Append(heading_->Columns);
+  Append(heading_->columns);
   Append("\n");
   lines_on_page_ = heading_lines_;
 }

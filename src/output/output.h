@@ -15,8 +15,8 @@ namespace ptick {
 /// columns and a line end. Both texts are plain; nothing inside them is interpreted. A name in them
 /// may hold line ends, which make the heading so much longer.
 struct PageHeading {
-  std::string Title;  ///< padded already so that the page number ends where it should
-  std::string Columns;
+  std::string title;  ///< padded already so that the page number ends where it should
+  std::string columns;
 };
 
 /// Prints report lines on standard output and diagnostics on the terminal, in the order given.

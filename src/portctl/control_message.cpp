@@ -48,8 +48,8 @@ Value CountPorts(const std::string& first, const std::string& last) {
 
 void SendToRange(const std::string& target, const std::string& message, Platform& platform,
                  Output& output) {
-  const std::string first_port = Field(target, '-', 1).Text;
-  const std::string last_port = Field(target, '-', 2).Text;
+  const std::string first_port = Field(target, '-', 1).text;
+  const std::string last_port = Field(target, '-', 2).text;
   std::int64_t sent_count = 0;
   for (const std::int64_t port :
        platform.ListeningPorts(PortNumber(first_port), PortNumber(last_port))) {
@@ -75,22 +75,22 @@ ControlCall SplitControlCall(const std::vector<std::string>& arguments) {
   }
   ControlCall call;
   const std::size_t mark = list.find(kFieldMark);
-  call.TargetPort = list.substr(0, mark);
+  call.target_port = list.substr(0, mark);
   if (mark != std::string::npos) {
-    call.ControlText = list.substr(mark + 1);
-    std::ranges::replace(call.ControlText, kFieldMark, ' ');
+    call.control_text = list.substr(mark + 1);
+    std::ranges::replace(call.control_text, kFieldMark, ' ');
   }
   return call;
 }
 
 bool SendControlMessages(const ControlCall& call, Platform& platform, Output& output) {
-  const std::string message = "TICKCTL:" + call.ControlText;
-  if (Matches(call.TargetPort, kPort) && !call.ControlText.empty()) {
-    SendToPort(call.TargetPort, message, platform, output);
+  const std::string message = "TICKCTL:" + call.control_text;
+  if (Matches(call.target_port, kPort) && !call.control_text.empty()) {
+    SendToPort(call.target_port, message, platform, output);
     return true;
   }
-  if (Matches(call.TargetPort, kPortRange)) {
-    SendToRange(call.TargetPort, message, platform, output);
+  if (Matches(call.target_port, kPortRange)) {
+    SendToRange(call.target_port, message, platform, output);
     return true;
   }
   return false;

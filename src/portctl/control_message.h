@@ -10,8 +10,8 @@ namespace ptick {
 
 /// The command line as the control forms read it.
 struct ControlCall {
-  std::string TargetPort;   ///< the first argument, as it was typed; empty when there is none
-  std::string ControlText;  ///< all arguments behind it, joined with one blank between each two
+  std::string target_port;   ///< the first argument, as it was typed; empty when there is none
+  std::string control_text;  ///< all arguments behind it, joined with one blank between each two
 };
 
 /// Splits a command line without the command's own name. An argument that holds a field mark counts

@@ -17,7 +17,7 @@ constexpr int kBadCall = 2;
 constexpr int kGreatestStatus = 255;
 
 std::string Word(const ControlCall& call, std::int64_t n) {
-  return Field(call.ControlText, ' ', n).Text;
+  return Field(call.control_text, ' ', n).text;
 }
 
 int RefuseType(const std::string& monitor_type, Output& output) {

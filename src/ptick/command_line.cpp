@@ -17,8 +17,8 @@ namespace ptick {
 namespace {
 
 struct FlagLetter {
-  char Letter;
-  bool RunOptions::*Flag;
+  char letter;
+  bool RunOptions::*flag;
 };
 
 constexpr std::array kFlagLetters = {
@@ -36,8 +36,8 @@ constexpr std::array kFlagLetters = {
 
 bool RunOptions::*FindFlag(char letter) {
   for (const FlagLetter& flag : kFlagLetters) {
-    if (flag.Letter == letter) {
-      return flag.Flag;
+    if (flag.letter == letter) {
+      return flag.flag;
     }
   }
   return nullptr;

@@ -36,9 +36,9 @@ int RunSteps(Platform& platform, Output& output) {
 int CloseAfter(const Stop& stop, Output& output) {
   try {
     output.Close();
-    return stop.Status;
+    return stop.status;
   } catch (const Stop& failed_close) {
-    return failed_close.Status;
+    return failed_close.status;
   }
 }
 

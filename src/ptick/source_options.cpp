@@ -25,14 +25,14 @@ void OpenSourceFile(std::string_view name, Platform& platform, Output& output,
 void OpenSourceFileList(std::string_view path, Platform& platform, Output& output,
                         RunOptions& options) {
   const RecordPlace place = SplitProfileName(path);
-  const std::unique_ptr<RecordFile> file = platform.OpenFile(place.Directory);
+  const std::unique_ptr<RecordFile> file = platform.OpenFile(place.directory);
   if (!file) {
-    output.PrintMessage(201, place.Directory);
+    output.PrintMessage(201, place.directory);
     throw Stop{1};
   }
-  const std::optional<RecordText> list = ReadRecordText(*file, place.Record);
+  const std::optional<RecordText> list = ReadRecordText(*file, place.record);
   if (!list) {
-    output.PrintMessage(202, place.Record);
+    output.PrintMessage(202, place.record);
     throw Stop{1};
   }
   if (list->FieldCount() + options.SourceFiles.size() > kSourceFileLimit) {

@@ -7,8 +7,8 @@ namespace ptick {
 
 /// Where a named record is found.
 struct RecordPlace {
-  std::string Directory;
-  std::string Record;
+  std::string directory;
+  std::string record;
 };
 
 /// Splits a file name at its last "/". Without one the directory is "."; of "/run1" it is "/".

@@ -59,7 +59,7 @@ void PrintResources(const ProfileTables& tables, Output& output) {
   }
   Block block("Resource info : ", output);
   for (std::size_t n = 0; n < kResourceLabels.size(); ++n) {
-    std::string figure = Field(tables.Resource, '\t', static_cast<std::int64_t>(n + 1)).Text;
+    std::string figure = Field(tables.Resource, '\t', static_cast<std::int64_t>(n + 1)).text;
     if (n < kPageFigures && tables.PageSize.IsTrue()) {
       figure += "  (" + Fmt(Multiply(figure, tables.PageSize), "ML,") + " bytes)";
     }

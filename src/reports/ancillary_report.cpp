@@ -100,11 +100,11 @@ void PrintKeyboard(const ProfileTables& tables, Output& output) {
   if (!tables.TypeRate || tables.Hertz.Empty()) {
     return;
   }
-  const Value characters = tables.TypeRate->Characters;
+  const Value characters = tables.TypeRate->characters;
   if (CompareWithZero(characters) <= 0) {
     return;
   }
-  const Value seconds = Divide(tables.TypeRate->Ticks, tables.Hertz);
+  const Value seconds = Divide(tables.TypeRate->ticks, tables.Hertz);
   output.PrintLine("Keyboard speed: " + characters.Text() + " characters in " + seconds.Text() +
                    " secs , " + Divide(seconds, characters).Text() + " secs per keystroke");
 }

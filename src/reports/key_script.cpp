@@ -42,11 +42,11 @@ void StackProgram(std::string_view command, std::string& lines) {
 // Seconds per keystroke over the whole run. No characters count as one, so that the time spent
 // typing remains.
 std::string TypeDelay(const TypingRate& rate, const Value& hertz) {
-  Value characters = rate.Characters;
+  Value characters = rate.characters;
   if (characters == 0) {
     characters = 1;
   }
-  return Divide(Divide(rate.Ticks, characters), hertz).Text();
+  return Divide(Divide(rate.ticks, characters), hertz).Text();
 }
 
 std::string ScriptLines(const ProfileTables& tables, const RunOptions& options,

@@ -13,8 +13,8 @@ namespace {
 
 /// How an input ended: what the ending character adds to the text and to the replay line.
 struct LineEnding {
-  std::string Typed;
-  std::string_view Suffix;
+  std::string typed;
+  std::string_view suffix;
 };
 
 LineEnding EndingOf(const Value& code) {
@@ -46,11 +46,11 @@ std::string InputLine(std::string_view text, const LineEnding& ending) {
   for (const char c : text) {
     AppendEscaped(c, line);
   }
-  for (const char c : ending.Typed) {
+  for (const char c : ending.typed) {
     AppendEscaped(c, line);
   }
   line += '"';
-  line += ending.Suffix;
+  line += ending.suffix;
   return line;
 }
 

@@ -78,8 +78,8 @@ void LineReport::PrintSourceRow(const TickEntry& entry) {
   const TickTable& details = tables_.Details;
   const std::string text =
       entry.HasExactText()
-          ? sources_->FetchSourceLine(details.Programs()[entry.Program], details.ExactLine(entry))
-          : sources_->FetchSourceLine(details.Programs()[entry.Program], entry.Line);
+          ? sources_->FetchSourceLine(details.Programs()[entry.program], details.ExactLine(entry))
+          : sources_->FetchSourceLine(details.Programs()[entry.program], entry.line);
   char* line = output_.LineRoom(kRowWidth + 1 + text.size());
   layout_.LayOut(entry, line);
   line[kRowWidth] = ' ';

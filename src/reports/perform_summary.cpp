@@ -15,13 +15,13 @@ std::vector<PerformedCommand> SummarizePerforms(const FieldList& performs) {
     const std::string_view command = ExtractPerform(performs[n], PerformValue::kCommand);
     const auto [place, is_new] = places.try_emplace(command, commands.size());
     if (is_new) {
-      commands.push_back({.Command = command});
+      commands.push_back({.command = command});
     }
-    ++commands[place->second].Times;
+    ++commands[place->second].times;
   }
   std::sort(commands.begin(), commands.end(),
             [](const PerformedCommand& a, const PerformedCommand& b) {
-              return a.Times != b.Times ? a.Times > b.Times : a.Command < b.Command;
+              return a.times != b.times ? a.times > b.times : a.command < b.command;
             });
   return commands;
 }

@@ -10,8 +10,8 @@ namespace ptick {
 
 /// A distinct command and how often it was performed.
 struct PerformedCommand {
-  std::string_view Command;  ///< points into the entries that were counted
-  std::int64_t Times = 0;
+  std::string_view command;  ///< points into the entries that were counted
+  std::int64_t times = 0;
 };
 
 /// Counts the commands of `Performs` entries, told apart byte by byte. The most frequent comes

@@ -21,9 +21,9 @@ namespace {
 ColumnTitles PerformColumns(bool verbose) {
   const std::string title = verbose ? "Elapsed Type Ticks  CPUusr,CPUsys ProgramPerformed"
                                     : "Times      Program PERFORMed";
-  return {.Heading = title,
-          .Title = title,
-          .Rule = verbose ? "------- ---- -----  ------------- ----------------"
+  return {.heading = title,
+          .title = title,
+          .rule = verbose ? "------- ---- -----  ------------- ----------------"
                           : "-----      ------- ---------"};
 }
 
@@ -32,9 +32,9 @@ void PrintSummary(const FieldList& performs, Output& output) {
   std::string line;
   for (const PerformedCommand& performed : SummarizePerforms(performs)) {
     line.clear();
-    times_mask.Append(std::to_string(performed.Times), line);
+    times_mask.Append(std::to_string(performed.times), line);
     line += ' ';
-    line += performed.Command;
+    line += performed.command;
     output.PrintLine(line);
   }
 }

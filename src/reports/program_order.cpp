@@ -17,7 +17,7 @@ Number TotalTicksOf(const TickTable& details, std::size_t row) {
     if (entry.HasExactText()) {
       sum.Add(Value(details.ExactTicks(entry)));
     } else {
-      sum.Add(std::int64_t{entry.Ticks});
+      sum.Add(std::int64_t{entry.ticks});
     }
   });
   return Value(sum.Total().Text()).AsNumber();

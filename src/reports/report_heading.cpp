@@ -25,12 +25,12 @@ void BeginReport(std::string title, ColumnTitles columns, const RunOptions& opti
                  Output& output) {
   if (options.AllReports) {
     output.PrintLine("");
-    output.PrintLine(columns.Title);
-    output.PrintLine(columns.Rule);
+    output.PrintLine(columns.title);
+    output.PrintLine(columns.rule);
     return;
   }
   output.SetHeading(
-      ReportHeading(std::move(title), std::move(columns.Heading), options.ReportWidth));
+      ReportHeading(std::move(title), std::move(columns.heading), options.ReportWidth));
 }
 
 }  // namespace ptick

@@ -22,9 +22,9 @@ PageHeading ReportHeading(std::string title, std::string columns, std::int64_t r
 
 /// What stands over the columns of a report, in both of its forms.
 struct ColumnTitles {
-  std::string Heading;  ///< in the page heading
-  std::string Title;    ///< among all reports, where there is no page heading
-  std::string Rule;     ///< the dashes below Title
+  std::string heading;  ///< in the page heading
+  std::string title;    ///< among all reports, where there is no page heading
+  std::string rule;     ///< the dashes below Title
 };
 
 /// Begins a report. By itself it gets a page heading; as one of all reports (-A) an empty line, the

@@ -91,9 +91,9 @@ void RowLayout::StartList() {
 
 void RowLayout::LayOut(const TickEntry& entry, char* row) {
   char* at = row;
-  if (first_ || entry.Program != previous_program_) {
-    std::memcpy(at, name_columns_[entry.Program].data(), kSourceNameWidth);
-    previous_program_ = entry.Program;
+  if (first_ || entry.program != previous_program_) {
+    std::memcpy(at, name_columns_[entry.program].data(), kSourceNameWidth);
+    previous_program_ = entry.program;
     first_ = false;
   } else {
     std::memset(at, ' ', kSourceNameWidth);
@@ -104,8 +104,8 @@ void RowLayout::LayOut(const TickEntry& entry, char* row) {
     at = PutLeft(details_.ExactLine(entry), kLineWidth, at);
     SetTicks(details_.ExactTicks(entry));
   } else {
-    at = PutLine(entry.Line, at);
-    SetTicks(entry.Ticks);
+    at = PutLine(entry.line, at);
+    SetTicks(entry.ticks);
   }
   std::memcpy(at, ticks_columns_.data(), ticks_columns_.size());
 }

@@ -14,8 +14,8 @@ namespace ptick {
 
 /// A source file named by -f or -F, open.
 struct SourceFile {
-  std::string Name;
-  std::unique_ptr<RecordFile> File;
+  std::string name;
+  std::unique_ptr<RecordFile> file;
 };
 
 /// At most this many source files are open, those of -f and -F together.

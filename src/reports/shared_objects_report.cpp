@@ -25,11 +25,11 @@ ColumnTitles ObjectColumns(bool with_sizes) {
   const std::string title = "Shared object name";
   const std::string rule = "------ ------ ----";
   if (!with_sizes) {
-    return {.Heading = title, .Title = title, .Rule = rule};
+    return {.heading = title, .title = title, .rule = rule};
   }
   const Mask name_mask = Mask::Left(kNameWidth);
   const std::string sizes_title = name_mask.Format(title) + " Sizes";
-  return {.Heading = sizes_title, .Title = sizes_title, .Rule = name_mask.Format(rule) + " -----"};
+  return {.heading = sizes_title, .title = sizes_title, .rule = name_mask.Format(rule) + " -----"};
 }
 
 std::vector<std::string_view> SortedNames(const FieldList& objects) {

@@ -52,7 +52,7 @@ const RecordText& SourceLookup::RecordOf(NameTable::Id program, std::size_t file
   std::vector<RecordText>& records = records_[program];
   if (file == records.size()) {
     const std::string_view name = programs_[program];
-    records.push_back(ReadRecordText(*files_[file].File, name).value_or(RecordText()));
+    records.push_back(ReadRecordText(*files_[file].file, name).value_or(RecordText()));
   }
   return records[file];
 }

@@ -12,9 +12,9 @@ namespace {
 
 // The page heading goes without "called".
 ColumnTitles SubroutineColumns() {
-  return {.Heading = "Times       Subroutine",
-          .Title = "Times       Subroutine called",
-          .Rule = "-----       ---------- ------"};
+  return {.heading = "Times       Subroutine",
+          .title = "Times       Subroutine called",
+          .rule = "-----       ---------- ------"};
 }
 
 }  // namespace

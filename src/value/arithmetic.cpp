@@ -33,16 +33,16 @@ constexpr double kMostDistinct = 1e11;
 
 /// Digits / 10^Decimals.
 struct Figure {
-  std::int64_t Digits = 0;
-  int Decimals = 0;
+  std::int64_t digits = 0;
+  int decimals = 0;
 };
 
 std::int64_t PowerOfTen(int exponent) { return kPowersOfTen[static_cast<std::size_t>(exponent)]; }
 
 Figure Shortened(Figure figure) {
-  while (figure.Decimals > 0 && figure.Digits % 10 == 0) {
-    figure.Digits /= 10;
-    --figure.Decimals;
+  while (figure.decimals > 0 && figure.digits % 10 == 0) {
+    figure.digits /= 10;
+    --figure.decimals;
   }
   return figure;
 }
@@ -67,8 +67,8 @@ std::optional<Figure> AsFigure(const Number& number) {
 }
 
 struct Figures {
-  Figure Left;
-  Figure Right;
+  Figure left;
+  Figure right;
 };
 
 std::optional<Figures> AsFigures(const Number& left, const Number& right) {
@@ -81,9 +81,9 @@ std::optional<Figures> AsFigures(const Number& left, const Number& right) {
 }
 
 bool Lengthen(Figure& figure, int decimals) {
-  const std::int64_t factor = PowerOfTen(decimals - figure.Decimals);
-  figure.Decimals = decimals;
-  return !__builtin_mul_overflow(figure.Digits, factor, &figure.Digits);
+  const std::int64_t factor = PowerOfTen(decimals - figure.decimals);
+  figure.decimals = decimals;
+  return !__builtin_mul_overflow(figure.digits, factor, &figure.digits);
 }
 
 /// Both operands with the same decimals.
@@ -92,8 +92,8 @@ std::optional<Figures> AsAlignedFigures(const Number& left, const Number& right)
   if (!figures) {
     return std::nullopt;
   }
-  const int decimals = std::max(figures->Left.Decimals, figures->Right.Decimals);
-  if (!Lengthen(figures->Left, decimals) || !Lengthen(figures->Right, decimals)) {
+  const int decimals = std::max(figures->left.decimals, figures->right.decimals);
+  if (!Lengthen(figures->left, decimals) || !Lengthen(figures->right, decimals)) {
     return std::nullopt;
   }
   return figures;
@@ -102,24 +102,24 @@ std::optional<Figures> AsAlignedFigures(const Number& left, const Number& right)
 /// The number a figure stands for, when its digits are not too many.
 std::optional<Value> Result(Figure figure) {
   figure = Shortened(figure);
-  if (figure.Decimals == 0) {
-    return Value(figure.Digits);
+  if (figure.decimals == 0) {
+    return Value(figure.digits);
   }
-  if (figure.Digits < -kMostExact || figure.Digits > kMostExact) {
+  if (figure.digits < -kMostExact || figure.digits > kMostExact) {
     return std::nullopt;
   }
-  return Value(static_cast<double>(figure.Digits) /
-               static_cast<double>(PowerOfTen(figure.Decimals)));
+  return Value(static_cast<double>(figure.digits) /
+               static_cast<double>(PowerOfTen(figure.decimals)));
 }
 
 std::optional<Value> ExactSum(const Number& left, const Number& right) {
   const std::optional<Figures> figures = AsAlignedFigures(left, right);
   Figure sum;
   if (!figures ||
-      __builtin_add_overflow(figures->Left.Digits, figures->Right.Digits, &sum.Digits)) {
+      __builtin_add_overflow(figures->left.digits, figures->right.digits, &sum.digits)) {
     return std::nullopt;
   }
-  sum.Decimals = figures->Left.Decimals;
+  sum.decimals = figures->left.decimals;
   return Result(sum);
 }
 
@@ -127,10 +127,10 @@ std::optional<Value> ExactDifference(const Number& left, const Number& right) {
   const std::optional<Figures> figures = AsAlignedFigures(left, right);
   Figure difference;
   if (!figures ||
-      __builtin_sub_overflow(figures->Left.Digits, figures->Right.Digits, &difference.Digits)) {
+      __builtin_sub_overflow(figures->left.digits, figures->right.digits, &difference.digits)) {
     return std::nullopt;
   }
-  difference.Decimals = figures->Left.Decimals;
+  difference.decimals = figures->left.decimals;
   return Result(difference);
 }
 
@@ -138,10 +138,10 @@ std::optional<Value> ExactProduct(const Number& left, const Number& right) {
   const std::optional<Figures> figures = AsFigures(left, right);
   Figure product;
   if (!figures ||
-      __builtin_mul_overflow(figures->Left.Digits, figures->Right.Digits, &product.Digits)) {
+      __builtin_mul_overflow(figures->left.digits, figures->right.digits, &product.digits)) {
     return std::nullopt;
   }
-  product.Decimals = figures->Left.Decimals + figures->Right.Decimals;
+  product.decimals = figures->left.decimals + figures->right.decimals;
   return Result(product);
 }
 
@@ -176,7 +176,7 @@ Value Divide(const Value& a, const Value& b) {
     return 0;
   }
   if (const std::optional<Figures> figures = AsAlignedFigures(dividend, divisor)) {
-    return static_cast<double>(figures->Left.Digits) / static_cast<double>(figures->Right.Digits);
+    return static_cast<double>(figures->left.digits) / static_cast<double>(figures->right.digits);
   }
   return AsDouble(dividend) / AsDouble(divisor);
 }

@@ -14,8 +14,8 @@ class ByteBuffer {
   ByteBuffer() = default;
   explicit ByteBuffer(std::size_t size) : bytes_(Uninitialised(size)), size_(size) {}
 
-  char* data() { return bytes_.get(); }       // NOLINT(readability-identifier-naming)
-  std::size_t size() const { return size_; }  // NOLINT(readability-identifier-naming)
+  char* data() { return bytes_.get(); }
+  std::size_t size() const { return size_; }
 
   /// Makes it `size` bytes large, the first `kept` of which stay what they are.
   void Grow(std::size_t size, std::size_t kept) {

@@ -45,8 +45,8 @@ std::optional<std::int64_t> Floor(const Value& x) {
 }
 
 struct LocalMoment {
-  std::int64_t Date = 0;  ///< internal date
-  std::int64_t Time = 0;  ///< internal time of day
+  std::int64_t date = 0;  ///< internal date
+  std::int64_t time = 0;  ///< internal time of day
 };
 
 bool HasCalendarDate(std::int64_t internal_date) {
@@ -63,7 +63,7 @@ std::optional<LocalMoment> ToLocal(std::int64_t time, const ZoneOffset& zone) {
   const std::int64_t second = (local % kSecondsPerDay + kSecondsPerDay) % kSecondsPerDay;
   const std::int64_t day = local / kSecondsPerDay - (local % kSecondsPerDay < 0 ? 1 : 0);
   const LocalMoment moment{day - kDayZero.time_since_epoch().count(), second};
-  return HasCalendarDate(moment.Date) ? std::optional(moment) : std::nullopt;
+  return HasCalendarDate(moment.date) ? std::optional(moment) : std::nullopt;
 }
 
 std::optional<LocalMoment> StampToLocal(const Value& stamp, const ZoneOffset& zone) {
@@ -93,12 +93,12 @@ Value ToLowerCase(const Value& x, const ZoneOffset& /*zone*/) { return LowerCase
 
 Value StampToDate(const Value& x, const ZoneOffset& zone) {
   const std::optional<LocalMoment> moment = StampToLocal(x, zone);
-  return moment ? Value(moment->Date) : x;
+  return moment ? Value(moment->date) : x;
 }
 
 Value StampToTime(const Value& x, const ZoneOffset& zone) {
   const std::optional<LocalMoment> moment = StampToLocal(x, zone);
-  return moment ? Value(moment->Time) : x;
+  return moment ? Value(moment->time) : x;
 }
 
 Value ToDateText(const Value& x, const ZoneOffset& /*zone*/) {
@@ -112,8 +112,8 @@ Value ToTimeText(const Value& x, const ZoneOffset& /*zone*/) {
 }
 
 struct Conversion {
-  std::string_view Code;
-  Value (*Convert)(const Value& x, const ZoneOffset& zone);
+  std::string_view code;
+  Value (*convert)(const Value& x, const ZoneOffset& zone);
 };
 
 constexpr std::array<Conversion, 6> kConversions = {{
@@ -129,13 +129,13 @@ constexpr std::array<Conversion, 6> kConversions = {{
 
 Value OConv(const Value& x, std::string_view code, const ZoneOffset& zone) {
   const auto found = std::find_if(kConversions.begin(), kConversions.end(),
-                                  [&](const Conversion& row) { return row.Code == code; });
-  return found == kConversions.end() ? x : found->Convert(x, zone);
+                                  [&](const Conversion& row) { return row.code == code; });
+  return found == kConversions.end() ? x : found->convert(x, zone);
 }
 
 std::string TimeDate(std::int64_t time, const ZoneOffset& zone) {
   const std::optional<LocalMoment> moment = ToLocal(time, zone);
-  return moment ? TimeText(moment->Time) + " " + DateText(moment->Date) : std::to_string(time);
+  return moment ? TimeText(moment->time) + " " + DateText(moment->date) : std::to_string(time);
 }
 
 }  // namespace ptick

@@ -21,9 +21,9 @@ inline constexpr char kSubValueMark = static_cast<char>(252);
 /// position below -1, or 0 for the field, never names an element: reading it gives the empty text,
 /// changing it changes nothing.
 struct Place {
-  std::int64_t Field = 0;
-  std::int64_t Value = 0;
-  std::int64_t SubValue = 0;
+  std::int64_t field = 0;
+  std::int64_t value = 0;
+  std::int64_t sub_value = 0;
 };
 
 /// The element at `place`; empty when there is none.

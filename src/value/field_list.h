@@ -16,8 +16,8 @@ class FieldList {
     ends_.push_back(bytes_.size());
   }
 
-  std::size_t size() const { return ends_.size(); }  // NOLINT(readability-identifier-naming)
-  bool empty() const { return ends_.empty(); }       // NOLINT(readability-identifier-naming)
+  std::size_t size() const { return ends_.size(); }
+  bool empty() const { return ends_.empty(); }
 
   /// Element `index`, counted from 0.
   std::string_view operator[](std::size_t index) const {

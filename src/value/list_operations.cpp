@@ -15,10 +15,10 @@ namespace {
 
 /// The mark between the elements of a list that Locate searches.
 char MarkOf(Place level) {
-  if (level.Field == 0) {
+  if (level.field == 0) {
     return kFieldMark;
   }
-  return level.Value == 0 ? kValueMark : kSubValueMark;
+  return level.value == 0 ? kValueMark : kSubValueMark;
 }
 
 Number KeyOf(std::string_view element) { return ParseNumber(element).value_or(std::int64_t{0}); }
@@ -45,8 +45,8 @@ LocateOrder ParseLocateOrder(std::string_view code) {
 }
 
 Located Locate(const Value& x, std::string_view array, Place level, LocateOrder order) {
-  const std::string inner = level.Field == 0 ? "" : Extract(array, {level.Field, level.Value, 0});
-  const std::string_view list = level.Field == 0 ? array : inner;
+  const std::string inner = level.field == 0 ? "" : Extract(array, {level.field, level.value, 0});
+  const std::string_view list = level.field == 0 ? array : inner;
   if (list.empty()) {
     return {};
   }

@@ -21,8 +21,8 @@ enum class LocateOrder {
 LocateOrder ParseLocateOrder(std::string_view code);
 
 struct Located {
-  bool Found = false;
-  std::int64_t Position = 1;  ///< of the match, or where x must be inserted
+  bool found = false;
+  std::int64_t position = 1;  ///< of the match, or where x must be inserted
 };
 
 /// Searches a list for x: the fields of `array` (level.Field 0), the values of a field (level.Value
@@ -36,9 +36,9 @@ std::int64_t DCount(std::string_view x, char delimiter);
 
 /// A run of delimited elements, and where it stood.
 struct FieldResult {
-  std::string Text;
-  std::size_t Col1 = 0;  ///< 1-based position of the byte just before Text in x; 0 at the front
-  std::size_t Col2 =
+  std::string text;
+  std::size_t col1 = 0;  ///< 1-based position of the byte just before Text in x; 0 at the front
+  std::size_t col2 =
       0;  ///< just after Text; LEN(x) + 1 where Text ends with x or lies past its end
 };
 

@@ -51,9 +51,9 @@ void IncrementDigits(std::string& digits) {
 /// The number times 10^shift as a whole number, rounded half away from zero: its digits without
 /// leading zeros, so none for 0.
 std::string RoundedDigits(const DecimalDigits& number, int shift) {
-  std::string digits(number.Whole);
-  digits.append(number.Fraction);
-  const std::int64_t kept = static_cast<std::int64_t>(number.Whole.size()) + shift;
+  std::string digits(number.whole);
+  digits.append(number.fraction);
+  const std::int64_t kept = static_cast<std::int64_t>(number.whole.size()) + shift;
   if (kept < 0) {
     return "";
   }
@@ -135,7 +135,7 @@ void Mask::Append(std::string_view text, std::string& out) const {
     return;
   }
   std::string digits = RoundedDigits(*number, decimals_ - scale_);
-  if (number->Negative && !digits.empty()) {
+  if (number->negative && !digits.empty()) {
     out.push_back('-');
   }
   if (kind_ == Kind::kGrouped) {

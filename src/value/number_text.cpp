@@ -30,9 +30,9 @@ bool AllZeros(std::string_view digits) {
 
 /// What from_chars reports as out of range, it leaves unset.
 double OutOfRange(const DecimalDigits& digits) {
-  const double size = AllZeros(digits.Whole) ? std::numeric_limits<double>::denorm_min()
+  const double size = AllZeros(digits.whole) ? std::numeric_limits<double>::denorm_min()
                                              : std::numeric_limits<double>::max();
-  return digits.Negative ? -size : size;
+  return digits.negative ? -size : size;
 }
 
 /// A whole number above 0: all its digits, however many.
@@ -88,14 +88,14 @@ void CutDecimals(std::string& plain) {
 std::optional<DecimalDigits> SplitDecimal(std::string_view text) {
   DecimalDigits digits;
   if (!text.empty() && (text.front() == '-' || text.front() == '+')) {
-    digits.Negative = text.front() == '-';
+    digits.negative = text.front() == '-';
     text.remove_prefix(1);
   }
-  digits.Whole = LeadingDigits(text);
-  if (digits.Whole.empty()) {
+  digits.whole = LeadingDigits(text);
+  if (digits.whole.empty()) {
     return std::nullopt;
   }
-  text.remove_prefix(digits.Whole.size());
+  text.remove_prefix(digits.whole.size());
   if (text.empty()) {
     return digits;
   }
@@ -103,8 +103,8 @@ std::optional<DecimalDigits> SplitDecimal(std::string_view text) {
     return std::nullopt;
   }
   text.remove_prefix(1);
-  digits.Fraction = LeadingDigits(text);
-  if (digits.Fraction.empty() || digits.Fraction.size() != text.size()) {
+  digits.fraction = LeadingDigits(text);
+  if (digits.fraction.empty() || digits.fraction.size() != text.size()) {
     return std::nullopt;
   }
   return digits;
@@ -118,8 +118,8 @@ std::optional<Number> ParseNumber(std::string_view text) {
   if (text.front() == '+') {
     text.remove_prefix(1);  // from_chars knows no plus sign
   }
-  if (AllZeros(digits->Fraction)) {
-    const std::size_t whole_size = digits->Whole.size() + (digits->Negative ? 1 : 0);
+  if (AllZeros(digits->fraction)) {
+    const std::size_t whole_size = digits->whole.size() + (digits->negative ? 1 : 0);
     std::int64_t whole = 0;
     if (std::from_chars(text.data(), text.data() + whole_size, whole).ec == std::errc()) {
       return whole;

@@ -18,9 +18,9 @@ std::string NumberText(const Number& number);
 
 /// A numeric text taken apart, digits as written. The views point into the text.
 struct DecimalDigits {
-  bool Negative = false;
-  std::string_view Whole;     ///< at least one digit
-  std::string_view Fraction;  ///< without the point; empty when there is none
+  bool negative = false;
+  std::string_view whole;     ///< at least one digit
+  std::string_view fraction;  ///< without the point; empty when there is none
 };
 
 /// The parts of a numeric text, or nothing when it is not numeric.

@@ -27,7 +27,7 @@ TEST(BigTables, AgreeOnMoreEntriesThanAChunkHolds) {
     for (const std::size_t count : {65535U, 65536U, 65537U, 131073U}) {
       RunBigCase([=](RandomSource& random) {
         TableOptions options;
-        options.Ascending = ascending;
+        options.ascending = ascending;
         options.PerProgram = count % 2 == 0;
         return Case{{ManyEntries(count, ascending, random)}, [=](const Texts& texts) {
                       return ParseDifference(texts.front(), MakeOptions(options), {});

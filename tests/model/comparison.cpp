@@ -15,8 +15,8 @@ std::string Ending(const std::string& terminal, std::optional<int> stopped) {
 }
 
 std::string InvalidLineMessage(const InvalidLine& invalid) {
-  return "Invalid format in profile file at line " + std::to_string(invalid.LineNo) + "\n\t" +
-         invalid.ProfileLine + "\n";
+  return "Invalid format in profile file at line " + std::to_string(invalid.line_no) + "\n\t" +
+         invalid.profile_line + "\n";
 }
 
 std::vector<std::string> MergedModelLines(const std::vector<std::string>& texts) {
@@ -37,10 +37,10 @@ std::string TablesDifference(const std::vector<std::string>& profile_lines,
   const auto invalid = ParseModelLines(profile_lines, options, model);
   if (invalid) {
     return FirstDifference(Ending(InvalidLineMessage(*invalid), 2),
-                           Ending(ran.Terminal, ran.Stopped));
+                           Ending(ran.terminal, ran.stopped));
   }
   return FirstDifference(Describe(model, options.PerProgram) + Ending("", std::nullopt),
-                         Describe(tables, options.PerProgram) + Ending(ran.Terminal, ran.Stopped));
+                         Describe(tables, options.PerProgram) + Ending(ran.terminal, ran.stopped));
 }
 
 std::string ParseDifference(const std::string& text, const RunOptions& options,
@@ -58,7 +58,7 @@ std::string MergeDifference(const std::vector<std::string>& texts) {
       lines.empty() ? Ending("No input files...\n", 2) : Ending("", std::nullopt);
   return FirstDifference("run1 ...\n" + JoinLines(lines) + ending,
                          merge.FirstName() + " ...\n" + JoinLines(ReadLines(merge)) +
-                             Ending(ran.Terminal, ran.Stopped));
+                             Ending(ran.terminal, ran.stopped));
 }
 
 std::string MergedParseDifference(const std::vector<std::string>& texts,

@@ -17,28 +17,28 @@ namespace {
 
 /// What a number of random profiles leave in the tables, in all.
 struct Harvest {
-  std::set<std::string> Types;
-  std::size_t Invalid = 0;
-  std::size_t Ties = 0;
-  std::size_t LongLines = 0;
-  std::size_t LongPerforms = 0;
+  std::set<std::string> types;
+  std::size_t invalid = 0;
+  std::size_t ties = 0;
+  std::size_t long_lines = 0;
+  std::size_t long_performs = 0;
   std::string KeyScript;
   std::string Performs;
-  std::set<std::string> Ticks;
+  std::set<std::string> ticks;
 };
 
 void GatherLine(const std::string& line, Harvest& harvest) {
   const std::string trimmed = Trim(line, '\t');
-  harvest.Types.insert(LowerCase(Field(Substring(trimmed, 9, Len(trimmed)), '\t', 1).Text));
-  harvest.LongLines += line.size() > 300 ? 1U : 0U;
-  harvest.LongPerforms += DCount(line, '\t') > 1001 ? 1U : 0U;
+  harvest.types.insert(LowerCase(Field(Substring(trimmed, 9, Len(trimmed)), '\t', 1).text));
+  harvest.long_lines += line.size() > 300 ? 1U : 0U;
+  harvest.long_performs += DCount(line, '\t') > 1001 ? 1U : 0U;
 }
 
 void GatherTables(const ModelTables& tables, Harvest& harvest) {
-  const ValueList& ticks = tables.Details.front().Ticks;
+  const ValueList& ticks = tables.Details.front().ticks;
   for (std::size_t i = 0; i < ticks.size(); ++i) {
-    harvest.Ties += i > 0 && ticks[i - 1] == ticks[i] ? 1U : 0U;
-    harvest.Ticks.insert(ticks[i].Text());
+    harvest.ties += i > 0 && ticks[i - 1] == ticks[i] ? 1U : 0U;
+    harvest.ticks.insert(ticks[i].Text());
   }
   for (const Value& line : tables.KeyScript) {
     harvest.KeyScript += line.Text() + "\n";
@@ -58,7 +58,7 @@ Harvest GatherProfiles(std::uint64_t count) {
     }
     ModelTables tables;
     const RunOptions options = MakeOptions({.KeyScript = true, .TypeRate = true});
-    harvest.Invalid += ParseModelLines(lines, options, tables) ? 1U : 0U;
+    harvest.invalid += ParseModelLines(lines, options, tables) ? 1U : 0U;
     GatherTables(tables, harvest);
   }
   return harvest;
@@ -67,17 +67,17 @@ Harvest GatherProfiles(std::uint64_t count) {
 TEST(RandomProfiles, ReachWhatThereIsToCompare) {
   const Harvest harvest = GatherProfiles(1000);
   for (const RecordType& type : RecordTypes()) {
-    EXPECT_TRUE(harvest.Types.contains(std::string(type.Name))) << type.Name;
+    EXPECT_TRUE(harvest.types.contains(std::string(type.name))) << type.name;
   }
   for (const char* ticks : {"", "007", "1.50", "-3", "+4", "abc", "9223372036854775808", "0.000001",
                             "4294967295", "4294967296"}) {
-    EXPECT_TRUE(harvest.Ticks.contains(ticks)) << ticks;
+    EXPECT_TRUE(harvest.ticks.contains(ticks)) << ticks;
   }
-  EXPECT_GT(harvest.Invalid, 10U);
-  EXPECT_LT(harvest.Invalid, 200U);
-  EXPECT_GT(harvest.Ties, 1000U);
-  EXPECT_GT(harvest.LongLines, 100U);
-  EXPECT_GT(harvest.LongPerforms, 3U);
+  EXPECT_GT(harvest.invalid, 10U);
+  EXPECT_LT(harvest.invalid, 200U);
+  EXPECT_GT(harvest.ties, 1000U);
+  EXPECT_GT(harvest.long_lines, 100U);
+  EXPECT_GT(harvest.long_performs, 3U);
   for (const char* line : {"SLEEP ", "TYPEDELAY ", "\"\n", "NOCR\n", "~009", "~\"", "~~", "~252"}) {
     EXPECT_NE(harvest.KeyScript.find(line), std::string::npos) << line;
   }

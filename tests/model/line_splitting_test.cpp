@@ -22,8 +22,9 @@ std::string OddProfile() {
 }
 
 std::string SplitDifference(const std::string& text, const Delivery& delivery) {
-  RecordBlocks blocks(std::make_unique<PiecewiseRecord>(text, delivery.LongestPiece, delivery.Seed),
-                      delivery.BlockSize);
+  RecordBlocks blocks(
+      std::make_unique<PiecewiseRecord>(text, delivery.longest_piece, delivery.seed),
+      delivery.block_size);
   return FirstDifference(JoinLines(LinesOf(text)), JoinLines(ReadLines(blocks)));
 }
 
@@ -31,7 +32,7 @@ TEST(LineSplitting, TearsNoLineWhateverTheSizes) {
   const std::string text = OddProfile();
   for (std::size_t block = 1; block <= text.size() + 2; ++block) {
     for (const std::size_t piece : {std::size_t{1}, std::size_t{7}, block, text.size()}) {
-      const Delivery delivery = {.BlockSize = block, .LongestPiece = piece, .Seed = block};
+      const Delivery delivery = {.block_size = block, .longest_piece = piece, .seed = block};
       ASSERT_EQ(SplitDifference(text, delivery), "") << "block " << block << " piece " << piece;
     }
   }
@@ -41,7 +42,7 @@ TEST(LineSplitting, LeavesTheSameTablesWhateverTheSizes) {
   const std::string text = OddProfile();
   const RunOptions options;
   for (std::size_t block = 1; block <= text.size() + 2; block += 3) {
-    const Delivery delivery = {.BlockSize = block, .LongestPiece = block, .Seed = block};
+    const Delivery delivery = {.block_size = block, .longest_piece = block, .seed = block};
     ASSERT_EQ(ParseDifference(text, options, delivery), "") << "block " << block;
   }
 }

@@ -71,26 +71,26 @@ void RunCases(std::uint64_t count, const std::function<Case(RandomSource&)>& mak
   for (std::uint64_t seed = first; seed < first + count; ++seed) {
     RandomSource random(seed);
     const Case made = make_case(random);
-    if (made.Difference(made.Profiles).empty()) {
+    if (made.difference(made.profiles).empty()) {
       continue;
     }
-    const Texts smallest = Smallest(made.Profiles, made.Difference);
+    const Texts smallest = Smallest(made.profiles, made.difference);
     FAIL() << "PTICK_MODEL_SEED=" << seed << " PTICK_MODEL_CASES=1\n"
-           << ShownProfiles(smallest) << made.Difference(smallest);
+           << ShownProfiles(smallest) << made.difference(smallest);
   }
 }
 
 void RunBigCase(const std::function<Case(RandomSource&)>& make_case) {
   RandomSource random(FirstSeed());
   const Case made = make_case(random);
-  EXPECT_EQ(made.Difference(made.Profiles), "") << "PTICK_MODEL_SEED=" << FirstSeed();
+  EXPECT_EQ(made.difference(made.profiles), "") << "PTICK_MODEL_SEED=" << FirstSeed();
 }
 
 TableOptions RandomOptions(RandomSource& random) {
   TableOptions options;
   options.PerProgram = random.Chance(60);
   options.CpuOption = random.Chance(60);
-  options.Ascending = random.Chance(50);
+  options.ascending = random.Chance(50);
   options.KeyScript = random.Chance(70);
   options.TypeRate = random.Chance(50);
   return options;
@@ -100,7 +100,7 @@ RunOptions MakeOptions(const TableOptions& options) {
   RunOptions made;
   made.PerProgram = options.PerProgram;
   made.CpuOption = options.CpuOption;
-  made.TickOrder = options.Ascending ? SortOrder::kAscending : SortOrder::kDescending;
+  made.TickOrder = options.ascending ? SortOrder::kAscending : SortOrder::kDescending;
   made.KeyScriptFile = options.KeyScript ? "keys" : "";
   made.TypeRateOption = options.TypeRate;
   return made;
@@ -110,7 +110,7 @@ std::string OptionLetters(const TableOptions& options) {
   std::string letters = "options:";
   letters += options.PerProgram ? " -n" : "";
   letters += options.CpuOption ? " -u" : "";
-  letters += options.Ascending ? " -i" : "";
+  letters += options.ascending ? " -i" : "";
   letters += options.KeyScript ? " -kkeys" : "";
   letters += options.TypeRate ? " -t" : "";
   return letters + "\n";

@@ -16,8 +16,8 @@ using Texts = std::vector<std::string>;
 /// One case: profiles, and how what the program makes of them differs from the model; an empty text
 /// where it does not.
 struct Case {
-  Texts Profiles;
-  std::function<std::string(const Texts&)> Difference;
+  Texts profiles;
+  std::function<std::string(const Texts&)> difference;
 };
 
 /// Runs cases made from seeds that follow each other. The first case that differs fails the test,
@@ -33,7 +33,7 @@ void RunBigCase(const std::function<Case(RandomSource&)>& make_case);
 struct TableOptions {
   bool PerProgram = false;
   bool CpuOption = false;
-  bool Ascending = false;
+  bool ascending = false;
   bool KeyScript = false;
   bool TypeRate = false;
 };

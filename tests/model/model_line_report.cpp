@@ -19,8 +19,8 @@ std::string Columns(const Value& name, const Value& line, const Value& ticks,
 
 /// Two-decimal figures are summed as whole hundredths.
 struct Subtotal {
-  Value Ticks = 0;
-  Value Hundredths = 0;
+  Value ticks = 0;
+  Value hundredths = 0;
 };
 
 Subtotal PrintProgramRows(const ModelTables& tables, std::int64_t row,
@@ -28,15 +28,15 @@ Subtotal PrintProgramRows(const ModelTables& tables, std::int64_t row,
   const DetailsRow& details = tables.Details.at(static_cast<std::size_t>(row - 1));
   Subtotal subtotal;
   std::string previous;
-  for (std::size_t i = 0; i < details.Ticks.size(); ++i) {
-    const Value& ticks = details.Ticks[i];
-    subtotal.Ticks = Add(subtotal.Ticks, ticks);
-    const std::string name = details.Programs[i].Text();
+  for (std::size_t i = 0; i < details.ticks.size(); ++i) {
+    const Value& ticks = details.ticks[i];
+    subtotal.ticks = Add(subtotal.ticks, ticks);
+    const std::string name = details.programs[i].Text();
     const std::string shown = name == previous ? "" : name;
     previous = name;
-    const Value hundredths = Int(Divide(Multiply(ticks, 10000), tables.Headers.at("ticks")));
-    subtotal.Hundredths = Add(subtotal.Hundredths, hundredths);
-    lines.push_back(Columns(shown, details.Lines[i], ticks, Divide(hundredths, 100)));
+    const Value hundredths = Int(Divide(Multiply(ticks, 10000), tables.headers.at("ticks")));
+    subtotal.hundredths = Add(subtotal.hundredths, hundredths);
+    lines.push_back(Columns(shown, details.lines[i], ticks, Divide(hundredths, 100)));
   }
   return subtotal;
 }
@@ -59,15 +59,15 @@ std::vector<std::string> SortedNames(const ValueList& names) {
 std::vector<std::string> NamesByTotal(const ModelTables& tables, LocateOrder order) {
   ValueList names;
   ValueList totals;
-  for (std::size_t i = 0; i < tables.ProgramNames.size(); ++i) {
+  for (std::size_t i = 0; i < tables.program_names.size(); ++i) {
     Value total = 0;
-    for (const Value& ticks : tables.Details[i].Ticks) {
+    for (const Value& ticks : tables.Details[i].ticks) {
       total = Add(total, ticks);
     }
     total = total.Text();
-    const std::int64_t position = LocateIn(total, totals, order).Position;
+    const std::int64_t position = LocateIn(total, totals, order).position;
     InsertAt(totals, position, total);
-    InsertAt(names, position, tables.ProgramNames[i]);
+    InsertAt(names, position, tables.program_names[i]);
   }
   std::vector<std::string> ordered;
   for (const Value& name : names) {
@@ -79,12 +79,13 @@ std::vector<std::string> NamesByTotal(const ModelTables& tables, LocateOrder ord
 }  // namespace
 
 std::vector<std::int64_t> ModelProgramOrder(const ModelTables& tables, const RunOptions& options) {
-  const std::vector<std::string> names = options.CpuOption ? NamesByTotal(tables, LocateOrderOf(options.TickOrder))
-                                                           : SortedNames(tables.ProgramNames);
+  const std::vector<std::string> names =
+      options.CpuOption ? NamesByTotal(tables, LocateOrderOf(options.TickOrder))
+                        : SortedNames(tables.program_names);
   std::vector<std::int64_t> rows;
   rows.reserve(names.size());
   for (const std::string& name : names) {
-    rows.push_back(LocateIn(name, tables.ProgramNames, LocateOrder::kNone).Position);
+    rows.push_back(LocateIn(name, tables.program_names, LocateOrder::kNone).position);
   }
   return rows;
 }
@@ -98,7 +99,7 @@ std::vector<std::string> ModelLineReport(const ModelTables& tables, const RunOpt
   for (const std::int64_t row : ModelProgramOrder(tables, options)) {
     const Subtotal subtotal = PrintProgramRows(tables, row, lines);
     lines.push_back(Columns("", "", kRule, kLongRule));
-    lines.push_back(Columns("", "", subtotal.Ticks, Divide(subtotal.Hundredths, 100)));
+    lines.push_back(Columns("", "", subtotal.ticks, Divide(subtotal.hundredths, 100)));
     lines.emplace_back();
   }
   return lines;

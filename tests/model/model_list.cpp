@@ -32,10 +32,10 @@ Located LocateIn(const Value& x, const ValueList& list, LocateOrder order) {
   Located located;
   for (const Value& element : list) {
     if (StopsAt(x, element, order)) {
-      located.Found = Matches(x, element, order);
+      located.found = Matches(x, element, order);
       break;
     }
-    ++located.Position;
+    ++located.position;
   }
   return located;
 }

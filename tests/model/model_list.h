@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "value/dynamic_array.h"
 #include "profile/ticks/sort_order.h"
+#include "value/dynamic_array.h"
 #include "value/list_operations.h"
 #include "value/value.h"
 

@@ -17,8 +17,8 @@ using RecordTypes = std::set<std::string, std::less<>>;
 
 /// `MergeKeys` and `MergeValues`. A sum is kept as its text, like everything in a list.
 struct MergeTables {
-  ValueList Keys;
-  ValueList Values;
+  ValueList keys;
+  ValueList values;
 };
 
 // What the values of a record type become when its key is known already.
@@ -42,19 +42,19 @@ void MergeLine(std::string_view line, MergeTables& tables) {
   if (fields < 2 || Substring(line, 1, 8) != "PROFILE:") {
     return;
   }
-  const std::string type = Field(Field(line, '\t', 1).Text, ':', 2).Text;
-  const Value key = Field(line, '\t', 1, fields - 1).Text;
-  const Value value = Field(line, '\t', fields).Text;
+  const std::string type = Field(Field(line, '\t', 1).text, ':', 2).text;
+  const Value key = Field(line, '\t', 1, fields - 1).text;
+  const Value value = Field(line, '\t', fields).text;
   if (dropped_keys.contains(type)) {
     return;
   }
-  const Located known = LocateIn(key, tables.Keys, LocateOrder::kNone);
-  if (!known.Found) {
-    tables.Keys.push_back(key);
-    tables.Values.push_back(value);
+  const Located known = LocateIn(key, tables.keys, LocateOrder::kNone);
+  if (!known.found) {
+    tables.keys.push_back(key);
+    tables.values.push_back(value);
     return;
   }
-  Value& stored = tables.Values[static_cast<std::size_t>(known.Position - 1)];
+  Value& stored = tables.values[static_cast<std::size_t>(known.position - 1)];
   stored = Combined(type, stored, value);
 }
 
@@ -68,8 +68,8 @@ std::vector<std::string> MergeModelLines(const std::vector<std::vector<std::stri
     }
   }
   std::vector<std::string> merged;
-  for (std::size_t i = 0; i < tables.Keys.size(); ++i) {
-    merged.push_back(tables.Keys[i].Text() + "\t" + tables.Values[i].Text());
+  for (std::size_t i = 0; i < tables.keys.size(); ++i) {
+    merged.push_back(tables.keys[i].Text() + "\t" + tables.values[i].Text());
   }
   return merged;
 }

@@ -11,22 +11,22 @@ namespace {
 
 // Commands are never empty and hold no field marks, so mark-delimited lists hold them as they are.
 struct PerformLists {
-  std::string Commands;
-  std::string Times;
+  std::string commands;
+  std::string times;
 };
 
 PerformLists CountCommands(const ModelTables& tables) {
   PerformLists lists;
   for (const Value& entry : tables.Performs) {
     const std::string command = Extract(entry.Text(), {1, 9});
-    const Located known = Locate(command, lists.Commands, {}, LocateOrder::kNone);
-    if (known.Found) {
-      const Value times = Extract(lists.Times, {known.Position});
-      lists.Times = Assign(lists.Times, {known.Position}, Increment(times));
+    const Located known = Locate(command, lists.commands, {}, LocateOrder::kNone);
+    if (known.found) {
+      const Value times = Extract(lists.times, {known.position});
+      lists.times = Assign(lists.times, {known.position}, Increment(times));
     } else {
-      const Place behind = {DCount(lists.Commands, kFieldMark) + 1};
-      lists.Commands = Assign(lists.Commands, behind, command);
-      lists.Times = Assign(lists.Times, behind, 1);
+      const Place behind = {DCount(lists.commands, kFieldMark) + 1};
+      lists.commands = Assign(lists.commands, behind, command);
+      lists.times = Assign(lists.times, behind, 1);
     }
   }
   return lists;
@@ -34,10 +34,10 @@ PerformLists CountCommands(const ModelTables& tables) {
 
 std::string SortedKeys(const PerformLists& lists) {
   std::string keys;
-  for (std::int64_t n = 1; n <= DCount(lists.Commands, kFieldMark); ++n) {
-    const std::string times = Extract(lists.Times, {n});
+  for (std::int64_t n = 1; n <= DCount(lists.commands, kFieldMark); ++n) {
+    const std::string times = Extract(lists.times, {n});
     const std::string rank = Fmt(Subtract(999999999, times), "R%10");
-    const std::string command = Extract(lists.Commands, {n});
+    const std::string command = Extract(lists.commands, {n});
     keys = Assign(keys, {-1}, std::string(rank).append("*").append(times).append("*" + command));
   }
   return Sort(keys);
@@ -62,7 +62,7 @@ PerformCounts ModelPerformSummary(const ModelTables& tables) {
   PerformCounts counts;
   for (std::int64_t n = 1; n <= DCount(keys, kFieldMark); ++n) {
     const std::string key = Extract(keys, {n});
-    counts.emplace_back(Field(key, '*', 3, 99999).Text, Field(key, '*', 2).Text);
+    counts.emplace_back(Field(key, '*', 3, 99999).text, Field(key, '*', 2).text);
   }
   return counts;
 }
@@ -76,7 +76,7 @@ std::vector<std::string> ModelPerforms(const ModelTables& tables) {
 }
 
 std::vector<std::string> ModelVerbosePerforms(const ModelTables& tables, std::int64_t page_width) {
-  const Value& hertz = tables.Headers.at("hertz");
+  const Value& hertz = tables.headers.at("hertz");
   std::vector<std::string> lines;
   for (const Value& entry : tables.Performs) {
     const auto value = [&entry](std::int64_t n) { return Extract(entry.Text(), {1, n}); };
@@ -108,7 +108,7 @@ std::vector<std::string> ModelKeyScript(const ModelTables& tables, const RunOpti
     lines.push_back("PROGRAM \"" + command + R"(" STDOUT "-" STDERR "-")");
     lines.emplace_back("PipeNumber = $PIPE");
   }
-  const Value& hertz = tables.Headers.at("hertz");
+  const Value& hertz = tables.headers.at("hertz");
   if (!options.TypeRateOption && !hertz.Empty() && !tables.TypeRate.Empty()) {
     lines.push_back("TYPEDELAY " + TypeDelay(tables.TypeRate.Text(), hertz));
   }

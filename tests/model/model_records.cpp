@@ -10,26 +10,26 @@ namespace ptick::model {
 namespace {
 
 struct Input {
-  Value Code;
-  Value Typed;
-  Value Start;
-  Value End;
-  std::string Text;
+  Value code;
+  Value typed;
+  Value start;
+  Value end;
+  std::string text;
 };
 
 void AppendPause(const Input& input, ModelTables& tables) {
-  const Value& hertz = tables.Headers.at("hertz");
-  const Value pause = Divide(Subtract(input.Start, tables.LastClock), hertz);
+  const Value& hertz = tables.headers.at("hertz");
+  const Value pause = Divide(Subtract(input.start, tables.LastClock), hertz);
   if (tables.LastClock != "0" && pause > 0) {
     tables.KeyScript.emplace_back("SLEEP " + pause.Text());
   }
-  tables.LastClock = input.End;
+  tables.LastClock = input.end;
 }
 
 void AppendTypingDelay(const Input& input, ModelTables& tables) {
-  const Value keys = input.Code != "0" ? Increment(input.Typed) : input.Typed;
+  const Value keys = input.code != "0" ? Increment(input.typed) : input.typed;
   if (keys > 0) {
-    const Value seconds = Divide(Subtract(input.End, input.Start), tables.Headers.at("hertz"));
+    const Value seconds = Divide(Subtract(input.end, input.start), tables.headers.at("hertz"));
     tables.KeyScript.emplace_back("TYPEDELAY " + Divide(seconds, keys).Text());
   }
 }
@@ -50,12 +50,12 @@ std::string Escaped(std::string_view text) {
 }
 
 std::string InputLine(const Input& input) {
-  std::string text = input.Text;
+  std::string text = input.text;
   std::string suffix = " NOCR";
-  if (input.Code == 10 || input.Code == 13) {
+  if (input.code == 10 || input.code == 13) {
     suffix = "";
-  } else if (input.Code != "0" && !input.Code.Empty()) {
-    text += Char(input.Code);
+  } else if (input.code != "0" && !input.code.Empty()) {
+    text += Char(input.code);
   }
   return "INPUT " + Quote(Escaped(text), '"') + suffix;
 }
@@ -71,14 +71,14 @@ std::string CommandOf(std::string command) {
 }  // namespace
 
 void ParseInput(const Record& record, const RunOptions& options, ModelTables& tables) {
-  Value& count = tables.Headers.at("input_count");
+  Value& count = tables.headers.at("input_count");
   count = Increment(count);
   if (options.KeyScriptFile.empty()) {
     return;
   }
   const Input input{record.Field(2), record.Field(3), record.Field(4), record.Field(5),
                     record.Behind(5)};
-  if (!tables.Headers.at("hertz").Empty()) {
+  if (!tables.headers.at("hertz").Empty()) {
     AppendPause(input, tables);
     if (options.TypeRateOption) {
       AppendTypingDelay(input, tables);

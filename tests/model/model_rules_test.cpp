@@ -29,11 +29,11 @@ std::string Joined(const ValueList& list) {
 
 TEST(ModelRules, LocateTellsWhereToInsert) {
   struct Row {
-    Value X;
-    ValueList List;
-    LocateOrder Order;
-    bool Found;
-    std::int64_t Position;
+    Value x;
+    ValueList list;
+    LocateOrder order;
+    bool found;
+    std::int64_t position;
   };
   const std::vector<Row> rows = {
       {5, {"9", "7", "3"}, LocateOrder::kDescending, false, 3},
@@ -48,9 +48,9 @@ TEST(ModelRules, LocateTellsWhereToInsert) {
       {1, {}, LocateOrder::kAscending, false, 1},
   };
   for (const Row& row : rows) {
-    const Located located = LocateIn(row.X, row.List, row.Order);
-    EXPECT_EQ(located.Found, row.Found) << row.X.Text() << " in " << Joined(row.List);
-    EXPECT_EQ(located.Position, row.Position) << row.X.Text() << " in " << Joined(row.List);
+    const Located located = LocateIn(row.x, row.list, row.order);
+    EXPECT_EQ(located.found, row.found) << row.x.Text() << " in " << Joined(row.list);
+    EXPECT_EQ(located.position, row.position) << row.x.Text() << " in " << Joined(row.list);
   }
 }
 
@@ -71,8 +71,8 @@ TEST(ModelRules, LocateAgreesWithMarkDelimitedLists) {
                   const Located model = LocateIn(x, {lines.begin(), lines.end()}, order);
                   const Located marks = Locate(x, array, {}, order);
                   return FirstDifference(
-                      std::to_string(model.Position) + (model.Found ? " found" : ""),
-                      std::to_string(marks.Position) + (marks.Found ? " found" : ""));
+                      std::to_string(model.position) + (model.found ? " found" : ""),
+                      std::to_string(marks.position) + (marks.found ? " found" : ""));
                 }};
   });
 }
@@ -81,11 +81,11 @@ TEST(ModelRules, EqualTicksComeInReverseOrderOfArrival) {
   const std::string text =
       "PROFILE:trace\tA\t1\t5\nPROFILE:TRACE\tA\t2\t05\nPROFILE:trace\tB\t3\t7\n"
       "PROFILE:trace\tB\t4\t5\n";
-  EXPECT_EQ(Joined(Parse(text).Details[0].Lines), "[3][4][2][1]");
-  EXPECT_EQ(Joined(Parse(text, {.Ascending = true}).Details[0].Lines), "[4][2][1][3]");
+  EXPECT_EQ(Joined(Parse(text).Details[0].lines), "[3][4][2][1]");
+  EXPECT_EQ(Joined(Parse(text, {.ascending = true}).Details[0].lines), "[4][2][1][3]");
   const ModelTables tables = Parse(text, {.PerProgram = true});
-  EXPECT_EQ(Joined(tables.Details[0].Lines), "[2][1]");
-  EXPECT_EQ(Joined(tables.Details[1].Ticks), "[7][5]");
+  EXPECT_EQ(Joined(tables.Details[0].lines), "[2][1]");
+  EXPECT_EQ(Joined(tables.Details[1].ticks), "[7][5]");
 }
 
 TEST(ModelRules, TheHundredAndFirstProgramMakesRoomForElevenRows) {
@@ -93,10 +93,10 @@ TEST(ModelRules, TheHundredAndFirstProgramMakesRoomForElevenRows) {
   for (int i = 1; i <= 100; ++i) {
     text += "PROFILE:trace\tP" + std::to_string(i) + "\t1\t1\n";
   }
-  EXPECT_EQ(Parse(text, {.PerProgram = true}).DetailsRows, 100);
+  EXPECT_EQ(Parse(text, {.PerProgram = true}).details_rows, 100);
   const ModelTables tables = Parse(text + "PROFILE:trace\t\t1\t1\n", {.PerProgram = true});
-  EXPECT_EQ(tables.DetailsRows, 111);
-  EXPECT_EQ(tables.ProgramCount, 101);
+  EXPECT_EQ(tables.details_rows, 111);
+  EXPECT_EQ(tables.program_count, 101);
   EXPECT_EQ(tables.Details.size(), 111U);
 }
 

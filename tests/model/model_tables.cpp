@@ -22,9 +22,9 @@ void StoreAt(ValueList& list, std::int64_t position, const Value& x) {
 }
 
 void GrowDetails(ModelTables& tables, std::int64_t row) {
-  if (row > tables.DetailsRows) {
-    tables.DetailsRows = row + 10;
-    tables.Details.resize(static_cast<std::size_t>(tables.DetailsRows));
+  if (row > tables.details_rows) {
+    tables.details_rows = row + 10;
+    tables.Details.resize(static_cast<std::size_t>(tables.details_rows));
   }
 }
 
@@ -33,25 +33,26 @@ void ParseTrace(const Record& record, const RunOptions& options, ModelTables& ta
   const Value ticks = record.Field(4);
   std::int64_t row = 1;
   if (options.PerProgram) {
-    const Located known = LocateIn(program, tables.ProgramNames, LocateOrder::kNone);
-    if (!known.Found) {
-      ++tables.ProgramCount;
-      StoreAt(tables.ProgramNames, tables.ProgramCount, program);
+    const Located known = LocateIn(program, tables.program_names, LocateOrder::kNone);
+    if (!known.found) {
+      ++tables.program_count;
+      StoreAt(tables.program_names, tables.program_count, program);
     }
-    row = known.Position;
+    row = known.position;
   }
   GrowDetails(tables, row);
   DetailsRow& details = tables.Details.at(static_cast<std::size_t>(row - 1));
-  const std::int64_t position = LocateIn(ticks, details.Ticks, LocateOrderOf(options.TickOrder)).Position;
-  InsertAt(details.Programs, position, program);
-  InsertAt(details.Lines, position, record.Field(3));
-  InsertAt(details.Ticks, position, ticks);
+  const std::int64_t position =
+      LocateIn(ticks, details.ticks, LocateOrderOf(options.TickOrder)).position;
+  InsertAt(details.programs, position, program);
+  InsertAt(details.lines, position, record.Field(3));
+  InsertAt(details.ticks, position, ticks);
 }
 
 void ParseProgram(const Record& record, ModelTables& tables) {
   const std::string command = Change(record.Behind(1), "\t", " ");
   tables.ProgramCommand = command;
-  tables.ProgramName = Field(command, ' ', 1).Text;
+  tables.ProgramName = Field(command, ' ', 1).text;
 }
 
 void ParseSharedObject(const Record& record, ModelTables& tables) {
@@ -64,8 +65,8 @@ void ParseSharedObject(const Record& record, ModelTables& tables) {
 void ParseSubroutineCall(const Record& record, ModelTables& tables) {
   const Value times = record.Field(3);
   const Located located = LocateIn(times, tables.SubroutineTimes, LocateOrder::kDescending);
-  InsertAt(tables.SubroutineTimes, located.Position, times);
-  InsertAt(tables.SubroutinesCalled, located.Position, Field(record.Field(2), ' ', 2).Text);
+  InsertAt(tables.SubroutineTimes, located.position, times);
+  InsertAt(tables.SubroutinesCalled, located.position, Field(record.Field(2), ' ', 2).text);
 }
 
 void ParseUserTicks(const Record& record, ModelTables& tables) {
@@ -105,8 +106,8 @@ bool ParseSpecial(const Record& record, const RunOptions& options, ModelTables& 
 }
 
 bool ParseHeader(const Record& record, ModelTables& tables) {
-  const auto header = tables.Headers.find(record.Type());
-  if (header == tables.Headers.end()) {
+  const auto header = tables.headers.find(record.Type());
+  if (header == tables.headers.end()) {
     return false;
   }
   header->second = record.Field(2);

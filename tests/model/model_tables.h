@@ -14,9 +14,9 @@ namespace ptick::model {
 
 /// A row of the tick table: program names, line numbers and ticks as three parallel lists.
 struct DetailsRow {
-  ValueList Programs;
-  ValueList Lines;
-  ValueList Ticks;
+  ValueList programs;
+  ValueList lines;
+  ValueList ticks;
 };
 
 /// Header values by their record type.
@@ -28,9 +28,9 @@ HeaderValues InitialHeaders();
 /// The profile tables as they are defined: lists, filled by locating and inserting.
 struct ModelTables {
   std::vector<DetailsRow> Details{100};
-  std::int64_t DetailsRows = 100;
-  ValueList ProgramNames;  ///< only with -n
-  std::int64_t ProgramCount = 0;
+  std::int64_t details_rows = 100;
+  ValueList program_names;  ///< only with -n
+  std::int64_t program_count = 0;
 
   Value ProgramCommand;
   Value ProgramName = "(unknown)";
@@ -43,13 +43,13 @@ struct ModelTables {
   Value Resource;
   Value LastClock = 0;
   std::array<Value, 10> UserTicks{0, 0, 0, 0, 0, 0, 0, 0, 0, 0};
-  HeaderValues Headers = InitialHeaders();
+  HeaderValues headers = InitialHeaders();
 };
 
 /// A line of an unknown record type.
 struct InvalidLine {
-  std::int64_t LineNo = 0;  ///< from 1
-  std::string ProfileLine;  ///< without its prefix
+  std::int64_t line_no = 0;  ///< from 1
+  std::string profile_line;  ///< without its prefix
 
   bool operator==(const InvalidLine&) const = default;
 };

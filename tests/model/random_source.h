@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "value/list_operations.h"
 #include "value/dynamic_array.h"
+#include "value/list_operations.h"
 
 namespace ptick::model {
 
@@ -34,7 +34,7 @@ class RandomSource {
   /// One of the words of a text, which bars separate.
   std::string PickWord(std::string_view words) {
     const auto count = static_cast<std::size_t>(DCount(words, '|'));
-    return Field(words, '|', static_cast<std::int64_t>(Between(1, count))).Text;
+    return Field(words, '|', static_cast<std::int64_t>(Between(1, count))).text;
   }
 
   std::string Digits(std::size_t count) {

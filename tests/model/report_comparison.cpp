@@ -16,16 +16,16 @@ namespace {
 
 /// A profile as both sides see it.
 struct ParsedProfile {
-  ModelTables Model;
-  ProfileTables Tables;
-  bool Valid = false;
+  ModelTables model;
+  ProfileTables tables;
+  bool valid = false;
 };
 
 ParsedProfile ParseBoth(const std::string& text, const RunOptions& options) {
   ParsedProfile parsed;
-  parsed.Valid = !ParseModelLines(LinesOf(text), options, parsed.Model);
-  ParseTyped(text, {}, options, parsed.Tables);
-  parsed.Tables.ProfileName = "run1";
+  parsed.valid = !ParseModelLines(LinesOf(text), options, parsed.model);
+  ParseTyped(text, {}, options, parsed.tables);
+  parsed.tables.ProfileName = "run1";
   return parsed;
 }
 
@@ -38,50 +38,50 @@ std::string Page(const std::string& what, const std::string& columns, const Mode
 }
 
 std::string LineReportPage(const ParsedProfile& parsed, const RunOptions& options) {
-  return Page("Profile of program ", "Source name          Line#  Ticks    %      ", parsed.Model,
-              ModelLineReport(parsed.Model, options));
+  return Page("Profile of program ", "Source name          Line#  Ticks    %      ", parsed.model,
+              ModelLineReport(parsed.model, options));
 }
 
 std::string PerformsDifference(const ParsedProfile& parsed) {
   constexpr std::int64_t kWidth = 60;
   RunOptions options;
-  options.Verbose = !parsed.Tables.Hertz.Empty();
+  options.Verbose = !parsed.tables.Hertz.Empty();
   MemoryPlatform platform;
-  platform.Width = kWidth;
+  platform.width = kWidth;
   const Ran ran =
-      RunTyped([&](Output& output) { ReportPerforms(parsed.Tables, options, platform, output); });
+      RunTyped([&](Output& output) { ReportPerforms(parsed.tables, options, platform, output); });
   const std::string page =
       options.Verbose ? Page("Programs PERFORMed by program ",
-                             "Elapsed Type Ticks  CPUusr,CPUsys ProgramPerformed", parsed.Model,
-                             ModelVerbosePerforms(parsed.Model, kWidth))
+                             "Elapsed Type Ticks  CPUusr,CPUsys ProgramPerformed", parsed.model,
+                             ModelVerbosePerforms(parsed.model, kWidth))
                       : Page("Programs PERFORMed by program ", "Times      Program PERFORMed",
-                             parsed.Model, ModelPerforms(parsed.Model));
-  return FirstDifference(page, ran.Output);
+                             parsed.model, ModelPerforms(parsed.model));
+  return FirstDifference(page, ran.output);
 }
 
 }  // namespace
 
 std::string LineReportDifference(const std::string& text, const RunOptions& options) {
   const ParsedProfile parsed = ParseBoth(text, options);
-  if (!parsed.Valid) {
+  if (!parsed.valid) {
     return "";
   }
   const Ran ran =
-      RunTyped([&](Output& output) { PrintLineReport(parsed.Tables, options, output); });
-  return FirstDifference(LineReportPage(parsed, options), ran.Output);
+      RunTyped([&](Output& output) { PrintLineReport(parsed.tables, options, output); });
+  return FirstDifference(LineReportPage(parsed, options), ran.output);
 }
 
 std::string ProgramOrderDifference(const std::string& text, const RunOptions& options) {
   const ParsedProfile parsed = ParseBoth(text, options);
-  if (!parsed.Valid || !options.PerProgram) {
+  if (!parsed.valid || !options.PerProgram) {
     return "";
   }
   std::string model;
-  for (const std::int64_t row : ModelProgramOrder(parsed.Model, options)) {
+  for (const std::int64_t row : ModelProgramOrder(parsed.model, options)) {
     model += "row " + std::to_string(row) + "\n";
   }
   std::string program;
-  for (const std::size_t row : ProgramOrder(parsed.Tables.Details, options)) {
+  for (const std::size_t row : ProgramOrder(parsed.tables.Details, options)) {
     program += "row " + std::to_string(row + 1) + "\n";
   }
   return FirstDifference(model, program);
@@ -89,43 +89,43 @@ std::string ProgramOrderDifference(const std::string& text, const RunOptions& op
 
 std::string PerformSummaryDifference(const std::string& text) {
   const ParsedProfile parsed = ParseBoth(text, {});
-  if (!parsed.Valid) {
+  if (!parsed.valid) {
     return "";
   }
   std::string model;
-  for (const auto& [command, times] : ModelPerformSummary(parsed.Model)) {
+  for (const auto& [command, times] : ModelPerformSummary(parsed.model)) {
     model.append(times).append(" ").append(command).append("\n");
   }
   std::string program;
-  for (const PerformedCommand& performed : SummarizePerforms(parsed.Tables.Performs)) {
-    program += std::to_string(performed.Times) + " " + std::string(performed.Command) + "\n";
+  for (const PerformedCommand& performed : SummarizePerforms(parsed.tables.Performs)) {
+    program += std::to_string(performed.times) + " " + std::string(performed.command) + "\n";
   }
   return FirstDifference(model, program);
 }
 
 std::string OtherReportsDifference(const std::string& text) {
   const ParsedProfile parsed = ParseBoth(text, {});
-  if (!parsed.Valid) {
+  if (!parsed.valid) {
     return "";
   }
-  const Ran ran = RunTyped([&](Output& output) { ReportSubroutines(parsed.Tables, {}, output); });
+  const Ran ran = RunTyped([&](Output& output) { ReportSubroutines(parsed.tables, {}, output); });
   const std::string page = Page("Subroutines called by program ", "Times       Subroutine",
-                                parsed.Model, ModelSubroutines(parsed.Model));
-  const std::string difference = FirstDifference(page, ran.Output);
+                                parsed.model, ModelSubroutines(parsed.model));
+  const std::string difference = FirstDifference(page, ran.output);
   return difference.empty() ? PerformsDifference(parsed) : difference;
 }
 
 std::string KeyScriptDifference(const std::string& text, const RunOptions& options) {
   const ParsedProfile parsed = ParseBoth(text, options);
-  if (!parsed.Valid) {
+  if (!parsed.valid) {
     return "";
   }
   MemoryPlatform platform;
-  RunTyped([&](Output& output) { WriteKeyScript(parsed.Tables, options, platform, output); });
+  RunTyped([&](Output& output) { WriteKeyScript(parsed.tables, options, platform, output); });
   const std::string created =
       "* This script created at 00:00:00 01 JAN 1970 , port 0 , account tester";
-  return FirstDifference(JoinLines(ModelKeyScript(parsed.Model, options, created)),
-                         platform.ShellRuns.at(0).Input);
+  return FirstDifference(JoinLines(ModelKeyScript(parsed.model, options, created)),
+                         platform.shell_runs.at(0).input);
 }
 
 }  // namespace ptick::model

@@ -67,12 +67,12 @@ constexpr std::array kHeaders = {
 };
 
 std::string JoinedRate(const std::optional<TypingRate>& rate) {
-  return rate ? rate->Characters + kFieldMark + rate->Ticks : "";
+  return rate ? rate->characters + kFieldMark + rate->ticks : "";
 }
 
 void DescribeRow(const DetailsRow& row, Description& description) {
-  for (std::size_t i = 0; i < row.Ticks.size(); ++i) {
-    description.AddEntry(row.Programs[i].Text(), row.Lines[i].Text(), row.Ticks[i].Text());
+  for (std::size_t i = 0; i < row.ticks.size(); ++i) {
+    description.AddEntry(row.programs[i].Text(), row.lines[i].Text(), row.ticks[i].Text());
   }
 }
 
@@ -80,9 +80,9 @@ void DescribeRow(const TickTable& details, std::size_t row, Description& descrip
   details.ForEach(row, [&](const TickEntry& entry) {
     const bool exact = entry.HasExactText();
     description.AddEntry(
-        details.Programs()[entry.Program],
-        exact ? std::string(details.ExactLine(entry)) : std::to_string(entry.Line),
-        exact ? std::string(details.ExactTicks(entry)) : std::to_string(entry.Ticks));
+        details.Programs()[entry.program],
+        exact ? std::string(details.ExactLine(entry)) : std::to_string(entry.line),
+        exact ? std::string(details.ExactTicks(entry)) : std::to_string(entry.ticks));
   });
 }
 
@@ -91,8 +91,8 @@ void DescribeRow(const TickTable& details, std::size_t row, Description& descrip
 std::string Describe(const ModelTables& tables, bool per_program) {
   Description description;
   if (per_program) {
-    for (std::size_t row = 0; row < tables.ProgramNames.size(); ++row) {
-      description.Add("program", tables.ProgramNames[row].Text());
+    for (std::size_t row = 0; row < tables.program_names.size(); ++row) {
+      description.Add("program", tables.program_names[row].Text());
       DescribeRow(tables.Details[row], description);
     }
   } else {
@@ -112,7 +112,7 @@ std::string Describe(const ModelTables& tables, bool per_program) {
     description.Add("UserTicks", ticks.Text());
   }
   for (const Header& header : kHeaders) {
-    description.Add(header.first, tables.Headers.at(std::string(header.first)).Text());
+    description.Add(header.first, tables.headers.at(std::string(header.first)).Text());
   }
   return description.Take();
 }

@@ -19,10 +19,10 @@ Ran RunOn(MemoryPlatform& platform, const std::function<void(Output&)>& piece) {
     output.Finish();
   } catch (const Stop& stop) {
     output.Close();
-    ran.Stopped = stop.Status;
+    ran.stopped = stop.status;
   }
-  ran.Output = platform.Output;
-  ran.Terminal = platform.Terminal;
+  ran.output = platform.printed;
+  ran.terminal = platform.on_terminal;
   return ran;
 }
 
@@ -37,9 +37,9 @@ std::optional<std::size_t> PiecewiseRecord::Read(std::span<char> block) {
 }
 
 Delivery RandomDelivery(RandomSource& random) {
-  return {.BlockSize = random.Between(1, 300),
-          .LongestPiece = random.Between(1, 200),
-          .Seed = random.Below(1000000)};
+  return {.block_size = random.Between(1, 300),
+          .longest_piece = random.Between(1, 200),
+          .seed = random.Below(1000000)};
 }
 
 Ran RunTyped(const std::function<void(Output&)>& piece) {
@@ -49,18 +49,19 @@ Ran RunTyped(const std::function<void(Output&)>& piece) {
 
 Ran ParseTyped(const std::string& text, const Delivery& delivery, const RunOptions& options,
                ProfileTables& tables) {
-  RecordBlocks blocks(std::make_unique<PiecewiseRecord>(text, delivery.LongestPiece, delivery.Seed),
-                      delivery.BlockSize);
+  RecordBlocks blocks(
+      std::make_unique<PiecewiseRecord>(text, delivery.longest_piece, delivery.seed),
+      delivery.block_size);
   return RunTyped([&](Output& output) { ParseProfileLines(blocks, options, output, tables); });
 }
 
 Ran MergeTyped(const std::vector<std::string>& texts, ProfileMerge& merge) {
   MemoryPlatform platform;
-  platform.BlockSize = 1 + texts.front().size() / 3;
+  platform.block_size = 1 + texts.front().size() / 3;
   std::vector<std::string> names;
   for (const std::string& text : texts) {
     const std::string record = "run" + std::to_string(names.size() + 1);
-    platform.Files["."][record] = {text};
+    platform.files["."][record] = {text};
     names.push_back(record);
   }
   return RunOn(platform,

@@ -36,9 +36,9 @@ class PiecewiseRecord final : public RecordReader {
 
 /// How a text reaches the parser.
 struct Delivery {
-  std::size_t BlockSize = std::size_t{256} * 1024;
-  std::size_t LongestPiece = std::size_t{256} * 1024;
-  std::uint64_t Seed = 0;
+  std::size_t block_size = std::size_t{256} * 1024;
+  std::size_t longest_piece = std::size_t{256} * 1024;
+  std::uint64_t seed = 0;
 };
 
 /// Sizes small enough that lines are torn anywhere.
@@ -46,9 +46,9 @@ Delivery RandomDelivery(RandomSource& random);
 
 /// What a run of the program's own code left behind.
 struct Ran {
-  std::string Output;
-  std::string Terminal;
-  std::optional<int> Stopped;  ///< the status, when it was stopped early
+  std::string output;
+  std::string terminal;
+  std::optional<int> stopped;  ///< the status, when it was stopped early
 };
 
 /// Runs a piece of the program with output into memory, up to its end or stop.

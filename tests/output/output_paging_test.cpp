@@ -15,24 +15,24 @@ namespace {
 
 /// A terminal, and what is typed on it.
 struct Setting {
-  std::int64_t Length = 5;
-  std::string_view Keys = {};
-  bool Keyboard = true;
+  std::int64_t length = 5;
+  std::string_view keys = {};
+  bool keyboard = true;
 };
 
 struct Shown {
-  std::string Text;
-  int KeysAskedFor = 0;
-  std::optional<int> Stopped;
+  std::string text;
+  int keys_asked_for = 0;
+  std::optional<int> stopped;
 };
 
 /// Prints `lines` numbered lines under a heading and ends as a run does.
 Shown Print(int lines, const Setting& setting) {
   MemoryPlatform platform;
-  platform.OutputIsTerminal = true;
-  platform.Length = setting.Length;
-  platform.Keyboard = setting.Keyboard;
-  platform.Keys.assign(setting.Keys.begin(), setting.Keys.end());
+  platform.output_is_terminal = true;
+  platform.length = setting.length;
+  platform.keyboard = setting.keyboard;
+  platform.keys.assign(setting.keys.begin(), setting.keys.end());
   Shown shown;
   Output output(platform);
   try {
@@ -42,11 +42,11 @@ Shown Print(int lines, const Setting& setting) {
     }
     output.Finish();
   } catch (const Stop& stop) {
-    shown.Stopped = stop.Status;
+    shown.stopped = stop.status;
     output.Close();
   }
-  shown.Text = platform.Output;
-  shown.KeysAskedFor = platform.KeysAskedFor;
+  shown.text = platform.printed;
+  shown.keys_asked_for = platform.keys_asked_for;
   return shown;
 }
 
@@ -61,9 +61,9 @@ std::string Page(int page, int first, int last) {
 
 TEST(Paging, FillsEveryPageOfTheTerminal) {
   struct Row {
-    std::int64_t Length;
-    int Lines;
-    std::string Want;
+    std::int64_t length;
+    int lines;
+    std::string want;
   };
   const std::vector<Row> rows = {
       {5, 0, Page(1, 1, 0)},
@@ -80,20 +80,20 @@ TEST(Paging, FillsEveryPageOfTheTerminal) {
       {1, 3, Page(1, 1, 1) + Page(2, 2, 2) + Page(3, 3, 3)},
   };
   for (const Row& row : rows) {
-    const Shown silent = Print(row.Lines, {.Length = row.Length, .Keyboard = false});
-    EXPECT_EQ(silent.Text, row.Want) << row.Length << " lines, without a keyboard";
-    EXPECT_EQ(silent.KeysAskedFor, 0);
-    const Shown typed = Print(row.Lines, {.Length = row.Length, .Keys = "\r\r\r\r"});
-    EXPECT_EQ(typed.Text, row.Want) << row.Length << " lines, with a keyboard";
-    EXPECT_EQ(typed.Stopped, std::nullopt);
+    const Shown silent = Print(row.lines, {.length = row.length, .keyboard = false});
+    EXPECT_EQ(silent.text, row.want) << row.length << " lines, without a keyboard";
+    EXPECT_EQ(silent.keys_asked_for, 0);
+    const Shown typed = Print(row.lines, {.length = row.length, .keys = "\r\r\r\r"});
+    EXPECT_EQ(typed.text, row.want) << row.length << " lines, with a keyboard";
+    EXPECT_EQ(typed.stopped, std::nullopt);
   }
 }
 
 // A profile's name may hold one.
 TEST(Paging, CountsTheLineEndsInAHeading) {
   struct Row {
-    std::int64_t Length;
-    std::string Want;
+    std::int64_t length;
+    std::string want;
   };
   const std::string first = "Ti\ntle Page 1\nCol\numns\n";
   const std::string second = "Ti\ntle Page 2\nCol\numns\n";
@@ -104,30 +104,30 @@ TEST(Paging, CountsTheLineEndsInAHeading) {
   };
   for (const Row& row : rows) {
     MemoryPlatform platform;
-    platform.OutputIsTerminal = true;
-    platform.Length = row.Length;
-    platform.Keyboard = false;
+    platform.output_is_terminal = true;
+    platform.length = row.length;
+    platform.keyboard = false;
     Output output(platform);
     output.SetHeading({"Ti\ntle", "Col\numns"});
     output.PrintLine("1");
     output.PrintLine("2");
     output.Finish();
-    EXPECT_EQ(platform.Output, row.Want) << row.Length;
+    EXPECT_EQ(platform.printed, row.want) << row.length;
   }
 }
 
 TEST(Paging, AsksForAKeyOnlyWhenThereIsMoreToShow) {
   struct Row {
-    std::int64_t Length;
-    int Lines;
-    int Want;
+    std::int64_t length;
+    int lines;
+    int want;
   };
   const std::vector<Row> rows = {{5, 0, 0}, {5, 1, 0},   {5, 3, 0},  {5, 4, 1},
                                  {5, 6, 1}, {5, 7, 2},   {3, 1, 0},  {3, 2, 1},
                                  {1, 3, 2}, {24, 22, 0}, {24, 23, 1}};
   for (const Row& row : rows) {
-    EXPECT_EQ(Print(row.Lines, {.Length = row.Length, .Keys = "\r\r\r\r"}).KeysAskedFor, row.Want)
-        << row.Lines << " lines on pages of " << row.Length;
+    EXPECT_EQ(Print(row.lines, {.length = row.length, .keys = "\r\r\r\r"}).keys_asked_for, row.want)
+        << row.lines << " lines on pages of " << row.length;
   }
 }
 
@@ -136,10 +136,10 @@ TEST(Paging, ObeysKeys) {
   const std::string first = Page(1, 1, 3);
   const std::string two = first + Page(2, 4, 6);
   struct Row {
-    std::string_view Keys = {};
-    std::string Want;
-    int WantKeys;
-    std::optional<int> WantStopped;
+    std::string_view keys = {};
+    std::string want;
+    int want_keys;
+    std::optional<int> want_stopped;
   };
   const std::vector<Row> rows = {
       {"\r\r", all, 2, std::nullopt},
@@ -160,10 +160,10 @@ TEST(Paging, ObeysKeys) {
       {"x", first, 2, 0},
   };
   for (const Row& row : rows) {
-    const Shown shown = Print(8, {.Keys = row.Keys});
-    EXPECT_EQ(shown.Text, row.Want) << row.Keys;
-    EXPECT_EQ(shown.KeysAskedFor, row.WantKeys) << row.Keys;
-    EXPECT_EQ(shown.Stopped, row.WantStopped) << row.Keys;
+    const Shown shown = Print(8, {.keys = row.keys});
+    EXPECT_EQ(shown.text, row.want) << row.keys;
+    EXPECT_EQ(shown.keys_asked_for, row.want_keys) << row.keys;
+    EXPECT_EQ(shown.stopped, row.want_stopped) << row.keys;
   }
 }
 
@@ -171,8 +171,8 @@ TEST(Paging, ObeysKeys) {
 TEST(Paging, HoldsTheLastLineEndOfAFullPageWhileItWaits) {
   for (const std::int64_t length : {1, 2, 3, 5, 24}) {
     MemoryPlatform platform;
-    platform.OutputIsTerminal = platform.Keyboard = true;
-    platform.Length = length;
+    platform.output_is_terminal = platform.keyboard = true;
+    platform.length = length;
     Output output(platform);
     output.SetHeading({"Title", "Columns"});
     int printed = 0;
@@ -184,18 +184,18 @@ TEST(Paging, HoldsTheLastLineEndOfAFullPageWhileItWaits) {
     };
     EXPECT_THROW(print_on(), Stop);
     std::string page = Page(1, 1, printed);
-    EXPECT_EQ(platform.Output + "\n", page) << length;
+    EXPECT_EQ(platform.printed + "\n", page) << length;
     output.Close();
-    EXPECT_EQ(platform.Output, page) << length;
+    EXPECT_EQ(platform.printed, page) << length;
     output.Close();
-    EXPECT_EQ(platform.Output, page) << length;
+    EXPECT_EQ(platform.printed, page) << length;
   }
 }
 
 TEST(Paging, DoesWithoutPagesWhereThereIsNoHeading) {
   MemoryPlatform platform;
-  platform.OutputIsTerminal = platform.Keyboard = true;
-  platform.Length = 5;
+  platform.output_is_terminal = platform.keyboard = true;
+  platform.length = 5;
   Output output(platform);
   std::string want;
   for (int n = 1; n <= 50; ++n) {
@@ -203,8 +203,8 @@ TEST(Paging, DoesWithoutPagesWhereThereIsNoHeading) {
     want += std::to_string(n) + "\n";
   }
   output.Finish();
-  EXPECT_EQ(platform.Output, want);
-  EXPECT_EQ(platform.KeysAskedFor, 0);
+  EXPECT_EQ(platform.printed, want);
+  EXPECT_EQ(platform.keys_asked_for, 0);
 }
 
 }  // namespace

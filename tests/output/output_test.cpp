@@ -25,7 +25,7 @@ std::optional<int> StopOf(const std::function<void()>& print) {
   try {
     print();
   } catch (const Stop& stop) {
-    return stop.Status;
+    return stop.status;
   }
   return std::nullopt;
 }
@@ -41,13 +41,13 @@ TEST(Output, PrintsLinesAsTheyAre) {
     want += std::string(line) + "\n";
   }
   output.Finish();
-  EXPECT_EQ(platform.Output, want);
-  EXPECT_EQ(platform.Terminal, "");
+  EXPECT_EQ(platform.printed, want);
+  EXPECT_EQ(platform.on_terminal, "");
 }
 
 TEST(Output, WritesNothingWhenNothingIsPrinted) {
   MemoryPlatform platform;
-  platform.OutputError = ENOSPC;
+  platform.output_error = ENOSPC;
   Output output(platform);
   EXPECT_EQ(StopOf([&] {
               output.Flush();
@@ -55,7 +55,7 @@ TEST(Output, WritesNothingWhenNothingIsPrinted) {
               output.Close();
             }),
             std::nullopt);
-  EXPECT_TRUE(platform.Transcript.empty());
+  EXPECT_TRUE(platform.transcript.empty());
 }
 
 TEST(Output, HoldsLinesOfAnySize) {
@@ -66,7 +66,7 @@ TEST(Output, HoldsLinesOfAnySize) {
     output.PrintLine(std::string(size, 'x'));
     output.PrintLine("behind");
     output.Finish();
-    EXPECT_TRUE(platform.Output == "before\n" + std::string(size, 'x') + "\nbehind\n") << size;
+    EXPECT_TRUE(platform.printed == "before\n" + std::string(size, 'x') + "\nbehind\n") << size;
   }
 }
 
@@ -80,13 +80,13 @@ TEST(Output, HoldsAnyNumberOfLines) {
     want += line + "\n";
   }
   output.Finish();
-  EXPECT_TRUE(platform.Output == want);
+  EXPECT_TRUE(platform.printed == want);
 }
 
 TEST(Output, TakesLinesLaidOutInPlace) {
   for (const bool terminal : {false, true}) {
     MemoryPlatform platform;
-    platform.OutputIsTerminal = terminal;
+    platform.output_is_terminal = terminal;
     Output output(platform);
     std::string want;
     for (std::size_t size = 0; size <= 2000; ++size) {
@@ -96,14 +96,14 @@ TEST(Output, TakesLinesLaidOutInPlace) {
       want += line + "\n";
     }
     output.Finish();
-    EXPECT_TRUE(platform.Output == want) << terminal;
+    EXPECT_TRUE(platform.printed == want) << terminal;
   }
 }
 
 TEST(Output, HasItsHeadingOnceInFrontOfTheFirstLine) {
   MemoryPlatform platform;
-  platform.Length = 5;  // nobody's: this is no terminal
-  platform.Keyboard = true;
+  platform.length = 5;  // nobody's: this is no terminal
+  platform.keyboard = true;
   Output output(platform);
   output.SetHeading({"A title with 'PL' and 'L'  ", "Columns 'PL'"});
   std::string want = "A title with 'PL' and 'L'   Page 1\nColumns 'PL'\n";
@@ -112,19 +112,19 @@ TEST(Output, HasItsHeadingOnceInFrontOfTheFirstLine) {
     want += std::to_string(n) + "\n";
   }
   output.Finish();
-  EXPECT_EQ(platform.Output, want);
-  EXPECT_EQ(platform.KeysAskedFor, 0);
+  EXPECT_EQ(platform.printed, want);
+  EXPECT_EQ(platform.keys_asked_for, 0);
 }
 
 TEST(Output, HasItsHeadingWhenThereIsNothingToShow) {
   for (const bool terminal : {false, true}) {
     MemoryPlatform platform;
-    platform.OutputIsTerminal = platform.Keyboard = terminal;
+    platform.output_is_terminal = platform.keyboard = terminal;
     Output output(platform);
     output.SetHeading({"Title", "Columns"});
     output.Finish();
-    EXPECT_EQ(platform.Output, "Title Page 1\nColumns\n") << terminal;
-    EXPECT_EQ(platform.KeysAskedFor, 0);
+    EXPECT_EQ(platform.printed, "Title Page 1\nColumns\n") << terminal;
+    EXPECT_EQ(platform.keys_asked_for, 0);
   }
 }
 
@@ -133,12 +133,12 @@ TEST(Output, AddsNothingToARunThatStopsEarly) {
   Output output(platform);
   output.SetHeading({"Title", "Columns"});
   output.Close();
-  EXPECT_EQ(platform.Output, "");
+  EXPECT_EQ(platform.printed, "");
   Output started(platform);
   started.SetHeading({"Title", "Columns"});
   started.PrintLine("a line");
   started.Close();
-  EXPECT_EQ(platform.Output, "Title Page 1\nColumns\na line\n");
+  EXPECT_EQ(platform.printed, "Title Page 1\nColumns\na line\n");
 }
 
 TEST(Output, KeepsTheOrderOfOutputAndTerminal) {
@@ -157,7 +157,7 @@ TEST(Output, KeepsTheOrderOfOutputAndTerminal) {
   output.PrintLine("10");
   output.Finish();
   using Part = std::pair<Stream, std::string>;
-  EXPECT_EQ(platform.Transcript,
+  EXPECT_EQ(platform.transcript,
             (std::vector<Part>{
                 {Stream::kTerminal, "1\n"},
                 {Stream::kOutput, "2\n3\n"},
@@ -170,9 +170,9 @@ TEST(Output, KeepsTheOrderOfOutputAndTerminal) {
 
 TEST(Output, PrintsNumberedMessages) {
   struct Row {
-    int Number;
-    std::string_view Name;
-    std::string_view Want;
+    int number;
+    std::string_view name;
+    std::string_view want;
   };
   const std::vector<Row> rows = {
       {201, "dir", "ptick: [201] cannot open file 'dir'\n"},
@@ -183,9 +183,9 @@ TEST(Output, PrintsNumberedMessages) {
   };
   for (const Row& row : rows) {
     MemoryPlatform platform;
-    Output(platform).PrintMessage(row.Number, row.Name);
-    EXPECT_EQ(platform.Terminal, row.Want);
-    EXPECT_EQ(platform.Output, "");
+    Output(platform).PrintMessage(row.number, row.name);
+    EXPECT_EQ(platform.on_terminal, row.want);
+    EXPECT_EQ(platform.printed, "");
   }
 }
 
@@ -200,8 +200,8 @@ TEST(Output, ShowsControlBytesOnATerminalAsQuestionMarks) {
   for (const bool output_is : {false, true}) {
     for (const bool terminal_is : {false, true}) {
       MemoryPlatform platform;
-      platform.OutputIsTerminal = output_is;
-      platform.TerminalIsTerminal = terminal_is;
+      platform.output_is_terminal = output_is;
+      platform.terminal_is_terminal = terminal_is;
       Output output(platform);
       output.SetHeading({"Title" + all, "Columns" + all});
       output.PrintLine(all);
@@ -212,17 +212,17 @@ TEST(Output, ShowsControlBytesOnATerminalAsQuestionMarks) {
       std::string want = "Title" + out;
       want.append(" Page 1\nColumns").append(out).append("\n");
       want.append(out).append("\nx").append(out).append("\n");
-      EXPECT_EQ(platform.Output, want);
-      EXPECT_EQ(platform.Terminal, (terminal_is ? shown : all) + "\n");
+      EXPECT_EQ(platform.printed, want);
+      EXPECT_EQ(platform.on_terminal, (terminal_is ? shown : all) + "\n");
     }
   }
 }
 
 TEST(Output, StopsWhenItCannotWrite) {
   struct Row {
-    int Error;
-    int WantStatus;
-    std::string_view WantTerminal;
+    int error;
+    int want_status;
+    std::string_view want_terminal;
   };
   const std::vector<Row> rows = {
       {ENOSPC, 1, "ptick: cannot write: No space left on device\n"},
@@ -240,23 +240,23 @@ TEST(Output, StopsWhenItCannotWrite) {
   };
   for (const Row& row : rows) {
     for (std::size_t i = 0; i < writers.size(); ++i) {
-      SCOPED_TRACE(std::to_string(row.Error) + " in writer " + std::to_string(i));
+      SCOPED_TRACE(std::to_string(row.error) + " in writer " + std::to_string(i));
       MemoryPlatform platform;
-      platform.OutputError = row.Error;
+      platform.output_error = row.error;
       Output output(platform);
       output.PrintLine("a line");
-      EXPECT_EQ(StopOf([&] { writers[i](output); }), row.WantStatus);
-      EXPECT_EQ(platform.Terminal, row.WantTerminal);
+      EXPECT_EQ(StopOf([&] { writers[i](output); }), row.want_status);
+      EXPECT_EQ(platform.on_terminal, row.want_terminal);
       // Closing after it tries nothing and says nothing again.
       EXPECT_EQ(StopOf([&] { output.Close(); }), std::nullopt);
-      EXPECT_EQ(platform.Terminal, row.WantTerminal);
+      EXPECT_EQ(platform.on_terminal, row.want_terminal);
     }
   }
 }
 
 TEST(Output, GoesOnWhenTheTerminalCannotBeWritten) {
   MemoryPlatform platform;
-  platform.TerminalError = EIO;
+  platform.terminal_error = EIO;
   Output output(platform);
   EXPECT_EQ(StopOf([&] {
               output.PrintTerminal("lost");
@@ -264,7 +264,7 @@ TEST(Output, GoesOnWhenTheTerminalCannotBeWritten) {
               output.Finish();
             }),
             std::nullopt);
-  EXPECT_EQ(platform.Output, "kept\n");
+  EXPECT_EQ(platform.printed, "kept\n");
 }
 
 }  // namespace

@@ -89,8 +89,8 @@ TEST(KeyWaitTest, KeysTypedAheadAreTakenOneByOne) {
 
 TEST(KeyWaitTest, AnEndingSignalFindsTheTerminalRestored) {
   struct Row {
-    int Signal;
-    std::string Key;  // pressed to raise it; empty: the signal is sent
+    int signal;
+    std::string key;  // pressed to raise it; empty: the signal is sent
   };
   for (const Row& row : std::vector<Row>{{SIGINT, "\x03"},
                                          {SIGQUIT, "\x1c"},
@@ -106,14 +106,14 @@ TEST(KeyWaitTest, AnEndingSignalFindsTheTerminalRestored) {
       const pid_t program = session.StartProgram(EndWithKey);
       session.AwaitKeyWait();
       EXPECT_NE(Describe(session.Settings()), before);
-      if (row.Key.empty()) {
-        ::kill(program, row.Signal);
+      if (row.key.empty()) {
+        ::kill(program, row.signal);
       } else {
-        session.Type(row.Key);
+        session.Type(row.key);
       }
-      EXPECT_EQ(AwaitEnd(program), 128 + row.Signal);
+      EXPECT_EQ(AwaitEnd(program), 128 + row.signal);
       EXPECT_EQ(Describe(session.Settings()), before);
-    })) << row.Signal;
+    })) << row.signal;
   }
 }
 

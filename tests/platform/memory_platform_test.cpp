@@ -10,8 +10,8 @@ namespace {
 TEST(MemoryPlatformTest, ReadsARecordInBlocksOfTheSetSize) {
   for (const std::size_t block_size : {std::size_t{1}, std::size_t{3}, std::size_t{4096}}) {
     MemoryPlatform platform;
-    platform.Files["src"]["MAIN"].Text = "first\nsecond\n";
-    platform.BlockSize = block_size;
+    platform.files["src"]["MAIN"].text = "first\nsecond\n";
+    platform.block_size = block_size;
     const auto reader = platform.OpenFile("src")->OpenRecord("MAIN");
     ASSERT_NE(reader, nullptr);
     std::string text;
@@ -26,7 +26,7 @@ TEST(MemoryPlatformTest, ReadsARecordInBlocksOfTheSetSize) {
 
 TEST(MemoryPlatformTest, FailsAfterTheBytesGiven) {
   MemoryPlatform platform;
-  platform.Files["src"]["MAIN"] = {.Text = "abcdef", .FailsAfter = 2};
+  platform.files["src"]["MAIN"] = {.text = "abcdef", .fails_after = 2};
   const auto reader = platform.OpenFile("src")->OpenRecord("MAIN");
   std::array<char, 8> block = {};
   EXPECT_EQ(reader->Read(block), 2U);
@@ -35,14 +35,14 @@ TEST(MemoryPlatformTest, FailsAfterTheBytesGiven) {
 
 TEST(MemoryPlatformTest, HasNoFilesAndRecordsButThoseSet) {
   MemoryPlatform platform;
-  platform.Files["src"]["MAIN"].Text = "x";
+  platform.files["src"]["MAIN"].text = "x";
   EXPECT_EQ(platform.OpenFile("other"), nullptr);
   const auto file = platform.OpenFile("src");
   for (const std::string name : {"", ".", "..", "SUB"}) {
     EXPECT_EQ(file->OpenRecord(name), nullptr) << name;
   }
-  EXPECT_EQ(platform.OpenedFiles, (std::vector<std::string>{"other", "src"}));
-  EXPECT_EQ(platform.Reads.size(), 4U);
+  EXPECT_EQ(platform.opened_files, (std::vector<std::string>{"other", "src"}));
+  EXPECT_EQ(platform.reads.size(), 4U);
 }
 
 TEST(MemoryPlatformTest, KeepsTheOrderOfTheTwoStreams) {
@@ -51,62 +51,62 @@ TEST(MemoryPlatformTest, KeepsTheOrderOfTheTwoStreams) {
   platform.Write(Stream::kOutput, "b");
   platform.Write(Stream::kTerminal, "c");
   platform.Write(Stream::kOutput, "d");
-  EXPECT_EQ(platform.Output, "abd");
-  EXPECT_EQ(platform.Terminal, "c");
+  EXPECT_EQ(platform.printed, "abd");
+  EXPECT_EQ(platform.on_terminal, "c");
   const std::vector<std::pair<Stream, std::string>> want = {
       {Stream::kOutput, "ab"}, {Stream::kTerminal, "c"}, {Stream::kOutput, "d"}};
-  EXPECT_EQ(platform.Transcript, want);
+  EXPECT_EQ(platform.transcript, want);
 }
 
 TEST(MemoryPlatformTest, RefusesBytesWithTheErrorSet) {
   MemoryPlatform platform;
-  platform.OutputError = ENOSPC;
+  platform.output_error = ENOSPC;
   EXPECT_EQ(platform.Write(Stream::kOutput, "a"), ENOSPC);
   EXPECT_EQ(platform.Write(Stream::kTerminal, "b"), 0);
-  EXPECT_EQ(platform.Output, "");
+  EXPECT_EQ(platform.printed, "");
 }
 
 TEST(MemoryPlatformTest, GivesTheKeysThenTheEndOfInput) {
   MemoryPlatform platform;
-  platform.Keys = {'c', 'q'};
+  platform.keys = {'c', 'q'};
   EXPECT_EQ(platform.ReadKey(), 'c');
   EXPECT_EQ(platform.ReadKey(), 'q');
   EXPECT_EQ(platform.ReadKey(), std::nullopt);
-  EXPECT_EQ(platform.KeysAskedFor, 3);
+  EXPECT_EQ(platform.keys_asked_for, 3);
 }
 
 TEST(MemoryPlatformTest, AnswersCommandsWithTheirFirstLine) {
   MemoryPlatform platform;
-  platform.CommandOutputs["size a.so"] = "first\nsecond\n";
+  platform.command_outputs["size a.so"] = "first\nsecond\n";
   std::vector<std::string> lines;
   platform.CaptureFirstLines({{"size", "a.so"}, {"size", "b.so"}},
                              [&](std::string_view line) { lines.emplace_back(line); });
   EXPECT_EQ(lines, (std::vector<std::string>{"first", ""}));
-  EXPECT_EQ(platform.Commands.size(), 2U);
+  EXPECT_EQ(platform.commands_run.size(), 2U);
 }
 
 TEST(MemoryPlatformTest, RecordsShellRuns) {
   MemoryPlatform platform;
-  platform.ShellStatus = 2;
+  platform.shell_status = 2;
   EXPECT_EQ(platform.RunShell("dcopy > keys", "*\n"), 2);
   const std::vector<MemoryPlatform::ShellRun> want = {
-      {.CommandLine = "dcopy > keys", .Input = "*\n"}};
-  EXPECT_EQ(platform.ShellRuns, want);
+      {.command_line = "dcopy > keys", .input = "*\n"}};
+  EXPECT_EQ(platform.shell_runs, want);
 }
 
 TEST(MemoryPlatformTest, AnswersPortsWithTheirErrorNumber) {
   MemoryPlatform platform;
-  platform.PortErrors = {{5, 0}, {6, EAGAIN}};
-  platform.Listening = {4, 5, 6, 9};
+  platform.port_errors = {{5, 0}, {6, EAGAIN}};
+  platform.listening = {4, 5, 6, 9};
   EXPECT_EQ(platform.SendPortMessage(5, "TICKCTL:on"), 0);
   EXPECT_EQ(platform.SendPortMessage(6, "TICKCTL:on"), EAGAIN);
   EXPECT_EQ(platform.SendPortMessage(7, "TICKCTL:on"), ENOENT);
-  EXPECT_EQ(platform.PortMessages.size(), 3U);
+  EXPECT_EQ(platform.port_messages.size(), 3U);
   EXPECT_EQ(platform.MonitorOn(5, "log", "all"), 0);
   EXPECT_EQ(platform.MonitorOff(6), EAGAIN);
   const std::vector<MemoryPlatform::MonitorCall> want = {
-      {.On = true, .Port = 5, .File = "log", .Options = "all"}, {.On = false, .Port = 6}};
-  EXPECT_EQ(platform.MonitorCalls, want);
+      {.on = true, .port = 5, .file = "log", .options = "all"}, {.on = false, .port = 6}};
+  EXPECT_EQ(platform.monitor_calls, want);
   EXPECT_EQ(platform.ListeningPorts(5, 8), (std::vector<std::int64_t>{5, 6}));
   EXPECT_TRUE(platform.ListeningPorts(8, 5).empty());
 }

@@ -37,8 +37,8 @@ int RunOnTerminal(unsigned short rows, unsigned short columns, const std::functi
 
 TEST(SystemValuesTest, PageWidthIsColumnsWhereThatIsAWholeNumberInRange) {
   struct Row {
-    std::string Columns;
-    int Want;
+    std::string columns;
+    int want;
   };
   const std::vector<Row> rows = {
       {"1", 1},
@@ -60,9 +60,9 @@ TEST(SystemValuesTest, PageWidthIsColumnsWhereThatIsAWholeNumberInRange) {
       {"4294967376", 99},
   };
   for (const Row& row : rows) {
-    const EnvironmentValue columns("COLUMNS", row.Columns);
-    EXPECT_EQ(RunOnTerminal(30, 99, [] { return static_cast<int>(ReadPageWidth()); }), row.Want)
-        << row.Columns;
+    const EnvironmentValue columns("COLUMNS", row.columns);
+    EXPECT_EQ(RunOnTerminal(30, 99, [] { return static_cast<int>(ReadPageWidth()); }), row.want)
+        << row.columns;
   }
   const EnvironmentValue widest("COLUMNS", "32767");
   EXPECT_EQ(ReadPageWidth(), 32767);
@@ -118,9 +118,9 @@ TEST(SystemValuesTest, AccountOfAnUnlistedUserIsTheLoginNameElseTheNumber) {
   constexpr uid_t kUnlisted = 3999999999U;
   const EnvironmentValue account("MAVRO_ACCOUNT", std::nullopt);
   struct Row {
-    std::optional<std::string> Logname;
-    std::optional<std::string> User;
-    std::string Want;
+    std::optional<std::string> logname;
+    std::optional<std::string> user;
+    std::string want;
   };
   const std::vector<Row> rows = {{"ann", "bob", "ann"},
                                  {"", "bob", "bob"},
@@ -128,11 +128,11 @@ TEST(SystemValuesTest, AccountOfAnUnlistedUserIsTheLoginNameElseTheNumber) {
                                  {std::nullopt, "", "3999999999"},
                                  {std::nullopt, std::nullopt, "3999999999"}};
   for (const Row& row : rows) {
-    const EnvironmentValue logname("LOGNAME", row.Logname);
-    const EnvironmentValue user("USER", row.User);
+    const EnvironmentValue logname("LOGNAME", row.logname);
+    const EnvironmentValue user("USER", row.user);
     EXPECT_EQ(testing::CheckForked([&row] {
                 ASSERT_EQ(::setuid(kUnlisted), 0);
-                EXPECT_EQ(ReadAccountName(), row.Want);
+                EXPECT_EQ(ReadAccountName(), row.want);
               }),
               0);
   }
@@ -161,9 +161,9 @@ TEST(SystemValuesTest, FindsTheFirstUserOfThatNumber) {
 
 TEST(SystemValuesTest, ZoneOffsetIsThatOfTheMoment) {
   struct Row {
-    std::string Zone;
-    std::int64_t Time;
-    std::optional<std::int64_t> Want;
+    std::string zone;
+    std::int64_t time;
+    std::optional<std::int64_t> want;
   };
   const std::string central = "CET-1CEST,M3.5.0,M10.5.0/3";
   const std::vector<Row> rows = {
@@ -177,9 +177,9 @@ TEST(SystemValuesTest, ZoneOffsetIsThatOfTheMoment) {
       {"UTC0", std::numeric_limits<std::int64_t>::min(), std::nullopt},
   };
   for (const Row& row : rows) {
-    const EnvironmentValue zone("TZ", row.Zone);
+    const EnvironmentValue zone("TZ", row.zone);
     LinuxPlatform platform(0, nullptr);
-    EXPECT_EQ(platform.ZoneOffset(row.Time), row.Want) << row.Zone << " at " << row.Time;
+    EXPECT_EQ(platform.ZoneOffset(row.time), row.want) << row.zone << " at " << row.time;
   }
   ::tzset();
 }

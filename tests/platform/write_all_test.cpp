@@ -24,11 +24,11 @@ struct Pipe {
   Pipe() {
     std::array<int, 2> ends = {};
     EXPECT_EQ(::pipe2(ends.data(), O_CLOEXEC), 0);
-    Read = UniqueFd(ends[0]);
-    Write = UniqueFd(ends[1]);
+    read = UniqueFd(ends[0]);
+    write = UniqueFd(ends[1]);
   }
-  UniqueFd Read;
-  UniqueFd Write;
+  UniqueFd read;
+  UniqueFd write;
 };
 
 // What comes out of a pipe until its other end is closed.
@@ -49,13 +49,13 @@ TEST(WriteAllTest, WritesAllBytesToADescriptorThatTakesThemInParts) {
   }
   for (const int flags : {0, O_NONBLOCK}) {
     Pipe pipe;
-    ASSERT_EQ(::fcntl(pipe.Write.Get(), F_SETFL, flags), 0);
+    ASSERT_EQ(::fcntl(pipe.write.Get(), F_SETFL, flags), 0);
     const pid_t writer = testing::StartForked([&pipe, &text] {
-      pipe.Read.Close();
-      return WriteAll(pipe.Write.Get(), text);
+      pipe.read.Close();
+      return WriteAll(pipe.write.Get(), text);
     });
-    pipe.Write.Close();
-    const std::string got = ReadToEnd(pipe.Read.Get());
+    pipe.write.Close();
+    const std::string got = ReadToEnd(pipe.read.Get());
     EXPECT_EQ(testing::AwaitEnd(writer), 0);
     EXPECT_TRUE(got == text) << got.size() << " of " << text.size() << " bytes";
   }
@@ -72,8 +72,8 @@ TEST(WriteAllTest, TellsThatTheReaderHasGone) {
   EXPECT_EQ(CheckForked([] {
               PrepareProcess();
               Pipe pipe;
-              pipe.Read.Close();
-              EXPECT_EQ(WriteAll(pipe.Write.Get(), "x"), EPIPE);
+              pipe.read.Close();
+              EXPECT_EQ(WriteAll(pipe.write.Get(), "x"), EPIPE);
             }),
             0);
 }

@@ -16,9 +16,9 @@ using Calls = std::vector<std::string>;
 
 TEST(ControlCallSplit, JoinsWhatStandsBehindTheFirstArgument) {
   struct Row {
-    std::vector<std::string> Arguments;
-    std::string TargetPort;
-    std::string ControlText;
+    std::vector<std::string> arguments;
+    std::string target_port;
+    std::string control_text;
   };
   const std::vector<Row> rows = {
       {{}, "", ""},
@@ -61,10 +61,10 @@ TEST(ControlCallSplit, JoinsWhatStandsBehindTheFirstArgument) {
        "5"},
   };
   for (const Row& row : rows) {
-    const ControlCall call = SplitControlCall(row.Arguments);
-    const std::string all = ::testing::PrintToString(row.Arguments);
-    EXPECT_EQ(call.TargetPort, row.TargetPort) << all;
-    EXPECT_EQ(call.ControlText, row.ControlText) << all;
+    const ControlCall call = SplitControlCall(row.arguments);
+    const std::string all = ::testing::PrintToString(row.arguments);
+    EXPECT_EQ(call.target_port, row.target_port) << all;
+    EXPECT_EQ(call.control_text, row.control_text) << all;
   }
 }
 
@@ -72,12 +72,12 @@ class ControlMessages : public ::testing::Test {
  protected:
   /// Makes the call and writes out what it prints; whether it was taken.
   bool Send(const std::string& target_port, const std::string& control_text) {
-    platform_.Calls.clear();
-    platform_.Printed.clear();
+    platform_.calls.clear();
+    platform_.printed.clear();
     Output output(platform_);
     const bool taken = SendControlMessages({target_port, control_text}, platform_, output);
     output.Finish();
-    EXPECT_EQ(platform_.OnTheTerminal, "");
+    EXPECT_EQ(platform_.on_the_terminal, "");
     return taken;
   }
 
@@ -88,17 +88,17 @@ class ControlMessages : public ::testing::Test {
 };
 
 TEST_F(ControlMessages, GoToOnePort) {
-  Ports().Results = {{5, 0}};
+  Ports().results = {{5, 0}};
   EXPECT_TRUE(Send("5", "DUMP NOW"));
-  EXPECT_EQ(Ports().Calls, Calls{"send 5 TICKCTL:DUMP NOW"});
-  EXPECT_EQ(Ports().Printed, "Message sent successfully to port 5\n");
+  EXPECT_EQ(Ports().calls, Calls{"send 5 TICKCTL:DUMP NOW"});
+  EXPECT_EQ(Ports().printed, "Message sent successfully to port 5\n");
 }
 
 TEST_F(ControlMessages, ShowThePortAsItWasTypedAndUseItAsANumber) {
   struct Row {
-    std::string TargetPort;
-    std::string Call;
-    std::string Printed;
+    std::string target_port;
+    std::string call;
+    std::string printed;
   };
   const std::vector<Row> rows = {
       {"007", "send 7 TICKCTL:X", "Message sent successfully to port 007\n"},
@@ -112,27 +112,27 @@ TEST_F(ControlMessages, ShowThePortAsItWasTypedAndUseItAsANumber) {
       {"99999999999999999999", "send 9223372036854775807 TICKCTL:X",
        "Error number 2 sending message to port 99999999999999999999\n"},
   };
-  Ports().Results = {{7, 0}, {8, 11}};
+  Ports().results = {{7, 0}, {8, 11}};
   for (const Row& row : rows) {
-    EXPECT_TRUE(Send(row.TargetPort, "X"));
-    EXPECT_EQ(Ports().Calls, Calls{row.Call});
-    EXPECT_EQ(Ports().Printed, row.Printed);
+    EXPECT_TRUE(Send(row.target_port, "X"));
+    EXPECT_EQ(Ports().calls, Calls{row.call});
+    EXPECT_EQ(Ports().printed, row.printed);
   }
 }
 
 TEST_F(ControlMessages, PrintTheErrorNumberWhateverItIs) {
   for (const int error : {1, 13, 111, 256, -1}) {
-    Ports().Results = {{5, error}};
+    Ports().results = {{5, error}};
     EXPECT_TRUE(Send("5", "X"));
-    EXPECT_EQ(Ports().Printed,
+    EXPECT_EQ(Ports().printed,
               "Error number " + std::to_string(error) + " sending message to port 5\n");
   }
 }
 
 TEST_F(ControlMessages, AreSentWithNothingButABlank) {
-  Ports().Results = {{5, 0}};
+  Ports().results = {{5, 0}};
   EXPECT_TRUE(Send("5", " "));
-  EXPECT_EQ(Ports().Calls, Calls{"send 5 TICKCTL: "});
+  EXPECT_EQ(Ports().calls, Calls{"send 5 TICKCTL: "});
 }
 
 TEST_F(ControlMessages, AreLeftToTheReportsInAnyOtherForm) {
@@ -168,31 +168,31 @@ TEST_F(ControlMessages, AreLeftToTheReportsInAnyOtherForm) {
   };
   for (const auto& row : rows) {
     EXPECT_FALSE(Send(row[0], row[1])) << row[0];
-    EXPECT_EQ(Ports().Calls, Calls{}) << row[0];
-    EXPECT_EQ(Ports().Printed, "") << row[0];
+    EXPECT_EQ(Ports().calls, Calls{}) << row[0];
+    EXPECT_EQ(Ports().printed, "") << row[0];
   }
 }
 
 TEST_F(ControlMessages, GoToEachListeningPortOfARangeInOrder) {
-  Ports().Results = {{2, 0}, {3, 0}, {5, 111}, {9, 0}, {10, 0}};
+  Ports().results = {{2, 0}, {3, 0}, {5, 111}, {9, 0}, {10, 0}};
   EXPECT_TRUE(Send("3-9", "DUMP NOW"));
-  EXPECT_EQ(Ports().Calls, (Calls{"list 3 9", "send 3 TICKCTL:DUMP NOW", "send 5 TICKCTL:DUMP NOW",
+  EXPECT_EQ(Ports().calls, (Calls{"list 3 9", "send 3 TICKCTL:DUMP NOW", "send 5 TICKCTL:DUMP NOW",
                                   "send 9 TICKCTL:DUMP NOW"}));
-  EXPECT_EQ(Ports().Printed, "Message sent successfully to 2 ports and failed to 5 ports\n");
+  EXPECT_EQ(Ports().printed, "Message sent successfully to 2 ports and failed to 5 ports\n");
 }
 
 TEST_F(ControlMessages, AreBareInARangeWithoutCommands) {
-  Ports().Results = {{3, 0}, {4, 0}};
+  Ports().results = {{3, 0}, {4, 0}};
   EXPECT_TRUE(Send("3-4", ""));
-  EXPECT_EQ(Ports().Calls, (Calls{"list 3 4", "send 3 TICKCTL:", "send 4 TICKCTL:"}));
-  EXPECT_EQ(Ports().Printed, "Message sent successfully to 2 ports and failed to 0 ports\n");
+  EXPECT_EQ(Ports().calls, (Calls{"list 3 4", "send 3 TICKCTL:", "send 4 TICKCTL:"}));
+  EXPECT_EQ(Ports().printed, "Message sent successfully to 2 ports and failed to 0 ports\n");
 }
 
 TEST_F(ControlMessages, AreCountedOverTheWholeRange) {
   struct Row {
-    std::string Range;
-    std::string Sent;
-    std::string Failed;
+    std::string range;
+    std::string sent;
+    std::string failed;
   };
   const std::vector<Row> rows = {
       {"7-7", "1", "0"},
@@ -219,24 +219,24 @@ TEST_F(ControlMessages, AreCountedOverTheWholeRange) {
       {"99999999999999999999-99999999999999999998", "0", "0"},
       {"099999999999999999998-99999999999999999998", "0", "1"},
   };
-  Ports().Results = {{7, 0}};
+  Ports().results = {{7, 0}};
   for (const Row& row : rows) {
-    EXPECT_TRUE(Send(row.Range, "X")) << row.Range;
-    EXPECT_EQ(Ports().Printed, "Message sent successfully to " + row.Sent +
-                                   " ports and failed to " + row.Failed + " ports\n")
-        << row.Range;
+    EXPECT_TRUE(Send(row.range, "X")) << row.range;
+    EXPECT_EQ(Ports().printed, "Message sent successfully to " + row.sent +
+                                   " ports and failed to " + row.failed + " ports\n")
+        << row.range;
   }
 }
 
 TEST_F(ControlMessages, SurviveRangesOfAnyLength) {
   const std::string digits(5000, '9');
-  Ports().Results = {{7, 0}};
+  Ports().results = {{7, 0}};
   EXPECT_TRUE(Send("0-" + digits, "X"));
-  EXPECT_TRUE(Ports().Printed.starts_with("Message sent successfully to 1 ports and failed to "));
+  EXPECT_TRUE(Ports().printed.starts_with("Message sent successfully to 1 ports and failed to "));
   EXPECT_TRUE(Send(digits + "-" + digits, "X"));
-  EXPECT_EQ(Ports().Printed, "Message sent successfully to 0 ports and failed to 1 ports\n");
+  EXPECT_EQ(Ports().printed, "Message sent successfully to 0 ports and failed to 1 ports\n");
   EXPECT_TRUE(Send(digits + "-0", "X"));
-  EXPECT_EQ(Ports().Printed, "Message sent successfully to 0 ports and failed to 0 ports\n");
+  EXPECT_EQ(Ports().printed, "Message sent successfully to 0 ports and failed to 0 ports\n");
 }
 
 }  // namespace

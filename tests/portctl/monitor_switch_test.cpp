@@ -19,24 +19,24 @@ constexpr const char* kBadType = "Invalid 'type' specified, should be ON or OFF\
 
 /// What a switch came to, in one line: its call, status and what was printed.
 struct Outcome {
-  int Status = 0;
-  std::vector<std::string> Calls;
-  std::string Printed;
-  std::string OnTheTerminal;
+  int status = 0;
+  std::vector<std::string> calls;
+  std::string printed;
+  std::string on_the_terminal;
 };
 
 Outcome Switch(const std::string& control_text, PortPlatform& platform) {
   Output output(platform);
   const int status = SwitchMonitor({"-j", control_text}, platform, output);
   output.Finish();
-  return {status, platform.Calls, platform.Printed, platform.OnTheTerminal};
+  return {status, platform.calls, platform.printed, platform.on_the_terminal};
 }
 
 /// On a platform where all is well on port 5 and 12, which is the own one.
 Outcome Switch(const std::string& control_text) {
   PortPlatform platform;
-  platform.Results = {{5, 0}, {12, 0}};
-  platform.Own = "12";
+  platform.results = {{5, 0}, {12, 0}};
+  platform.own = "12";
   return Switch(control_text, platform);
 }
 
@@ -61,9 +61,9 @@ TEST(MonitorSwitch, TakesItsWordsBetweenSingleBlanks) {
   };
   for (const auto& [text, call] : rows) {
     const Outcome outcome = Switch(text);
-    EXPECT_EQ(outcome.Calls, std::vector<std::string>{call}) << text;
-    EXPECT_EQ(outcome.Status, 0) << text;
-    EXPECT_EQ(outcome.Printed + outcome.OnTheTerminal, "") << text;
+    EXPECT_EQ(outcome.calls, std::vector<std::string>{call}) << text;
+    EXPECT_EQ(outcome.status, 0) << text;
+    EXPECT_EQ(outcome.printed + outcome.on_the_terminal, "") << text;
   }
 }
 
@@ -85,7 +85,7 @@ TEST(MonitorSwitch, TakesTheIntegerPartOfAnyNumericPort) {
       {std::string(400, '9'), "off 9223372036854775807"},
   };
   for (const auto& [port, call] : rows) {
-    EXPECT_EQ(Switch("OFF " + port).Calls, std::vector<std::string>{call}) << port;
+    EXPECT_EQ(Switch("OFF " + port).calls, std::vector<std::string>{call}) << port;
   }
 }
 
@@ -100,10 +100,10 @@ TEST(MonitorSwitch, RefusesBadCallsOnTheTerminal) {
   };
   for (const auto& [text, message] : rows) {
     const Outcome outcome = Switch(text);
-    EXPECT_EQ(outcome.Status, 2) << text;
-    EXPECT_EQ(outcome.OnTheTerminal, message) << text;
-    EXPECT_EQ(outcome.Printed, "") << text;
-    EXPECT_TRUE(outcome.Calls.empty()) << text;
+    EXPECT_EQ(outcome.status, 2) << text;
+    EXPECT_EQ(outcome.on_the_terminal, message) << text;
+    EXPECT_EQ(outcome.printed, "") << text;
+    EXPECT_TRUE(outcome.calls.empty()) << text;
   }
 }
 
@@ -112,8 +112,8 @@ TEST(MonitorSwitch, UsesTheOwnPortAsItIs) {
       {"0", "off 0"}, {"012", "off 12"}, {"99999999999999999999", "off 9223372036854775807"}};
   for (const auto& [own, call] : rows) {
     PortPlatform platform;
-    platform.Own = own;
-    EXPECT_EQ(Switch("OFF %", platform).Calls, std::vector<std::string>{call}) << own;
+    platform.own = own;
+    EXPECT_EQ(Switch("OFF %", platform).calls, std::vector<std::string>{call}) << own;
   }
 }
 
@@ -123,10 +123,10 @@ TEST(MonitorSwitch, EndsWithTheErrorNumber) {
       {256, 255}, {512, 255}, {-1, 255}, {-5, 255},  {2147483647, 255}};
   for (const auto& [error, status] : rows) {
     PortPlatform platform;
-    platform.Results = {{5, error}};
+    platform.results = {{5, error}};
     const Outcome outcome = Switch("OFF 5", platform);
-    EXPECT_EQ(outcome.Status, status) << error;
-    EXPECT_EQ(outcome.Printed,
+    EXPECT_EQ(outcome.status, status) << error;
+    EXPECT_EQ(outcome.printed,
               "ptick: Error number " + std::to_string(error) + " executing command\n");
   }
 }
@@ -134,11 +134,11 @@ TEST(MonitorSwitch, EndsWithTheErrorNumber) {
 TEST(MonitorSwitch, SaysOnStandardOutputThatItFailed) {
   for (const std::string text : {"ON 5 f o", "OFF 5"}) {
     PortPlatform platform;
-    platform.Results = {{5, 16}};
+    platform.results = {{5, 16}};
     const Outcome outcome = Switch(text, platform);
-    EXPECT_EQ(outcome.Status, 16) << text;
-    EXPECT_EQ(outcome.Printed, "ptick: Error number 16 executing command\n") << text;
-    EXPECT_EQ(outcome.OnTheTerminal, "") << text;
+    EXPECT_EQ(outcome.status, 16) << text;
+    EXPECT_EQ(outcome.printed, "ptick: Error number 16 executing command\n") << text;
+    EXPECT_EQ(outcome.on_the_terminal, "") << text;
   }
 }
 

@@ -17,15 +17,15 @@ namespace ptick::testing {
 /// "list FIRST LAST", "send PORT TEXT", "on PORT [FILE] [OPTIONS]", "off PORT".
 class PortPlatform : public Platform {
  public:
-  std::map<std::int64_t, int> Results;  ///< what an operation on a port returns; without: 2
-  std::string Own = "0";                ///< the own port
-  std::vector<std::string> Calls;
-  std::string Printed;        ///< on standard output
-  std::string OnTheTerminal;  ///< printed there
+  std::map<std::int64_t, int> results;  ///< what an operation on a port returns; without: 2
+  std::string own = "0";                ///< the own port
+  std::vector<std::string> calls;
+  std::string printed;          ///< on standard output
+  std::string on_the_terminal;  ///< printed there
 
-  std::string OwnPort() override { return Own; }
+  std::string OwnPort() override { return own; }
   int Write(Stream stream, std::string_view bytes) override {
-    (stream == Stream::kOutput ? Printed : OnTheTerminal) += bytes;
+    (stream == Stream::kOutput ? printed : on_the_terminal) += bytes;
     return 0;
   }
   int SendPortMessage(std::int64_t port, std::string_view text) override {
@@ -38,9 +38,9 @@ class PortPlatform : public Platform {
   }
   int MonitorOff(std::int64_t port) override { return Note("off " + std::to_string(port), port); }
   std::vector<std::int64_t> ListeningPorts(std::int64_t first, std::int64_t last) override {
-    Calls.push_back("list " + std::to_string(first) + " " + std::to_string(last));
+    calls.push_back("list " + std::to_string(first) + " " + std::to_string(last));
     std::vector<std::int64_t> ports;
-    for (const auto& [port, result] : Results) {
+    for (const auto& [port, result] : results) {
       if (port >= first && port <= last) {
         ports.push_back(port);
       }
@@ -66,9 +66,9 @@ class PortPlatform : public Platform {
 
  private:
   int Note(std::string call, std::int64_t port) {
-    Calls.push_back(std::move(call));
-    const auto found = Results.find(port);
-    return found == Results.end() ? 2 : found->second;
+    calls.push_back(std::move(call));
+    const auto found = results.find(port);
+    return found == results.end() ? 2 : found->second;
   }
 };
 

@@ -22,9 +22,9 @@ class ProfileLoaderTest : public ::testing::Test {
  protected:
   /// Loads these profiles; what it leaves is in tables_ and platform_.
   std::optional<int> Load(std::vector<std::string> names) {
-    platform_.Terminal.clear();
-    platform_.Reads.clear();
-    platform_.OpenedFiles.clear();
+    platform_.on_terminal.clear();
+    platform_.reads.clear();
+    platform_.opened_files.clear();
     tables_ = {};
     RunOptions options;
     options.ProfileList = std::move(names);
@@ -32,7 +32,7 @@ class ProfileLoaderTest : public ::testing::Test {
     try {
       LoadProfileList(options, platform_, output, tables_);
     } catch (const Stop& stop) {
-      return stop.Status;
+      return stop.status;
     }
     return std::nullopt;
   }
@@ -44,47 +44,47 @@ class ProfileLoaderTest : public ::testing::Test {
 };
 
 TEST_F(ProfileLoaderTest, ReadsOneProfileWhereverItIs) {
-  platform_.Files["."]["run1"].Text = Records({"ticks|1"});
-  platform_.Files["a/b"]["c"].Text = Records({"ticks|2"});
-  platform_.Files["/tmp"]["run1"].Text = Records({"ticks|3"});
-  platform_.Files["/"]["run1"].Text = Records({"ticks|4"});
+  platform_.files["."]["run1"].text = Records({"ticks|1"});
+  platform_.files["a/b"]["c"].text = Records({"ticks|2"});
+  platform_.files["/tmp"]["run1"].text = Records({"ticks|3"});
+  platform_.files["/"]["run1"].text = Records({"ticks|4"});
   struct Row {
-    std::string_view Name;
-    std::string_view Want;
+    std::string_view name;
+    std::string_view want;
   };
   const std::vector<Row> rows = {
       {"run1", "1"}, {"./run1", "1"}, {"a/b/c", "2"}, {"/tmp/run1", "3"}, {"/run1", "4"}};
   for (const Row& row : rows) {
-    EXPECT_EQ(Load({std::string(row.Name)}), std::nullopt) << row.Name;
-    EXPECT_EQ(Total(), row.Want) << row.Name;
-    EXPECT_EQ(tables_.ProfileName, row.Name);
-    EXPECT_EQ(platform_.Terminal, "");
-    EXPECT_EQ(platform_.Reads.size(), 1U);
+    EXPECT_EQ(Load({std::string(row.name)}), std::nullopt) << row.name;
+    EXPECT_EQ(Total(), row.want) << row.name;
+    EXPECT_EQ(tables_.ProfileName, row.name);
+    EXPECT_EQ(platform_.on_terminal, "");
+    EXPECT_EQ(platform_.reads.size(), 1U);
   }
 }
 
 TEST_F(ProfileLoaderTest, ReadsTheDefaultProfileOfTheOwnPort) {
   for (const std::string_view port : {"0", "7", "007", "123"}) {
-    platform_.Port = port;
+    platform_.own_port = port;
     const std::string name = "ptick_" + std::string(port);
-    platform_.Files["."] = {{name, {.Text = Records({"ticks|5"})}}};
+    platform_.files["."] = {{name, {.text = Records({"ticks|5"})}}};
     EXPECT_EQ(Load({}), std::nullopt) << port;
     EXPECT_EQ(Total(), "5") << port;
     EXPECT_EQ(tables_.ProfileName, name);
-    platform_.Files["."].clear();
+    platform_.files["."].clear();
     EXPECT_EQ(Load({}), 1) << port;
-    EXPECT_EQ(platform_.Terminal, "ptick: [202] cannot read record '" + name + "'\n");
+    EXPECT_EQ(platform_.on_terminal, "ptick: [202] cannot read record '" + name + "'\n");
   }
 }
 
 TEST_F(ProfileLoaderTest, StopsWhereTheOnlyProfileCannotBeRead) {
-  platform_.Files["."]["run1"].Text = Records({"ticks|1"});
-  platform_.Files["run1"] = {};
-  platform_.Files["."]["broken"] = {.Text = Records({"ticks|1"}), .FailsAfter = 5};
-  platform_.Files["."]["late"] = {.Text = Records({"ticks|1", "ticks|2"}), .FailsAfter = 20};
+  platform_.files["."]["run1"].text = Records({"ticks|1"});
+  platform_.files["run1"] = {};
+  platform_.files["."]["broken"] = {.text = Records({"ticks|1"}), .fails_after = 5};
+  platform_.files["."]["late"] = {.text = Records({"ticks|1", "ticks|2"}), .fails_after = 20};
   struct Row {
-    std::string_view Name;
-    std::string_view Want;
+    std::string_view name;
+    std::string_view want;
   };
   const std::vector<Row> rows = {
       {"none", "ptick: [202] cannot read record 'none'\n"},
@@ -98,14 +98,14 @@ TEST_F(ProfileLoaderTest, StopsWhereTheOnlyProfileCannotBeRead) {
       {"late", "ptick: [202] cannot read record 'late'\n"},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(Load({std::string(row.Name)}), 1) << row.Name;
-    EXPECT_EQ(platform_.Terminal, row.Want) << row.Name;
-    EXPECT_EQ(platform_.Output, "");
+    EXPECT_EQ(Load({std::string(row.name)}), 1) << row.name;
+    EXPECT_EQ(platform_.on_terminal, row.want) << row.name;
+    EXPECT_EQ(platform_.printed, "");
   }
 }
 
 TEST_F(ProfileLoaderTest, HandsTheOnlyProfileToTheParserAsItIs) {
-  platform_.Files["."]["run1"].Text = "\n# a comment\n\t\tPROFILE:TICKS\t\t5\n" +
+  platform_.files["."]["run1"].text = "\n# a comment\n\t\tPROFILE:TICKS\t\t5\n" +
                                       Records({"program|P", "pid|7", "trace|P|1|2", "trace|P|1|2",
                                                "startclock|9", "startclock|8", "hertz"});
   EXPECT_EQ(Load({"run1"}), std::nullopt);
@@ -118,25 +118,25 @@ TEST_F(ProfileLoaderTest, HandsTheOnlyProfileToTheParserAsItIs) {
 
 TEST_F(ProfileLoaderTest, TakesAProfileOfNothing) {
   for (const std::string_view text : {"", "\n", "no profile\n", "PROFILE:ticks\n"}) {
-    platform_.Files["."]["run1"].Text = text;
+    platform_.files["."]["run1"].text = text;
     EXPECT_EQ(Load({"run1"}), std::nullopt) << text;
-    EXPECT_EQ(platform_.Terminal, "") << text;
+    EXPECT_EQ(platform_.on_terminal, "") << text;
     EXPECT_EQ(tables_.ProfileName, "run1");
   }
 }
 
 TEST_F(ProfileLoaderTest, StopsAtAMalformedLine) {
-  platform_.Files["."]["run1"].Text = "\n" + Records({"ticks|5", "bogus|1"});
+  platform_.files["."]["run1"].text = "\n" + Records({"ticks|5", "bogus|1"});
   EXPECT_EQ(Load({"run1"}), 2);
-  EXPECT_EQ(platform_.Terminal, "Invalid format in profile file at line 3\n\tbogus\t1\n");
+  EXPECT_EQ(platform_.on_terminal, "Invalid format in profile file at line 3\n\tbogus\t1\n");
 }
 
 TEST_F(ProfileLoaderTest, MergesTwoProfiles) {
-  platform_.Files["."]["run1"].Text =
+  platform_.files["."]["run1"].text =
       Records({"program|P", "pid|7", "ppid|6", "typerate|1|2", "resource|1|2", "startclock|100",
                "endclock|500", "hertz|100", "ticks|10", "trace|P|10|3", "input|13|1|1|2|a",
                "portno|4", "user_ticks|3|5", "perform|ticks|1|cmd|LIST", "shared_object|lib|1"});
-  platform_.Files["dir"]["run2"].Text =
+  platform_.files["dir"]["run2"].text =
       Records({"startclock|90", "endclock|700", "hertz|50", "ticks|5", "trace|P|10|4",
                "trace|Q|1|1", "portno|4", "user_ticks|3|7", "perform|ticks|1|cmd|LIST",
                "perform|ticks|2|cmd|WHO", "shared_object|lib|1"});
@@ -162,7 +162,7 @@ TEST_F(ProfileLoaderTest, MergesTwoProfiles) {
 }
 
 TEST_F(ProfileLoaderTest, MergesAProfileWithItself) {
-  platform_.Files["."]["run1"].Text =
+  platform_.files["."]["run1"].text =
       Records({"startclock|100", "endclock|500", "hertz|100", "ticks|10", "trace|P|10|3"});
   EXPECT_EQ(Load({"run1", "run1", "run1"}), std::nullopt);
   EXPECT_EQ(tables_.ProfileName, "run1 ...");
@@ -170,22 +170,22 @@ TEST_F(ProfileLoaderTest, MergesAProfileWithItself) {
   EXPECT_EQ(RowText(tables_.Details, 0), "P|10|9");
   EXPECT_EQ(tables_.StartClock.Text() + " " + tables_.EndClock.Text(), "100 500");
   EXPECT_EQ(tables_.Hertz.Text(), "100");
-  EXPECT_EQ(platform_.Reads.size(), 3U);
+  EXPECT_EQ(platform_.reads.size(), 3U);
 }
 
 TEST_F(ProfileLoaderTest, PassesOverWhatCannotBeReadInAMerge) {
-  platform_.Files["."]["run1"].Text = Records({"ticks|1"});
-  platform_.Files["."]["run2"].Text = Records({"ticks|2"});
-  platform_.Files["."]["empty"].Text = "nothing of use\n";
-  platform_.Files["."]["broken"] = {.Text = Records({"ticks|4"}), .FailsAfter = 0};
-  platform_.Files["d"]["run3"].Text = Records({"ticks|8"});
+  platform_.files["."]["run1"].text = Records({"ticks|1"});
+  platform_.files["."]["run2"].text = Records({"ticks|2"});
+  platform_.files["."]["empty"].text = "nothing of use\n";
+  platform_.files["."]["broken"] = {.text = Records({"ticks|4"}), .fails_after = 0};
+  platform_.files["d"]["run3"].text = Records({"ticks|8"});
   const std::string no_file = "ptick: [201] cannot open file 'dir'\n";
   const std::string no_record = "ptick: [202] cannot read record 'none'\n";
   struct Row {
-    std::vector<std::string> Names;
-    std::string_view WantTotal;
-    std::string_view WantName;
-    std::string WantTerminal;
+    std::vector<std::string> names;
+    std::string_view want_total;
+    std::string_view want_name;
+    std::string want_terminal;
   };
   const std::vector<Row> rows = {
       {{"run1", "run2"}, "3", "run1 ...", ""},
@@ -200,19 +200,19 @@ TEST_F(ProfileLoaderTest, PassesOverWhatCannotBeReadInAMerge) {
       {{"empty", "run2"}, "2", "empty ...", ""},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(Load(row.Names), std::nullopt) << row.Names.front();
-    EXPECT_EQ(Total(), row.WantTotal) << row.Names.front();
-    EXPECT_EQ(tables_.ProfileName, row.WantName);
-    EXPECT_EQ(platform_.Terminal, row.WantTerminal);
+    EXPECT_EQ(Load(row.names), std::nullopt) << row.names.front();
+    EXPECT_EQ(Total(), row.want_total) << row.names.front();
+    EXPECT_EQ(tables_.ProfileName, row.want_name);
+    EXPECT_EQ(platform_.on_terminal, row.want_terminal);
   }
 }
 
 TEST_F(ProfileLoaderTest, StopsWhereNothingWasMerged) {
-  platform_.Files["."]["empty"].Text = "";
-  platform_.Files["."]["dropped"].Text = Records({"program|P", "pid|5", "ticks"});
+  platform_.files["."]["empty"].text = "";
+  platform_.files["."]["dropped"].text = Records({"program|P", "pid|5", "ticks"});
   struct Row {
-    std::vector<std::string> Names;
-    std::string WantTerminal;
+    std::vector<std::string> names;
+    std::string want_terminal;
   };
   const std::vector<Row> rows = {
       {{"none", "dir/run1"},
@@ -222,25 +222,25 @@ TEST_F(ProfileLoaderTest, StopsWhereNothingWasMerged) {
       {{"dropped", "none"}, "ptick: [202] cannot read record 'none'\n"},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(Load(row.Names), 2) << row.Names.front();
-    EXPECT_EQ(platform_.Terminal, row.WantTerminal + "No input files...\n");
-    EXPECT_EQ(platform_.Output, "");
+    EXPECT_EQ(Load(row.names), 2) << row.names.front();
+    EXPECT_EQ(platform_.on_terminal, row.want_terminal + "No input files...\n");
+    EXPECT_EQ(platform_.printed, "");
   }
 }
 
 TEST_F(ProfileLoaderTest, CountsTheMergedLines) {
-  platform_.Files["."]["run1"].Text =
+  platform_.files["."]["run1"].text =
       "\n\n# a comment\n" + Records({"ticks|1", "trace|P|1|1", "pid|5", "bogus|a|1"});
   EXPECT_EQ(Load({"run1", "run1"}), 2);
-  EXPECT_EQ(platform_.Terminal, "Invalid format in profile file at line 3\n\tbogus\ta\t2\n");
+  EXPECT_EQ(platform_.on_terminal, "Invalid format in profile file at line 3\n\tbogus\ta\t2\n");
 }
 
 TEST_F(ProfileLoaderTest, StopsWhereAProfileBreaksOffInAMerge) {
-  platform_.BlockSize = 8;
-  platform_.Files["."]["run1"].Text = Records({"ticks|1"});
-  platform_.Files["."]["broken"] = {.Text = Records({"ticks|4", "ticks|5"}), .FailsAfter = 30};
+  platform_.block_size = 8;
+  platform_.files["."]["run1"].text = Records({"ticks|1"});
+  platform_.files["."]["broken"] = {.text = Records({"ticks|4", "ticks|5"}), .fails_after = 30};
   EXPECT_EQ(Load({"run1", "broken", "none"}), 1);
-  EXPECT_EQ(platform_.Terminal, "ptick: [202] cannot read record 'broken'\n");
+  EXPECT_EQ(platform_.on_terminal, "ptick: [202] cannot read record 'broken'\n");
 }
 
 }  // namespace

@@ -23,8 +23,8 @@ using Arguments = std::vector<std::string>;
 
 TEST(CommandArguments, AreAllButTheName) {
   struct Row {
-    Arguments CommandLine;
-    Arguments Want;
+    Arguments command_line;
+    Arguments want;
   };
   const std::vector<Row> rows = {
       {{}, {}},
@@ -47,32 +47,32 @@ TEST(CommandArguments, AreAllButTheName) {
       {{"pt\xfeick", "a"}, {"a"}},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(CommandArguments(row.CommandLine), row.Want);
+    EXPECT_EQ(CommandArguments(row.command_line), row.want);
   }
 }
 
 struct Row {
-  Arguments Given;
-  std::string_view Want;
+  Arguments given;
+  std::string_view want;
 };
 
 void ExpectOptions(const std::vector<Row>& rows) {
   for (const Row& row : rows) {
     MemoryPlatform platform;
-    const ParsedCommand parsed = ParseCommand(row.Given, platform);
-    const std::string shown = ::testing::PrintToString(row.Given);
-    EXPECT_EQ(OptionsText(parsed.Options), row.Want) << shown;
-    EXPECT_EQ(parsed.Stopped, std::nullopt) << shown;
-    EXPECT_EQ(platform.Terminal + platform.Output, "") << shown;
-    EXPECT_TRUE(platform.OpenedFiles.empty()) << shown;
+    const ParsedCommand parsed = ParseCommand(row.given, platform);
+    const std::string shown = ::testing::PrintToString(row.given);
+    EXPECT_EQ(OptionsText(parsed.options), row.want) << shown;
+    EXPECT_EQ(parsed.stopped, std::nullopt) << shown;
+    EXPECT_EQ(platform.on_terminal + platform.printed, "") << shown;
+    EXPECT_TRUE(platform.opened_files.empty()) << shown;
   }
 }
 
 TEST(CommandLine, HasDefaults) {
   MemoryPlatform platform;
   const ParsedCommand parsed = ParseCommand({}, platform);
-  EXPECT_EQ(OptionsText(parsed.Options), "");
-  EXPECT_EQ(parsed.Options.TickOrder, SortOrder::kDescending);
+  EXPECT_EQ(OptionsText(parsed.options), "");
+  EXPECT_EQ(parsed.options.TickOrder, SortOrder::kDescending);
 }
 
 TEST(CommandLine, SetsAFlagPerLetter) {
@@ -138,16 +138,16 @@ TEST(CommandLine, StopsAtALetterItDoesNotKnow) {
     }
     MemoryPlatform platform;
     const ParsedCommand parsed = ParseCommand({std::string("-") + letter}, platform);
-    EXPECT_EQ(parsed.Stopped, 1) << byte;
-    EXPECT_EQ(platform.Terminal, "Invalid argument\n" + std::string(UsageText())) << byte;
-    EXPECT_EQ(platform.Output, "");
+    EXPECT_EQ(parsed.stopped, 1) << byte;
+    EXPECT_EQ(platform.on_terminal, "Invalid argument\n" + std::string(UsageText())) << byte;
+    EXPECT_EQ(platform.printed, "");
   }
 }
 
 TEST(CommandLine, StopsWhereItStands) {
   struct StopRow {
-    Arguments Given;
-    int Want;
+    Arguments given;
+    int want;
   };
   const std::vector<StopRow> rows = {
       {{"-h"}, 0},       {{"-hx"}, 0},          {{"-ah"}, 0},
@@ -159,23 +159,23 @@ TEST(CommandLine, StopsWhereItStands) {
   };
   for (const StopRow& row : rows) {
     MemoryPlatform platform;
-    const ParsedCommand parsed = ParseCommand(row.Given, platform);
-    const std::string shown = ::testing::PrintToString(row.Given);
-    EXPECT_EQ(parsed.Stopped, row.Want) << shown;
-    EXPECT_EQ(platform.Terminal,
-              (row.Want == 1 ? "Invalid argument\n" : "") + std::string(UsageText()))
+    const ParsedCommand parsed = ParseCommand(row.given, platform);
+    const std::string shown = ::testing::PrintToString(row.given);
+    EXPECT_EQ(parsed.stopped, row.want) << shown;
+    EXPECT_EQ(platform.on_terminal,
+              (row.want == 1 ? "Invalid argument\n" : "") + std::string(UsageText()))
         << shown;
-    EXPECT_TRUE(platform.OpenedFiles.empty()) << shown;
+    EXPECT_TRUE(platform.opened_files.empty()) << shown;
   }
 }
 
 TEST(CommandLine, TakesTheWidthOfThePage) {
   for (const std::int64_t width : {1, 80, 132, 32767}) {
     MemoryPlatform platform;
-    platform.Width = width;
+    platform.width = width;
     const ParsedCommand parsed = ParseCommand({}, platform);
-    EXPECT_EQ(parsed.Options.PageWidth, width);
-    EXPECT_EQ(parsed.Options.ReportWidth, width - 1);
+    EXPECT_EQ(parsed.options.PageWidth, width);
+    EXPECT_EQ(parsed.options.ReportWidth, width - 1);
   }
 }
 

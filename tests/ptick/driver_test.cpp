@@ -23,11 +23,11 @@ using testing::UsageText;
 class DriverTest : public ::testing::Test {
  protected:
   DriverTest() {
-    platform_.Files["."]["run1"].Text = Records({"program|PROG", "ticks|4", "trace|PROG|10|3"});
-    platform_.Files["."]["run2"].Text = Records({"ticks|4", "trace|PROG|10|1"});
-    platform_.Files["."]["bad"].Text = Records({"ticks|4", "trace|PROG|10|3", "bogus|1"});
-    platform_.PortErrors[5] = 0;
-    platform_.PortErrors[9] = 111;
+    platform_.files["."]["run1"].text = Records({"program|PROG", "ticks|4", "trace|PROG|10|3"});
+    platform_.files["."]["run2"].text = Records({"ticks|4", "trace|PROG|10|1"});
+    platform_.files["."]["bad"].text = Records({"ticks|4", "trace|PROG|10|3", "bogus|1"});
+    platform_.port_errors[5] = 0;
+    platform_.port_errors[9] = 111;
   }
 
   int Run(const std::vector<std::string>& arguments) {
@@ -35,7 +35,9 @@ class DriverTest : public ::testing::Test {
   }
 
   /// Whether a run has looked for files at all.
-  bool LookedForFiles() const { return !platform_.OpenedFiles.empty() || !platform_.Reads.empty(); }
+  bool LookedForFiles() const {
+    return !platform_.opened_files.empty() || !platform_.reads.empty();
+  }
 
   MemoryPlatform platform_;
 };
@@ -44,44 +46,45 @@ const std::string_view kColumns = "Source name          Line#  Ticks    %      \
 
 TEST_F(DriverTest, PrintsThePerLineReportOfAProfile) {
   EXPECT_EQ(Run({"run1"}), 0);
-  EXPECT_EQ(platform_.Output, "Profile of program PROG from profile run1" + std::string(23, ' ') +
-                                  " Page 1\n" + std::string(kColumns) +
-                                  "PROG                 10     3        75    \n");
-  EXPECT_EQ(platform_.Terminal, "");
+  EXPECT_EQ(platform_.printed, "Profile of program PROG from profile run1" + std::string(23, ' ') +
+                                   " Page 1\n" + std::string(kColumns) +
+                                   "PROG                 10     3        75    \n");
+  EXPECT_EQ(platform_.on_terminal, "");
 }
 
 TEST_F(DriverTest, MergesProfiles) {
   EXPECT_EQ(Run({"run1", "run2"}), 0);
-  EXPECT_EQ(platform_.Output, "Profile of program (unknown) from profile run1 ..." +
-                                  std::string(14, ' ') + " Page 1\n" + std::string(kColumns) +
-                                  "PROG                 10     4        50    \n");
+  EXPECT_EQ(platform_.printed, "Profile of program (unknown) from profile run1 ..." +
+                                   std::string(14, ' ') + " Page 1\n" + std::string(kColumns) +
+                                   "PROG                 10     4        50    \n");
 }
 
 TEST_F(DriverTest, ReadsTheDefaultProfileWithoutArguments) {
-  platform_.Port = "17";
-  platform_.Files["."]["ptick_17"].Text = Records({"trace|PROG|10|3"});
+  platform_.own_port = "17";
+  platform_.files["."]["ptick_17"].text = Records({"trace|PROG|10|3"});
   EXPECT_EQ(Run({}), 0);
-  EXPECT_NE(platform_.Output.find(" from profile ptick_17 "), std::string::npos);
-  EXPECT_NE(platform_.Output.find("PROG                 10     3        0     \n"),
+  EXPECT_NE(platform_.printed.find(" from profile ptick_17 "), std::string::npos);
+  EXPECT_NE(platform_.printed.find("PROG                 10     3        0     \n"),
             std::string::npos);
-  EXPECT_TRUE(platform_.PortMessages.empty());
+  EXPECT_TRUE(platform_.port_messages.empty());
   // Options alone do not change that.
-  platform_.Output.clear();
+  platform_.printed.clear();
   EXPECT_EQ(Run({"-n"}), 0);
-  EXPECT_NE(platform_.Output.find(" from profile ptick_17 "), std::string::npos);
+  EXPECT_NE(platform_.printed.find(" from profile ptick_17 "), std::string::npos);
 }
 
 TEST_F(DriverTest, FitsTheReportToThePage) {
-  platform_.Width = 60;
+  platform_.width = 60;
   EXPECT_EQ(Run({"run1"}), 0);
-  EXPECT_TRUE(platform_.Output.starts_with("Profile of program PROG from profile run1    Page 1\n"))
-      << platform_.Output;
+  EXPECT_TRUE(
+      platform_.printed.starts_with("Profile of program PROG from profile run1    Page 1\n"))
+      << platform_.printed;
 }
 
 TEST_F(DriverTest, HandsTheSourceFilesToTheReport) {
-  platform_.Files["src"]["PROG"].Text = "1\n2\n3\n4\n5\n6\n7\n8\n9\nten\n";
+  platform_.files["src"]["PROG"].text = "1\n2\n3\n4\n5\n6\n7\n8\n9\nten\n";
   EXPECT_EQ(Run({"-fsrc", "run1"}), 0);
-  EXPECT_TRUE(platform_.Output.ends_with("75     ten\n")) << platform_.Output;
+  EXPECT_TRUE(platform_.printed.ends_with("75     ten\n")) << platform_.printed;
 }
 
 // Each row is a way of ending; the profile "bad" ends a run that comes to read it with status 2.
@@ -91,9 +94,9 @@ TEST_F(DriverTest, EndsWithAStatus) {
     return "ptick: [202] cannot read record '" + name + "'\n";
   };
   struct Row {
-    std::vector<std::string> Arguments;
-    int Want;
-    std::string WantTerminal;
+    std::vector<std::string> arguments;
+    int want;
+    std::string want_terminal;
   };
   const std::vector<Row> rows = {
       {{"-a", "run1"}, 0, ""},
@@ -126,51 +129,51 @@ TEST_F(DriverTest, EndsWithAStatus) {
       {{"1-9", "STOP"}, 0, ""},
   };
   for (const Row& row : rows) {
-    platform_.Terminal.clear();
-    const std::string shown = ::testing::PrintToString(row.Arguments);
-    EXPECT_EQ(Run(row.Arguments), row.Want) << shown;
-    EXPECT_EQ(platform_.Terminal, row.WantTerminal) << shown;
+    platform_.on_terminal.clear();
+    const std::string shown = ::testing::PrintToString(row.arguments);
+    EXPECT_EQ(Run(row.arguments), row.want) << shown;
+    EXPECT_EQ(platform_.on_terminal, row.want_terminal) << shown;
   }
 }
 
 TEST_F(DriverTest, EndsWithTheStatusOfAFailedScript) {
   EXPECT_EQ(Run({"-kkeys", "run1"}), 0);
-  EXPECT_EQ(platform_.Output, "Keyboard profile written to 'keys'\n");
-  platform_.ShellStatus = 3;
+  EXPECT_EQ(platform_.printed, "Keyboard profile written to 'keys'\n");
+  platform_.shell_status = 3;
   EXPECT_EQ(Run({"-kkeys", "run1"}), 1);
-  EXPECT_EQ(platform_.ShellRuns.size(), 2U);
+  EXPECT_EQ(platform_.shell_runs.size(), 2U);
 }
 
 // The control form comes before all else: nothing of the rest is read as options or files.
 TEST_F(DriverTest, SendsControlMessagesFirst) {
   EXPECT_EQ(Run({"5", "-x", "-h", "bad"}), 0);
-  EXPECT_EQ(platform_.Output, "Message sent successfully to port 5\n");
-  EXPECT_EQ(platform_.Terminal, "");
-  EXPECT_EQ(platform_.PortMessages,
+  EXPECT_EQ(platform_.printed, "Message sent successfully to port 5\n");
+  EXPECT_EQ(platform_.on_terminal, "");
+  EXPECT_EQ(platform_.port_messages,
             (std::vector<MemoryPlatform::PortMessage>{{5, "TICKCTL:-x -h bad"}}));
   EXPECT_FALSE(LookedForFiles());
 }
 
 TEST_F(DriverTest, SendsControlMessagesToARangeFirst) {
-  platform_.Listening = {5, 9};
+  platform_.listening = {5, 9};
   EXPECT_EQ(Run({"5-9"}), 0);
-  EXPECT_EQ(platform_.Output, "Message sent successfully to 1 ports and failed to 4 ports\n");
+  EXPECT_EQ(platform_.printed, "Message sent successfully to 1 ports and failed to 4 ports\n");
   EXPECT_FALSE(LookedForFiles());
 }
 
 TEST_F(DriverTest, TakesAPortWithoutCommandsAsAProfile) {
-  platform_.Files["."]["5"].Text = Records({"ticks|4"});
+  platform_.files["."]["5"].text = Records({"ticks|4"});
   EXPECT_EQ(Run({"5"}), 0);
-  EXPECT_TRUE(platform_.Output.starts_with("Profile of program (unknown) from profile 5 "));
-  EXPECT_TRUE(platform_.PortMessages.empty());
+  EXPECT_TRUE(platform_.printed.starts_with("Profile of program (unknown) from profile 5 "));
+  EXPECT_TRUE(platform_.port_messages.empty());
 }
 
 TEST_F(DriverTest, SwitchesTheMonitorInsteadOfAnyReport) {
   EXPECT_EQ(Run({"-jAapkos", "ON", "5", "bad", "options", "-n"}), 0);
-  EXPECT_EQ(platform_.MonitorCalls,
+  EXPECT_EQ(platform_.monitor_calls,
             (std::vector<MemoryPlatform::MonitorCall>{
-                {.On = true, .Port = 5, .File = "bad", .Options = "options"}}));
-  EXPECT_EQ(platform_.Output + platform_.Terminal, "");
+                {.on = true, .port = 5, .file = "bad", .options = "options"}}));
+  EXPECT_EQ(platform_.printed + platform_.on_terminal, "");
   EXPECT_FALSE(LookedForFiles());
 }
 
@@ -178,67 +181,67 @@ TEST_F(DriverTest, ReadsAllOptionsBeforeItSwitchesTheMonitor) {
   EXPECT_EQ(Run({"-j", "ON", "5", "-x"}), 1);
   EXPECT_EQ(Run({"-j", "ON", "5", "-h"}), 0);
   EXPECT_EQ(Run({"-v", "-j", "ON", "5"}), 2);
-  EXPECT_TRUE(platform_.MonitorCalls.empty());
-  EXPECT_TRUE(platform_.Terminal.ends_with("portno not set to numeric port number\n"));
+  EXPECT_TRUE(platform_.monitor_calls.empty());
+  EXPECT_TRUE(platform_.on_terminal.ends_with("portno not set to numeric port number\n"));
 }
 
 TEST_F(DriverTest, PrintsNothingOfAReportBeforeAMalformedLine) {
   for (const std::string options : {"-n", "-A", "-a", "-p", "-o", "-s", "-kkeys", "-u"}) {
     EXPECT_EQ(Run({options, "bad"}), 2) << options;
-    EXPECT_EQ(platform_.Output, "") << options;
-    EXPECT_TRUE(platform_.ShellRuns.empty()) << options;
+    EXPECT_EQ(platform_.printed, "") << options;
+    EXPECT_TRUE(platform_.shell_runs.empty()) << options;
   }
 }
 
 TEST_F(DriverTest, PrintsAllReportsUpToTheMissingClockRate) {
   EXPECT_EQ(Run({"-Av", "run1"}), 2);
-  ASSERT_EQ(platform_.Transcript.size(), 2U);
-  EXPECT_EQ(platform_.Transcript[0].first, Stream::kOutput);
-  EXPECT_NE(platform_.Output.find("Shared object name"), std::string::npos);
-  EXPECT_EQ(platform_.Output.find("PERFORMed"), std::string::npos);
-  EXPECT_EQ(platform_.Terminal, "Error! No 'hertz' is available in the profile output\n");
+  ASSERT_EQ(platform_.transcript.size(), 2U);
+  EXPECT_EQ(platform_.transcript[0].first, Stream::kOutput);
+  EXPECT_NE(platform_.printed.find("Shared object name"), std::string::npos);
+  EXPECT_EQ(platform_.printed.find("PERFORMed"), std::string::npos);
+  EXPECT_EQ(platform_.on_terminal, "Error! No 'hertz' is available in the profile output\n");
 }
 
 TEST_F(DriverTest, EndsWhenItCannotWrite) {
-  platform_.OutputError = ENOSPC;
+  platform_.output_error = ENOSPC;
   EXPECT_EQ(Run({"run1"}), 1);
-  EXPECT_EQ(platform_.Terminal, "ptick: cannot write: No space left on device\n");
-  platform_.OutputError = EPIPE;
+  EXPECT_EQ(platform_.on_terminal, "ptick: cannot write: No space left on device\n");
+  platform_.output_error = EPIPE;
   EXPECT_EQ(Run({"run1"}), 0);
-  EXPECT_EQ(platform_.Terminal, "ptick: cannot write: No space left on device\n");
+  EXPECT_EQ(platform_.on_terminal, "ptick: cannot write: No space left on device\n");
 }
 
 // A failure to write counts more than the status that the run would have ended with.
 TEST_F(DriverTest, EndsWithTheStatusOfAFailureToWrite) {
-  platform_.OutputError = ENOSPC;
+  platform_.output_error = ENOSPC;
   EXPECT_EQ(Run({"-j", "ON", "9"}), 1);
   EXPECT_EQ(Run({"-Av", "run1"}), 1);
 }
 
 // What was printed before goes out, and nothing can stand in the way of the message.
 TEST_F(DriverTest, EndsWithAMessageWhenMemoryRunsOut) {
-  platform_.Zone = [](std::int64_t) -> std::optional<std::int64_t> { throw std::bad_alloc(); };
-  platform_.Files["."]["run1"].Text = Records({"pid|17", "starttime|1000"});
+  platform_.zone = [](std::int64_t) -> std::optional<std::int64_t> { throw std::bad_alloc(); };
+  platform_.files["."]["run1"].text = Records({"pid|17", "starttime|1000"});
   EXPECT_EQ(Run({"-a", "run1"}), 1);
-  EXPECT_NE(platform_.Output.find("17"), std::string::npos) << platform_.Output;
-  EXPECT_TRUE(platform_.Output.ends_with('\n'));
-  EXPECT_EQ(platform_.Terminal, "ptick: out of memory\n");
+  EXPECT_NE(platform_.printed.find("17"), std::string::npos) << platform_.printed;
+  EXPECT_TRUE(platform_.printed.ends_with('\n'));
+  EXPECT_EQ(platform_.on_terminal, "ptick: out of memory\n");
 
-  platform_.OutputError = ENOSPC;
+  platform_.output_error = ENOSPC;
   EXPECT_EQ(Run({"-a", "run1"}), 1);
-  EXPECT_TRUE(platform_.Terminal.ends_with("No space left on device\nptick: out of memory\n"));
-  platform_.OutputError = EPIPE;
+  EXPECT_TRUE(platform_.on_terminal.ends_with("No space left on device\nptick: out of memory\n"));
+  platform_.output_error = EPIPE;
   EXPECT_EQ(Run({"-a", "run1"}), 1);
 }
 
 TEST_F(DriverTest, EndsNormallyWhereTheReaderQuits) {
-  platform_.OutputIsTerminal = platform_.Keyboard = true;
-  platform_.Length = 3;
-  platform_.Files["."]["run1"].Text = Records({"ticks|4", "trace|A|1|3", "trace|A|2|2"});
-  platform_.Keys = {'q'};
+  platform_.output_is_terminal = platform_.keyboard = true;
+  platform_.length = 3;
+  platform_.files["."]["run1"].text = Records({"ticks|4", "trace|A|1|3", "trace|A|2|2"});
+  platform_.keys = {'q'};
   EXPECT_EQ(Run({"run1"}), 0);
-  EXPECT_TRUE(platform_.Output.ends_with("A                    1      3        75    \n"));
-  EXPECT_EQ(platform_.Terminal, "");
+  EXPECT_TRUE(platform_.printed.ends_with("A                    1      3        75    \n"));
+  EXPECT_EQ(platform_.on_terminal, "");
 }
 
 }  // namespace

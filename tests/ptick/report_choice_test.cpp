@@ -17,8 +17,8 @@ namespace {
 /// The reports, each with a text that it alone prints, and the letter of its option ("l" is the
 /// per-line report, which has none).
 struct ReportMark {
-  char Letter;
-  std::string_view Text;
+  char letter;
+  std::string_view text;
 };
 const std::vector<ReportMark>& Marks() {
   static const std::vector<ReportMark> marks = {
@@ -35,8 +35,8 @@ const std::vector<ReportMark>& Marks() {
 /// The letters of the reports that a run with these options prints, in order.
 std::string ReportsOf(const std::string& options) {
   MemoryPlatform platform;
-  platform.Files["."]["run1"].Text = "PROFILE:program\tPROG\nPROFILE:hertz\t100\n";
-  platform.Files["src"] = {};
+  platform.files["."]["run1"].text = "PROFILE:program\tPROG\nPROFILE:hertz\t100\n";
+  platform.files["src"] = {};
   std::vector<std::string> arguments = {"run1"};
   for (const char letter : options) {
     arguments.push_back(std::string("-") + letter);
@@ -45,12 +45,12 @@ std::string ReportsOf(const std::string& options) {
     }
   }
   EXPECT_EQ(testing::RunProgram(arguments, platform), 0) << options;
-  EXPECT_EQ(platform.Terminal, "") << options;
+  EXPECT_EQ(platform.on_terminal, "") << options;
   std::vector<std::pair<std::size_t, char>> places;
   for (const ReportMark& mark : Marks()) {
-    for (std::size_t at = platform.Output.find(mark.Text); at != std::string::npos;
-         at = platform.Output.find(mark.Text, at + 1)) {
-      places.emplace_back(at, mark.Letter);
+    for (std::size_t at = platform.printed.find(mark.text); at != std::string::npos;
+         at = platform.printed.find(mark.text, at + 1)) {
+      places.emplace_back(at, mark.letter);
     }
   }
   std::ranges::sort(places);
@@ -58,7 +58,8 @@ std::string ReportsOf(const std::string& options) {
   for (const auto& [place, letter] : places) {
     reports += letter;
   }
-  EXPECT_EQ(platform.ShellRuns.size(), reports.find('k') != std::string::npos ? 1U : 0U) << options;
+  EXPECT_EQ(platform.shell_runs.size(), reports.find('k') != std::string::npos ? 1U : 0U)
+      << options;
   return reports;
 }
 
@@ -77,8 +78,8 @@ std::string Wanted(const std::string& options) {
 
 TEST(ReportChoice, FollowsThePriorities) {
   struct Row {
-    std::string Options;
-    std::string_view Want;
+    std::string options;
+    std::string_view want;
   };
   const std::vector<Row> rows = {
       {"", "l"},      {"A", "aops"},  {"p", "p"},         {"a", "a"},     {"k", "k"},
@@ -88,9 +89,9 @@ TEST(ReportChoice, FollowsThePriorities) {
       {"Ao", "aops"}, {"As", "aops"}, {"apkosA", "aops"},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(ReportsOf(row.Options), row.Want) << row.Options;
-    const std::string reversed(row.Options.rbegin(), row.Options.rend());
-    EXPECT_EQ(ReportsOf(reversed), row.Want) << reversed;
+    EXPECT_EQ(ReportsOf(row.options), row.want) << row.options;
+    const std::string reversed(row.options.rbegin(), row.options.rend());
+    EXPECT_EQ(ReportsOf(reversed), row.want) << reversed;
   }
 }
 

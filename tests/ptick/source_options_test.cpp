@@ -25,39 +25,39 @@ class SourceOptionsTest : public ::testing::Test {
  protected:
   SourceOptionsTest() {
     for (const std::string name : {"src", "lib", "/abs/src", "v", "-n"}) {
-      platform_.Files[name] = {};
+      platform_.files[name] = {};
     }
   }
 
   /// What is said of a command line, and what is left of it.
   struct Outcome {
-    std::string Options;
-    std::string Terminal;
-    std::optional<int> Stopped;
+    std::string options;
+    std::string terminal;
+    std::optional<int> stopped;
   };
 
   Outcome Parse(const Arguments& arguments) {
-    platform_.Terminal.clear();
-    platform_.OpenedFiles.clear();
+    platform_.on_terminal.clear();
+    platform_.opened_files.clear();
     const ParsedCommand parsed = ParseCommand(arguments, platform_);
-    return {OptionsText(parsed.Options), platform_.Terminal, parsed.Stopped};
+    return {OptionsText(parsed.options), platform_.on_terminal, parsed.stopped};
   }
 
   struct Row {
-    Arguments Given;
-    std::string WantOptions;
-    std::string WantTerminal;
-    std::optional<int> WantStopped = std::nullopt;
+    Arguments given;
+    std::string want_options;
+    std::string want_terminal;
+    std::optional<int> want_stopped = std::nullopt;
   };
 
   void Expect(const std::vector<Row>& rows) {
     for (const Row& row : rows) {
-      const std::string shown = ::testing::PrintToString(row.Given);
-      const Outcome outcome = Parse(row.Given);
-      EXPECT_EQ(outcome.Terminal, row.WantTerminal) << shown;
-      EXPECT_EQ(outcome.Stopped, row.WantStopped) << shown;
-      if (!outcome.Stopped) {
-        EXPECT_EQ(outcome.Options, row.WantOptions) << shown;
+      const std::string shown = ::testing::PrintToString(row.given);
+      const Outcome outcome = Parse(row.given);
+      EXPECT_EQ(outcome.terminal, row.want_terminal) << shown;
+      EXPECT_EQ(outcome.stopped, row.want_stopped) << shown;
+      if (!outcome.stopped) {
+        EXPECT_EQ(outcome.options, row.want_options) << shown;
       }
     }
   }
@@ -69,7 +69,7 @@ class SourceOptionsTest : public ::testing::Test {
   }
 
   static std::size_t CountOf(const ParsedCommand& parsed) {
-    return parsed.Options.SourceFiles.size();
+    return parsed.options.SourceFiles.size();
   }
 
   MemoryPlatform platform_;
@@ -102,10 +102,10 @@ TEST_F(SourceOptionsTest, OpenASourceFile) {
 }
 
 TEST_F(SourceOptionsTest, OpenTheFilesOfAList) {
-  platform_.Files["."]["list"].Text = "src\nlib\n";
-  platform_.Files["lists"]["src"].Text = "lib\nnone\nsrc";
-  platform_.Files["/a/b"]["c"].Text = "src\xfelib\n\nv\n";
-  platform_.Files["."]["empty"].Text = "";
+  platform_.files["."]["list"].text = "src\nlib\n";
+  platform_.files["lists"]["src"].text = "lib\nnone\nsrc";
+  platform_.files["/a/b"]["c"].text = "src\xfelib\n\nv\n";
+  platform_.files["."]["empty"].text = "";
   Expect({
       {{"-Flist"}, " sources=src,lib", ""},
       {{"-F", "list"}, " sources=src,lib", ""},
@@ -119,8 +119,8 @@ TEST_F(SourceOptionsTest, OpenTheFilesOfAList) {
 }
 
 TEST_F(SourceOptionsTest, StopAtAListThatCannotBeRead) {
-  platform_.Files["."] = {};
-  platform_.Files["."]["broken"] = {.Text = "src\n", .FailsAfter = 2};
+  platform_.files["."] = {};
+  platform_.files["."]["broken"] = {.text = "src\n", .fails_after = 2};
   const auto no_record = [](const std::string& name) {
     return "ptick: [202] cannot read record '" + name + "'\n";
   };
@@ -142,22 +142,22 @@ TEST_F(SourceOptionsTest, OpenAtMost500Files) {
   Arguments arguments = Sources(500);
   ParsedCommand parsed = ParseCommand(arguments, platform_);
   EXPECT_EQ(CountOf(parsed), 500U);
-  EXPECT_EQ(platform_.Terminal, "");
+  EXPECT_EQ(platform_.on_terminal, "");
 
   const std::string too_many = "Too many files specified with -f option\n";
   arguments.emplace_back("-vflib");
   arguments.emplace_back("-nf");
   arguments.emplace_back("lib");
   arguments.emplace_back("-u");
-  platform_.OpenedFiles.clear();
+  platform_.opened_files.clear();
   parsed = ParseCommand(arguments, platform_);
-  EXPECT_EQ(parsed.Stopped, std::nullopt);
+  EXPECT_EQ(parsed.stopped, std::nullopt);
   EXPECT_EQ(CountOf(parsed), 500U);
-  EXPECT_EQ(platform_.OpenedFiles.size(), 500U);
-  EXPECT_EQ(platform_.Terminal, too_many + too_many);
+  EXPECT_EQ(platform_.opened_files.size(), 500U);
+  EXPECT_EQ(platform_.on_terminal, too_many + too_many);
   // The name behind a refused -f is no longer its own.
-  parsed.Options.SourceFiles.clear();
-  EXPECT_EQ(OptionsText(parsed.Options), "nuv profiles=lib");
+  parsed.options.SourceFiles.clear();
+  EXPECT_EQ(OptionsText(parsed.options), "nuv profiles=lib");
 }
 
 TEST_F(SourceOptionsTest, CountOnlyTheFilesThatOpened) {
@@ -178,9 +178,9 @@ std::string List(std::string_view name, std::size_t count) {
 
 TEST_F(SourceOptionsTest, CountEveryNameOfAList) {
   struct LimitRow {
-    std::size_t Open;
-    std::string List;
-    std::optional<std::size_t> Want;  ///< files open; nothing where the run stops
+    std::size_t open;
+    std::string list;
+    std::optional<std::size_t> want;  ///< files open; nothing where the run stops
   };
   const std::vector<LimitRow> rows = {
       {0, List("src", 500), 500},
@@ -198,29 +198,29 @@ TEST_F(SourceOptionsTest, CountEveryNameOfAList) {
       {250, List("src", 251), std::nullopt},
   };
   for (const LimitRow& row : rows) {
-    SCOPED_TRACE(std::to_string(row.Open) + " and " + row.List.substr(0, 9));
-    platform_.Files["dir"]["list"].Text = row.List;
-    platform_.Terminal.clear();
-    platform_.OpenedFiles.clear();
-    Arguments arguments = Sources(row.Open);
+    SCOPED_TRACE(std::to_string(row.open) + " and " + row.list.substr(0, 9));
+    platform_.files["dir"]["list"].text = row.list;
+    platform_.on_terminal.clear();
+    platform_.opened_files.clear();
+    Arguments arguments = Sources(row.open);
     arguments.emplace_back("-Fdir/list");
     const ParsedCommand parsed = ParseCommand(arguments, platform_);
-    if (row.Want) {
-      EXPECT_EQ(parsed.Stopped, std::nullopt);
-      EXPECT_EQ(CountOf(parsed), *row.Want);
+    if (row.want) {
+      EXPECT_EQ(parsed.stopped, std::nullopt);
+      EXPECT_EQ(CountOf(parsed), *row.want);
     } else {
-      EXPECT_EQ(parsed.Stopped, 1);
-      EXPECT_EQ(platform_.Terminal, "Too many files specified in file dir/list\n");
-      EXPECT_EQ(platform_.OpenedFiles.size(), row.Open + 1) << "none of the list is opened";
+      EXPECT_EQ(parsed.stopped, 1);
+      EXPECT_EQ(platform_.on_terminal, "Too many files specified in file dir/list\n");
+      EXPECT_EQ(platform_.opened_files.size(), row.open + 1) << "none of the list is opened";
     }
   }
 }
 
 TEST_F(SourceOptionsTest, KeepAPathAsItWasWritten) {
-  platform_.Files["."]["list"].Text = List("src", 501);
-  platform_.Files["/a/b"]["list"].Text = List("src", 501);
+  platform_.files["."]["list"].text = List("src", 501);
+  platform_.files["/a/b"]["list"].text = List("src", 501);
   for (const std::string path : {"list", "./list", "/a/b/list"}) {
-    EXPECT_EQ(Parse({"-F" + path}).Terminal, "Too many files specified in file " + path + "\n");
+    EXPECT_EQ(Parse({"-F" + path}).terminal, "Too many files specified in file " + path + "\n");
   }
 }
 

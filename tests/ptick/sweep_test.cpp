@@ -22,8 +22,8 @@ namespace {
 constexpr std::size_t kStride = 331;  // no multiple of the number of reports
 
 struct Way {
-  std::vector<std::string> Arguments;
-  bool OnTerminal = false;
+  std::vector<std::string> arguments;
+  bool on_terminal = false;
 };
 
 const std::vector<Way>& Ways() {
@@ -70,7 +70,7 @@ bool HoldsControlBytes(std::string_view text) {
 
 /// What is wrong with a run of a profile that may have any bytes; empty when nothing is.
 std::string Complaint(const Way& way, int status, const MemoryPlatform& left) {
-  const std::string_view terminal = left.Terminal;
+  const std::string_view terminal = left.on_terminal;
   if (status != 0 && status != 2 && !terminal.starts_with("Too many files")) {
     return "status " + std::to_string(status);
   }
@@ -79,21 +79,21 @@ std::string Complaint(const Way& way, int status, const MemoryPlatform& left) {
       !terminal.starts_with("Invalid format in profile file at line ")) {
     return "another refusal than that of a line or of a missing clock rate";
   }
-  if (status != 0 && !no_clock_rate && !left.Output.empty()) {
+  if (status != 0 && !no_clock_rate && !left.printed.empty()) {
     return "a refusal behind a report";
   }
-  if (status == 0 && left.Output.empty()) {
+  if (status == 0 && left.printed.empty()) {
     return "no output";
   }
-  if (!EndsWithLine(left.Output) || !EndsWithLine(terminal)) {
+  if (!EndsWithLine(left.printed) || !EndsWithLine(terminal)) {
     return "a line without its end";
   }
-  for (const MemoryPlatform::ShellRun& run : left.ShellRuns) {
-    if (!run.Input.starts_with("*\n") || !EndsWithLine(run.Input)) {
+  for (const MemoryPlatform::ShellRun& run : left.shell_runs) {
+    if (!run.input.starts_with("*\n") || !EndsWithLine(run.input)) {
       return "a script that is none";
     }
   }
-  return way.OnTerminal && HoldsControlBytes(left.Output) ? "control bytes on a terminal" : "";
+  return way.on_terminal && HoldsControlBytes(left.printed) ? "control bytes on a terminal" : "";
 }
 
 class Sweep : public ::testing::Test {
@@ -104,17 +104,17 @@ class Sweep : public ::testing::Test {
   void Try(const std::string& damaged, std::size_t position, int damage) {
     const Way& way = Ways()[(position + ++tried_) % Ways().size()];
     MemoryPlatform platform;
-    platform.Arguments = {"ptick"};
-    platform.Arguments.insert(platform.Arguments.end(), way.Arguments.begin(), way.Arguments.end());
-    platform.OutputIsTerminal = way.OnTerminal;
-    platform.BlockSize = 1 + position % 4096;
-    platform.Files["."] = {{"profile", {damaged}}, {"whole", {whole_}}};
-    platform.Files["src"]["ORDER.ENTRY"] = {damaged};
+    platform.arguments = {"ptick"};
+    platform.arguments.insert(platform.arguments.end(), way.arguments.begin(), way.arguments.end());
+    platform.output_is_terminal = way.on_terminal;
+    platform.block_size = 1 + position % 4096;
+    platform.files["."] = {{"profile", {damaged}}, {"whole", {whole_}}};
+    platform.files["src"]["ORDER.ENTRY"] = {damaged};
     const int status = RunPtick(platform);
     const std::string complaint = Complaint(way, status, platform);
-    ASSERT_EQ(complaint, "") << way.Arguments.front() << " at byte " << position << ", damage "
+    ASSERT_EQ(complaint, "") << way.arguments.front() << " at byte " << position << ", damage "
                              << damage << "\n"
-                             << platform.Terminal;
+                             << platform.on_terminal;
   }
 
   std::string whole_;

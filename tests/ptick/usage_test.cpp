@@ -13,8 +13,8 @@ TEST(Usage, IsPrintedOnTheTerminal) {
   Output output(platform);
   PrintUsage(output);
   output.Finish();
-  EXPECT_EQ(platform.Terminal, testing::UsageText());
-  EXPECT_EQ(platform.Output, "");
+  EXPECT_EQ(platform.on_terminal, testing::UsageText());
+  EXPECT_EQ(platform.printed, "");
 }
 
 }  // namespace

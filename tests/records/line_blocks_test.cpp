@@ -19,20 +19,20 @@ using testing::TextRecord;
 
 /// What a record gave: all of its blocks together, and what was wrong with one of them.
 struct Collected {
-  std::string Text;
-  std::string Fault;
+  std::string text;
+  std::string fault;
 };
 
 Collected Collect(LineBlocks& blocks) {
   Collected collected;
   for (std::string_view block = blocks.Next(); !block.empty(); block = blocks.Next()) {
     if (block.back() != '\n') {
-      collected.Fault = "a block ends within a line";
+      collected.fault = "a block ends within a line";
     }
     // Read under the eyes of the sanitizers: the padding has to be there.
     std::string padding(kBlockPadding, '\0');
     std::copy_n(block.data() + block.size(), kBlockPadding, padding.begin());
-    collected.Text += block;
+    collected.text += block;
   }
   return collected;
 }
@@ -42,8 +42,8 @@ constexpr std::array<std::size_t, 5> kBlockSizes = {1, 2, 5, 16, 1000};
 
 TEST(RecordBlocks, HandOutWholeLinesHoweverTheyAreRead) {
   struct Row {
-    std::string Text;
-    std::string Want;
+    std::string text;
+    std::string want;
   };
   const std::vector<Row> rows = {
       {"", ""},
@@ -65,12 +65,12 @@ TEST(RecordBlocks, HandOutWholeLinesHoweverTheyAreRead) {
   for (const Row& row : rows) {
     for (const std::size_t piece : kPieces) {
       for (const std::size_t block_size : kBlockSizes) {
-        SCOPED_TRACE(row.Text.substr(0, 40) + " in pieces of " + std::to_string(piece) +
+        SCOPED_TRACE(row.text.substr(0, 40) + " in pieces of " + std::to_string(piece) +
                      ", blocks of " + std::to_string(block_size));
-        RecordBlocks blocks(std::make_unique<TextRecord>(row.Text, piece), block_size);
+        RecordBlocks blocks(std::make_unique<TextRecord>(row.text, piece), block_size);
         const Collected collected = Collect(blocks);
-        EXPECT_EQ(collected.Text, row.Want);
-        EXPECT_EQ(collected.Fault, "");
+        EXPECT_EQ(collected.text, row.want);
+        EXPECT_EQ(collected.fault, "");
         EXPECT_FALSE(blocks.Failed());
       }
     }
@@ -79,23 +79,23 @@ TEST(RecordBlocks, HandOutWholeLinesHoweverTheyAreRead) {
 
 TEST(RecordBlocks, StayAtTheirEnd) {
   RecordBlocks blocks(std::make_unique<TextRecord>("a\nb"));
-  EXPECT_EQ(Collect(blocks).Text, "a\nb\n");
+  EXPECT_EQ(Collect(blocks).text, "a\nb\n");
   EXPECT_EQ(blocks.Next(), "");
   EXPECT_EQ(blocks.Next(), "");
 }
 
 TEST(RecordBlocks, HandOutWholeLinesBeforeAFailure) {
   struct Row {
-    std::string_view Text;
-    std::string_view Want;
+    std::string_view text;
+    std::string_view want;
   };
   const std::vector<Row> rows = {{"", ""}, {"a", ""}, {"a\n", "a\n"}, {"a\nb\nc", "a\nb\n"}};
   for (const Row& row : rows) {
     for (const std::size_t piece : kPieces) {
       RecordBlocks blocks(
-          std::make_unique<TextRecord>(std::string(row.Text), piece, TextRecord::End::kFails));
-      EXPECT_EQ(Collect(blocks).Text, row.Want) << row.Text << " in pieces of " << piece;
-      EXPECT_TRUE(blocks.Failed()) << row.Text;
+          std::make_unique<TextRecord>(std::string(row.text), piece, TextRecord::End::kFails));
+      EXPECT_EQ(Collect(blocks).text, row.want) << row.text << " in pieces of " << piece;
+      EXPECT_TRUE(blocks.Failed()) << row.text;
     }
   }
 }

@@ -10,9 +10,9 @@ namespace {
 
 TEST(ProfileName, SplitsAtTheLastSlash) {
   struct Row {
-    std::string_view Name;
-    std::string_view Directory;
-    std::string_view Record;
+    std::string_view name;
+    std::string_view directory;
+    std::string_view record;
   };
   const std::vector<Row> rows = {
       {"run1", ".", "run1"},
@@ -36,9 +36,9 @@ TEST(ProfileName, SplitsAtTheLastSlash) {
       {"d ir/\xfe", "d ir", "\xfe"},
   };
   for (const Row& row : rows) {
-    const RecordPlace place = SplitProfileName(row.Name);
-    EXPECT_EQ(place.Directory, row.Directory) << row.Name;
-    EXPECT_EQ(place.Record, row.Record) << row.Name;
+    const RecordPlace place = SplitProfileName(row.name);
+    EXPECT_EQ(place.directory, row.directory) << row.name;
+    EXPECT_EQ(place.record, row.record) << row.name;
   }
 }
 

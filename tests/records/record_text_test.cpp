@@ -26,8 +26,8 @@ std::vector<std::string> Fields(const RecordText& record) {
 
 TEST(RecordText, HasOneFieldPerLine) {
   struct Row {
-    std::string Text;
-    std::vector<std::string> Want;
+    std::string text;
+    std::vector<std::string> want;
   };
   const std::vector<Row> rows = {
       {"", {}},
@@ -52,7 +52,7 @@ TEST(RecordText, HasOneFieldPerLine) {
       {std::string("a\0b", 3), {std::string("a\0b", 3)}},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(Fields(RecordText(row.Text)), row.Want) << row.Text;
+    EXPECT_EQ(Fields(RecordText(row.text)), row.want) << row.text;
   }
 }
 

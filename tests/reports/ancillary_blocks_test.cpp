@@ -15,7 +15,7 @@ namespace {
 class AncillaryBlocksTest : public ReportTest {
  protected:
   std::string Resources() {
-    return Run([&](Output& output) { PrintResources(tables_, output); }).Lines;
+    return Run([&](Output& output) { PrintResources(tables_, output); }).lines;
   }
 
   // The figures behind the labels of the first n lines.
@@ -62,9 +62,9 @@ TEST_F(AncillaryBlocksTest, PrintsFiguresAsTheyAre) {
 
 TEST_F(AncillaryBlocksTest, ShowsResidentSetSizesInBytes) {
   struct Case {
-    std::string_view Pages;
+    std::string_view pages;
     Value PageSize;
-    std::string_view Want;
+    std::string_view want;
   };
   const std::vector<Case> cases = {
       {"1000", "4096", "1000  (4,096,000 bytes)"},
@@ -81,19 +81,19 @@ TEST_F(AncillaryBlocksTest, ShowsResidentSetSizesInBytes) {
       {"1000", 0, "1000"},
   };
   for (const Case& c : cases) {
-    const std::string pages(c.Pages);
+    const std::string pages(c.pages);
     tables_.Resource = pages + "\t" + pages + "\t1000";
     tables_.PageSize = c.PageSize;
     EXPECT_EQ(Figures(4),
-              (std::vector<std::string>{std::string(c.Want), std::string(c.Want), "1000", ""}))
-        << c.Pages << " pages of " << c.PageSize.Text();
+              (std::vector<std::string>{std::string(c.want), std::string(c.want), "1000", ""}))
+        << c.pages << " pages of " << c.PageSize.Text();
   }
 }
 
 TEST_F(AncillaryBlocksTest, CountsPerformsWithACommand) {
   tables_.Performs = Fields({MakePerform("A"), MakePerform("A")});
   const std::string lines =
-      Run([&](Output& output) { PrintFileStatements(tables_, output); }).Lines;
+      Run([&](Output& output) { PrintFileStatements(tables_, output); }).lines;
   EXPECT_EQ(lines,
             "File I/O      : READ      statement count          : 0\n"
             "                WRITE     statement count          : 0\n"

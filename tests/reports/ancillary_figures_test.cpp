@@ -15,10 +15,10 @@ namespace {
 
 TEST_F(AncillaryReportTest, ShowsIndexAndTriggerActivity) {
   struct Case {
-    std::string_view Count;
-    std::string_view Ticks;
+    std::string_view count;
+    std::string_view ticks;
     std::string_view TotalTicks;
-    std::string_view Want;
+    std::string_view want;
   };
   const std::vector<Case> cases = {
       {"1", "0", "100", "1 events , 0 ticks , 0.00% of CPU"},
@@ -40,18 +40,18 @@ TEST_F(AncillaryReportTest, ShowsIndexAndTriggerActivity) {
       {"abc", "0.0", "100", "None"},
   };
   for (const Case& c : cases) {
-    SCOPED_TRACE(testing::Message() << c.Count << " " << c.Ticks << " " << c.TotalTicks);
+    SCOPED_TRACE(testing::Message() << c.count << " " << c.ticks << " " << c.TotalTicks);
     tables_ = ProfileTables();
     tables_.TotalTicks = c.TotalTicks;
     const std::string total = "Profile ticks : " + Fmt(tables_.TotalTicks, "ML,") + "\n";
-    tables_.IndexCount = c.Count;
-    tables_.TicksIndex = c.Ticks;
+    tables_.IndexCount = c.count;
+    tables_.TicksIndex = c.ticks;
     EXPECT_EQ(Report(),
-              total + "Index count   : " + std::string(c.Want) + "\n" + kTriggerNone + kEmptyTail);
+              total + "Index count   : " + std::string(c.want) + "\n" + kTriggerNone + kEmptyTail);
     std::swap(tables_.IndexCount, tables_.TriggerCount);
     std::swap(tables_.TicksIndex, tables_.TicksTrigger);
     EXPECT_EQ(Report(),
-              total + kIndexNone + "Trigger count : " + std::string(c.Want) + "\n" + kEmptyTail);
+              total + kIndexNone + "Trigger count : " + std::string(c.want) + "\n" + kEmptyTail);
   }
 }
 
@@ -66,10 +66,10 @@ TEST_F(AncillaryReportTest, ShowsSharesOfNoTotalAsZero) {
 
 TEST_F(AncillaryReportTest, ShowsUserTicksThatWereCounted) {
   struct Case {
-    std::size_t Number;
-    Value Ticks;
+    std::size_t number;
+    Value ticks;
     std::string_view TotalTicks;
-    std::string_view Want;
+    std::string_view want;
   };
   const std::vector<Case> cases = {
       {3, 25, "100", "User Tick 3   : 25      ( 25.00 % )\n"},
@@ -90,14 +90,14 @@ TEST_F(AncillaryReportTest, ShowsUserTicksThatWereCounted) {
   };
   for (const Case& c : cases) {
     tables_ = ProfileTables();
-    tables_.UserTicks[c.Number - 1] = c.Ticks;
+    tables_.UserTicks[c.number - 1] = c.ticks;
     tables_.TotalTicks = c.TotalTicks;
     std::string total;
     if (!c.TotalTicks.empty()) {
       total = "Profile ticks : " + std::string(c.TotalTicks) + "\n";
     }
-    EXPECT_EQ(Report(), total + kIndexNone + kTriggerNone + std::string(c.Want) + kEmptyTail)
-        << c.Ticks.Text() << " of " << c.TotalTicks;
+    EXPECT_EQ(Report(), total + kIndexNone + kTriggerNone + std::string(c.want) + kEmptyTail)
+        << c.ticks.Text() << " of " << c.TotalTicks;
   }
 }
 
@@ -106,7 +106,7 @@ TEST_F(AncillaryReportTest, ShowsMemoryUnderItsConditions) {
     Value PageSize;
     std::string_view MemUsed;
     std::string_view MemFree;
-    std::string_view Want;
+    std::string_view want;
   };
   const std::vector<Case> cases = {
       {"4096", "", "", "Page size     : 4,096\n"},
@@ -126,16 +126,16 @@ TEST_F(AncillaryReportTest, ShowsMemoryUnderItsConditions) {
     tables_.PageSize = c.PageSize;
     tables_.MemUsed = c.MemUsed;
     tables_.MemFree = c.MemFree;
-    EXPECT_EQ(Report(), kIndexNone + kTriggerNone + std::string(c.Want) + kEmptyTail)
+    EXPECT_EQ(Report(), kIndexNone + kTriggerNone + std::string(c.want) + kEmptyTail)
         << c.PageSize.Text() << " " << c.MemUsed << " " << c.MemFree;
   }
 }
 
 TEST_F(AncillaryReportTest, ShowsKeyboardSpeed) {
   struct Case {
-    std::optional<TypingRate> Rate;
+    std::optional<TypingRate> rate;
     std::string_view Hertz;
-    std::string_view Want;
+    std::string_view want;
   };
   const std::vector<Case> cases = {
       {TypingRate{"20", "500"}, "100", "20 characters in 5 secs , 0.25 secs per keystroke"},
@@ -155,11 +155,11 @@ TEST_F(AncillaryReportTest, ShowsKeyboardSpeed) {
   };
   const std::string input = "INPUT count   : 0\n";
   for (const Case& c : cases) {
-    tables_.TypeRate = c.Rate;
+    tables_.TypeRate = c.rate;
     tables_.Hertz = c.Hertz;
-    const std::string speed = c.Want.empty() ? "" : "Keyboard speed: " + std::string(c.Want) + "\n";
+    const std::string speed = c.want.empty() ? "" : "Keyboard speed: " + std::string(c.want) + "\n";
     EXPECT_EQ(Report(), kIndexNone + kTriggerNone + input + speed + kEmptyTail.substr(input.size()))
-        << c.Want;
+        << c.want;
   }
 }
 

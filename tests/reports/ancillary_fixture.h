@@ -23,7 +23,7 @@ inline const std::string kEmptyTail =
 class AncillaryReportTest : public ReportTest {
  protected:
   std::string Report() {
-    return Run([&](Output& output) { ReportAncillary(tables_, platform_, output); }).Lines;
+    return Run([&](Output& output) { ReportAncillary(tables_, platform_, output); }).lines;
   }
 };
 

@@ -85,9 +85,9 @@ TEST_F(AncillaryReportTest, PrintsAllInOrder) {
 // A report with nothing but some lines at its beginning.
 TEST_F(AncillaryReportTest, PrintsProcessLinesUnderTheirConditions) {
   struct Case {
-    Value ProfileTables::*Entry;
-    Value Recorded;
-    std::string_view Want;
+    Value ProfileTables::*entry;
+    Value recorded;
+    std::string_view want;
   };
   const std::vector<Case> cases = {
       {&ProfileTables::PortNo, "0", "Port number   : 0\n"},
@@ -112,9 +112,9 @@ TEST_F(AncillaryReportTest, PrintsProcessLinesUnderTheirConditions) {
   };
   for (const Case& c : cases) {
     tables_ = ProfileTables();
-    tables_.*c.Entry = c.Recorded;
-    EXPECT_EQ(Report(), std::string(c.Want) + kIndexNone + kTriggerNone + kEmptyTail)
-        << c.Recorded.Text();
+    tables_.*c.entry = c.recorded;
+    EXPECT_EQ(Report(), std::string(c.want) + kIndexNone + kTriggerNone + kEmptyTail)
+        << c.recorded.Text();
   }
 }
 
@@ -126,9 +126,9 @@ TEST_F(AncillaryReportTest, PrintsTheCommandLineAsItIs) {
 
 TEST_F(AncillaryReportTest, ShowsTimesInTheLocalZone) {
   struct Case {
-    std::string_view Stamp;
-    std::int64_t ZoneOffset;
-    std::string_view Want;
+    std::string_view stamp;
+    std::int64_t zone_offset;
+    std::string_view want;
   };
   const std::vector<Case> cases = {
       {"0", 0, "01 JAN 1970 00:00:00"},
@@ -146,16 +146,16 @@ TEST_F(AncillaryReportTest, ShowsTimesInTheLocalZone) {
   };
   for (const Case& c : cases) {
     tables_ = ProfileTables();
-    platform_.Zone = [&c](std::int64_t) { return c.ZoneOffset; };
-    tables_.StartTime = c.Stamp;
-    EXPECT_EQ(Report(), "Start time    : " + std::string(c.Want) + "\n" + kIndexNone +
+    platform_.zone = [&c](std::int64_t) { return c.zone_offset; };
+    tables_.StartTime = c.stamp;
+    EXPECT_EQ(Report(), "Start time    : " + std::string(c.want) + "\n" + kIndexNone +
                             kTriggerNone + kEmptyTail)
-        << c.Stamp;
+        << c.stamp;
     tables_ = ProfileTables();
-    tables_.EndTime = c.Stamp;
-    EXPECT_EQ(Report(), "End time      : " + std::string(c.Want) + "\n" + kIndexNone +
+    tables_.EndTime = c.stamp;
+    EXPECT_EQ(Report(), "End time      : " + std::string(c.want) + "\n" + kIndexNone +
                             kTriggerNone + kEmptyTail)
-        << c.Stamp;
+        << c.stamp;
   }
 }
 
@@ -164,7 +164,7 @@ TEST_F(AncillaryReportTest, ShowsCpuUsageOnlyWithAClockRate) {
     std::string_view UsrCpu;
     std::string_view SysCpu;
     std::string_view Hertz;
-    std::string_view Want;
+    std::string_view want;
   };
   const std::vector<Case> cases = {
       {"100", "1", "100", "CPU usage     : User 1.00 , System 0.01\n"},
@@ -181,7 +181,7 @@ TEST_F(AncillaryReportTest, ShowsCpuUsageOnlyWithAClockRate) {
     tables_.UsrCpu = c.UsrCpu;
     tables_.SysCpu = c.SysCpu;
     tables_.Hertz = c.Hertz;
-    EXPECT_EQ(Report(), std::string(c.Want) + kIndexNone + kTriggerNone + kEmptyTail)
+    EXPECT_EQ(Report(), std::string(c.want) + kIndexNone + kTriggerNone + kEmptyTail)
         << c.UsrCpu << " " << c.SysCpu << " " << c.Hertz;
   }
 }
@@ -205,8 +205,8 @@ TEST_F(AncillaryReportTest, PrintsCountsAsTheyStand) {
 }
 
 TEST_F(AncillaryReportTest, SetsNoHeading) {
-  platform_.OutputIsTerminal = true;
-  platform_.Length = 5;
+  platform_.output_is_terminal = true;
+  platform_.length = 5;
   EXPECT_EQ(Report(), kIndexNone + kTriggerNone + kEmptyTail);
 }
 

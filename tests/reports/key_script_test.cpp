@@ -16,9 +16,9 @@ class KeyScriptTest : public ReportTest {
  protected:
   KeyScriptTest() {
     options_.KeyScriptFile = "keys.txt";
-    platform_.Clock = 45296;  // 12:34:56
-    platform_.Port = "7";
-    platform_.Account = "mavro";
+    platform_.clock = 45296;  // 12:34:56
+    platform_.own_port = "7";
+    platform_.account = "mavro";
   }
 
   Printed Write() {
@@ -28,7 +28,7 @@ class KeyScriptTest : public ReportTest {
   // What the shell command was given to read.
   std::string Script() {
     Write();
-    return platform_.ShellRuns.back().Input;
+    return platform_.shell_runs.back().input;
   }
 };
 
@@ -61,8 +61,8 @@ TEST_F(KeyScriptTest, HasInputWithoutProgramAndClockRate) {
 
 TEST_F(KeyScriptTest, ReplacesTheProfilingSwitchOfTheCommand) {
   struct Case {
-    std::string_view Command;
-    std::string_view Want;
+    std::string_view command;
+    std::string_view want;
   };
   const std::vector<Case> cases = {
       {"PROG -JP X", "PROG -J X"},
@@ -80,19 +80,19 @@ TEST_F(KeyScriptTest, ReplacesTheProfilingSwitchOfTheCommand) {
       {"PR\xffG ~ $x", "PR\xffG ~ $x"},
   };
   for (const Case& c : cases) {
-    tables_.ProgramCommand = c.Command;
-    EXPECT_EQ(Script(), kBanner + "PROGRAM \"" + std::string(c.Want) +
+    tables_.ProgramCommand = c.command;
+    EXPECT_EQ(Script(), kBanner + "PROGRAM \"" + std::string(c.want) +
                             "\" STDOUT \"-\" STDERR \"-\"\nPipeNumber = $PIPE\n"
                             "WAIT PIPE PipeNumber\n")
-        << c.Command;
+        << c.command;
   }
 }
 
 TEST_F(KeyScriptTest, GivesTheTypingDelayOfTheWholeRun) {
   struct Case {
-    std::optional<TypingRate> Rate;
+    std::optional<TypingRate> rate;
     std::string_view Hertz;
-    std::string_view Want;
+    std::string_view want;
   };
   const std::vector<Case> cases = {
       {TypingRate{"20", "500"}, "100", "TYPEDELAY 0.25\n"},
@@ -111,19 +111,19 @@ TEST_F(KeyScriptTest, GivesTheTypingDelayOfTheWholeRun) {
       {std::nullopt, "100", ""},
   };
   for (const Case& c : cases) {
-    tables_.TypeRate = c.Rate;
+    tables_.TypeRate = c.rate;
     tables_.Hertz = c.Hertz;
     options_.TypeRateOption = false;
-    EXPECT_EQ(Script(), kBanner + std::string(c.Want)) << c.Want << " " << c.Hertz;
+    EXPECT_EQ(Script(), kBanner + std::string(c.want)) << c.want << " " << c.Hertz;
     options_.TypeRateOption = true;
-    EXPECT_EQ(Script(), kBanner) << c.Want << " " << c.Hertz;
+    EXPECT_EQ(Script(), kBanner) << c.want << " " << c.Hertz;
   }
 }
 
 TEST_F(KeyScriptTest, DatesTheScriptInLocalTime) {
-  platform_.Zone = [](std::int64_t) { return 12 * 3600; };
-  platform_.Port = "007";
-  platform_.Account = "an account";
+  platform_.zone = [](std::int64_t) { return 12 * 3600; };
+  platform_.own_port = "007";
+  platform_.account = "an account";
   EXPECT_EQ(Script(),
             "*\n"
             "* This script created at 00:34:56 02 JAN 1970 , port 007 , account an account\n"
@@ -131,7 +131,7 @@ TEST_F(KeyScriptTest, DatesTheScriptInLocalTime) {
 }
 
 TEST_F(KeyScriptTest, BreaksTheBannerAtFieldMarks) {
-  platform_.Account =
+  platform_.account =
       "a\xfe"
       "b\xfd"
       "c";
@@ -144,8 +144,8 @@ TEST_F(KeyScriptTest, BreaksTheBannerAtFieldMarks) {
 
 TEST_F(KeyScriptTest, NamesTheFileForTheShellAndTheUser) {
   struct Case {
-    std::string Name;
-    std::string Word;
+    std::string name;
+    std::string word;
   };
   const std::vector<Case> cases = {
       {"keys.txt", "keys.txt"},
@@ -167,22 +167,22 @@ TEST_F(KeyScriptTest, NamesTheFileForTheShellAndTheUser) {
       {"\xc3\xa9", "'\xc3\xa9'"},
   };
   for (const Case& c : cases) {
-    options_.KeyScriptFile = c.Name;
+    options_.KeyScriptFile = c.name;
     const Printed printed = Write();
-    EXPECT_EQ(platform_.ShellRuns.back().CommandLine, "dcopy > " + c.Word);
-    EXPECT_EQ(printed.Lines, "Keyboard profile written to '" + c.Name + "'\n");
-    EXPECT_EQ(printed.Terminal, "");
-    EXPECT_EQ(printed.Stopped, std::nullopt);
+    EXPECT_EQ(platform_.shell_runs.back().command_line, "dcopy > " + c.word);
+    EXPECT_EQ(printed.lines, "Keyboard profile written to '" + c.name + "'\n");
+    EXPECT_EQ(printed.terminal, "");
+    EXPECT_EQ(printed.stopped, std::nullopt);
   }
 }
 
 TEST_F(KeyScriptTest, StopsSilentlyWhenTheCopyFails) {
   for (const int status : {1, 2, 127, 141, 255}) {
-    platform_.ShellStatus = status;
+    platform_.shell_status = status;
     const Printed printed = Write();
-    EXPECT_EQ(printed.Stopped, 1) << status;
-    EXPECT_EQ(printed.Lines, "") << status;
-    EXPECT_EQ(printed.Terminal, "") << status;
+    EXPECT_EQ(printed.stopped, 1) << status;
+    EXPECT_EQ(printed.lines, "") << status;
+    EXPECT_EQ(printed.terminal, "") << status;
   }
 }
 

@@ -22,11 +22,11 @@ using Lines = std::vector<std::string>;
 struct Given {
   Value Hertz = "";
   Value LastClock = 0;
-  bool TypingRate = false;
+  bool typing_rate = false;
 };
 
 struct Result {
-  Lines Script;
+  Lines script;
   std::string LastClock;
 };
 
@@ -34,14 +34,14 @@ Result Append(std::string_view record, const Given& given) {
   ProfileTables tables;
   tables.Hertz = given.Hertz;
   tables.LastClock = given.LastClock;
-  AppendKeyboardLines(Tabs(record), given.TypingRate, tables);
+  AppendKeyboardLines(Tabs(record), given.typing_rate, tables);
   return {Texts(tables.KeyScript), tables.LastClock.Text()};
 }
 
 TEST(KeyboardLines, ShowTheEndOfAnInput) {
   struct Row {
-    std::string_view Code;
-    std::string_view Want;
+    std::string_view code;
+    std::string_view want;
   };
   const std::vector<Row> rows = {
       {"13", R"(INPUT "ls")"},
@@ -68,21 +68,21 @@ TEST(KeyboardLines, ShowTheEndOfAnInput) {
       {"abc", R"(INPUT "ls~000" NOCR)"},
   };
   for (const Row& row : rows) {
-    const std::string record = "input|" + std::string(row.Code) + "|2|100|200|ls";
-    EXPECT_EQ(Append(record, {}).Script, Lines{std::string(row.Want)}) << row.Code;
+    const std::string record = "input|" + std::string(row.code) + "|2|100|200|ls";
+    EXPECT_EQ(Append(record, {}).script, Lines{std::string(row.want)}) << row.code;
   }
 }
 
 // A line of the profile has no empty fields, but a code may be missing at its end.
 TEST(KeyboardLines, ShowTheEndOfAnInputWithoutACode) {
-  EXPECT_EQ(Append("input||2|100|200|ls", {}).Script, Lines{R"(INPUT "ls" NOCR)"});
-  EXPECT_EQ(Append("input", {}).Script, Lines{R"(INPUT "" NOCR)"});
+  EXPECT_EQ(Append("input||2|100|200|ls", {}).script, Lines{R"(INPUT "ls" NOCR)"});
+  EXPECT_EQ(Append("input", {}).script, Lines{R"(INPUT "" NOCR)"});
 }
 
 TEST(KeyboardLines, EscapeTheText) {
   struct Row {
-    std::string_view Text;
-    std::string_view Want;
+    std::string_view text;
+    std::string_view want;
   };
   const std::vector<Row> rows = {
       {"", R"(INPUT "")"},
@@ -96,9 +96,9 @@ TEST(KeyboardLines, EscapeTheText) {
       {"it's", R"(INPUT "it's")"},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(Append("input|13|2|100|200|" + std::string(row.Text), {}).Script,
-              Lines{std::string(row.Want)})
-        << row.Text;
+    EXPECT_EQ(Append("input|13|2|100|200|" + std::string(row.text), {}).script,
+              Lines{std::string(row.want)})
+        << row.text;
   }
 }
 
@@ -122,9 +122,9 @@ TEST(KeyboardLines, EscapeEveryByte) {
 TEST(KeyboardLines, BeginWithThePauseBeforeAnInput) {
   const std::string input = R"(INPUT "ls")";
   struct Row {
-    Given Known;
-    std::string_view Start;
-    Lines Want;
+    Given known;
+    std::string_view start;
+    Lines want;
   };
   const std::vector<Row> rows = {
       {{.Hertz = 100, .LastClock = 50}, "150", {"SLEEP 1", input}},
@@ -151,17 +151,17 @@ TEST(KeyboardLines, BeginWithThePauseBeforeAnInput) {
       {{.Hertz = "", .LastClock = 50}, "150", {input}},
   };
   for (const Row& row : rows) {
-    const std::string record = "input|13|2|" + std::string(row.Start) + "|400|ls";
-    EXPECT_EQ(Append(record, row.Known).Script, row.Want)
-        << row.Start << " after " << row.Known.LastClock.Text() << " at " << row.Known.Hertz.Text();
+    const std::string record = "input|13|2|" + std::string(row.start) + "|400|ls";
+    EXPECT_EQ(Append(record, row.known).script, row.want)
+        << row.start << " after " << row.known.LastClock.Text() << " at " << row.known.Hertz.Text();
   }
 }
 
 TEST(KeyboardLines, StartTheClockAtTheEndOfAnInput) {
   struct Row {
-    Given Known;
-    std::string_view Record;
-    std::string_view Want;
+    Given known;
+    std::string_view record;
+    std::string_view want;
   };
   const std::vector<Row> rows = {
       {{.Hertz = 100, .LastClock = 50}, "input|13|2|100|200|ls", "200"},
@@ -172,15 +172,15 @@ TEST(KeyboardLines, StartTheClockAtTheEndOfAnInput) {
       {{.Hertz = "", .LastClock = 50}, "input|13|2|100|200|ls", "50"},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(Append(row.Record, row.Known).LastClock, row.Want) << row.Record;
+    EXPECT_EQ(Append(row.record, row.known).LastClock, row.want) << row.record;
   }
 }
 
 TEST(KeyboardLines, TellTheTypingDelayWhenAskedFor) {
   struct Row {
     std::string_view Hertz;
-    std::string_view Record;
-    std::string_view Want;  ///< empty: no delay is told
+    std::string_view record;
+    std::string_view want;  ///< empty: no delay is told
   };
   const std::vector<Row> rows = {
       // The ending character is a keystroke like the others.
@@ -207,16 +207,16 @@ TEST(KeyboardLines, TellTheTypingDelayWhenAskedFor) {
       {"", "input|13|3|100|500|abc", ""},
   };
   for (const Row& row : rows) {
-    const Lines lines = Append(row.Record, {.Hertz = row.Hertz, .TypingRate = true}).Script;
-    EXPECT_EQ(lines.size() == 2 ? lines.front() : "", row.Want) << row.Record;
-    EXPECT_EQ(lines.back().substr(0, 6), "INPUT ") << row.Record;
-    EXPECT_EQ(Append(row.Record, {.Hertz = row.Hertz}).Script.size(), 1U) << row.Record;
+    const Lines lines = Append(row.record, {.Hertz = row.Hertz, .typing_rate = true}).script;
+    EXPECT_EQ(lines.size() == 2 ? lines.front() : "", row.want) << row.record;
+    EXPECT_EQ(lines.back().substr(0, 6), "INPUT ") << row.record;
+    EXPECT_EQ(Append(row.record, {.Hertz = row.Hertz}).script.size(), 1U) << row.record;
   }
 }
 
 TEST(KeyboardLines, StandInTheOrderPauseDelayInput) {
   EXPECT_EQ(
-      Append("input|13|1|100|200|a", {.Hertz = 100, .LastClock = 50, .TypingRate = true}).Script,
+      Append("input|13|1|100|200|a", {.Hertz = 100, .LastClock = 50, .typing_rate = true}).script,
       (Lines{"SLEEP 0.5", "TYPEDELAY 0.5", R"(INPUT "a")"}));
 }
 

@@ -23,9 +23,9 @@ class LineReportTest : public ReportTest {
 
   /// The report of a profile named "run1".
   std::string Report(std::string_view profile) {
-    tables_ = std::move(*testing::Parse(profile, options_).Tables);
+    tables_ = std::move(*testing::Parse(profile, options_).tables);
     tables_.ProfileName = "run1";
-    return Run([&](Output& output) { PrintLineReport(tables_, options_, output); }).Lines;
+    return Run([&](Output& output) { PrintLineReport(tables_, options_, output); }).lines;
   }
 
   /// The same without its heading.
@@ -36,7 +36,7 @@ class LineReportTest : public ReportTest {
 
   /// Opens a source file of these records, behind those open already.
   void OpenSource(const std::string& name, MemoryPlatform::Directory records) {
-    platform_.Files[name] = std::move(records);
+    platform_.files[name] = std::move(records);
     options_.SourceFiles.push_back({name, platform_.OpenFile(name)});
   }
 };
@@ -68,7 +68,7 @@ TEST_F(LineReportTest, IsJustTheHeadingWithoutEntries) {
 TEST_F(LineReportTest, PadsItsTitleToThePageWidth) {
   struct Row {
     std::int64_t PageWidth;
-    std::size_t WantBlanks;
+    std::size_t want_blanks;
   };
   // The title is 41 bytes long.
   const std::vector<Row> rows = {{1, 0}, {56, 0}, {57, 0}, {58, 1}, {80, 23}, {132, 75}};
@@ -76,7 +76,7 @@ TEST_F(LineReportTest, PadsItsTitleToThePageWidth) {
     options_.ReportWidth = row.PageWidth - 1;
     const std::string report = Report(Records({"program|PROG"}));
     EXPECT_EQ(report, "Profile of program PROG from profile run1" +
-                          std::string(row.WantBlanks, ' ') + " Page 1\n" + std::string(kColumns) +
+                          std::string(row.want_blanks, ' ') + " Page 1\n" + std::string(kColumns) +
                           "\n")
         << row.PageWidth;
   }
@@ -169,9 +169,9 @@ TEST_F(LineReportTest, ShowsNoShareWithoutATotal) {
 }
 
 TEST_F(LineReportTest, ShowsSourceLinesWhereFilesAreOpen) {
-  OpenSource("lib", {{"SUB", {.Text = "IF X THEN\t\tY\n     A  =  1\n\n"}}});
-  OpenSource("src", {{"SUB", {.Text = "never seen\nnor this\nnor this\nfour\n"}},
-                     {"PROG", {.Text = std::string(50, 'x') + "\n"}}});
+  OpenSource("lib", {{"SUB", {.text = "IF X THEN\t\tY\n     A  =  1\n\n"}}});
+  OpenSource("src", {{"SUB", {.text = "never seen\nnor this\nnor this\nfour\n"}},
+                     {"PROG", {.text = std::string(50, 'x') + "\n"}}});
   const std::string report = Report(Records(
       {"ticks|100", "trace|SUB|1|9", "trace|SUB|2|8", "trace|SUB|3|7", "trace|SUB|4|6",
        "trace|SUB|5|5", "trace|PROG|1|4", "trace|NONE|1|3", "trace|SUB|01|2", "trace|SUB|x|1"}));
@@ -192,7 +192,7 @@ TEST_F(LineReportTest, ShowsSourceLinesWhereFilesAreOpen) {
 }
 
 TEST_F(LineReportTest, ShowsSourceLinesInGroups) {
-  OpenSource("lib", {{"A", {.Text = "one\n"}}});
+  OpenSource("lib", {{"A", {.text = "one\n"}}});
   options_.PerProgram = true;
   EXPECT_EQ(Body(Records({"ticks|1", "trace|A|1|1"})),
             "A                    1      1        100    one\n" + kRule +
@@ -202,22 +202,22 @@ TEST_F(LineReportTest, ShowsSourceLinesInGroups) {
 TEST_F(LineReportTest, GivesTheSourceTheRestOfThePage) {
   struct Row {
     std::int64_t PageWidth;
-    std::size_t WantSource;
+    std::size_t want_source;
   };
   const std::vector<Row> rows = {{132, 87}, {80, 35}, {60, 15}, {46, 1}, {45, 0}, {44, 0}, {1, 0}};
-  OpenSource("lib", {{"A", {.Text = std::string(200, 's') + "\n"}}});
+  OpenSource("lib", {{"A", {.text = std::string(200, 's') + "\n"}}});
   for (const Row& row : rows) {
     options_.ReportWidth = row.PageWidth - 1;
     EXPECT_EQ(
         Body(Records({"ticks|1", "trace|A|1|1"})),
-        "A                    1      1        100    " + std::string(row.WantSource, 's') + "\n")
+        "A                    1      1        100    " + std::string(row.want_source, 's') + "\n")
         << row.PageWidth;
   }
 }
 
 TEST_F(LineReportTest, BeginsEveryPageWithItsHeading) {
-  platform_.OutputIsTerminal = true;
-  platform_.Length = 4;
+  platform_.output_is_terminal = true;
+  platform_.length = 4;
   const std::string report =
       Report(Records({"ticks|10", "trace|A|1|3", "trace|A|2|2", "trace|A|3|1"}));
   EXPECT_NE(report.find(" Page 1\n"), std::string::npos);

@@ -16,15 +16,15 @@ namespace {
 std::string Summary(const FieldList& performs) {
   std::string text;
   for (const PerformedCommand& performed : SummarizePerforms(performs)) {
-    text += std::to_string(performed.Times) + "=" + std::string(performed.Command) + "|";
+    text += std::to_string(performed.times) + "=" + std::string(performed.command) + "|";
   }
   return text;
 }
 
 TEST(PerformSummary, OrdersByCountThenText) {
   struct Case {
-    std::vector<std::string_view> Commands;
-    std::string_view Want;
+    std::vector<std::string_view> commands;
+    std::string_view want;
   };
   const std::vector<Case> cases = {
       {{}, ""},
@@ -41,10 +41,10 @@ TEST(PerformSummary, OrdersByCountThenText) {
   };
   for (const Case& c : cases) {
     FieldList performs;
-    for (const std::string_view command : c.Commands) {
+    for (const std::string_view command : c.commands) {
       performs.Append(MakePerform(command));
     }
-    EXPECT_EQ(Summary(performs), c.Want) << c.Want;
+    EXPECT_EQ(Summary(performs), c.want) << c.want;
   }
 }
 

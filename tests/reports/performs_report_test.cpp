@@ -25,7 +25,7 @@ class PerformsReportTest : public ReportTest {
     options_.Verbose = true;
     options_.AllReports = true;
     tables_.Performs = Fields({MakePerform(sample)});
-    const std::string lines = Report().Lines;
+    const std::string lines = Report().lines;
     const std::string titles =
         "\n"
         "Elapsed Type Ticks  CPUusr,CPUsys ProgramPerformed\n"
@@ -41,7 +41,7 @@ const std::string kTitle =
 TEST_F(PerformsReportTest, CountsDistinctCommands) {
   tables_.Performs = Fields(
       {MakePerform("LIST X"), MakePerform("SORT Y"), MakePerform("LIST X"), MakePerform("LIST X")});
-  EXPECT_EQ(Report().Lines, kTitle +
+  EXPECT_EQ(Report().lines, kTitle +
                                 "Times      Program PERFORMed\n"
                                 "3          LIST X\n"
                                 "1          SORT Y\n");
@@ -50,7 +50,7 @@ TEST_F(PerformsReportTest, CountsDistinctCommands) {
 TEST_F(PerformsReportTest, OrdersEqualCountsByText) {
   tables_.Performs = Fields({MakePerform("B*2"), MakePerform("b"), MakePerform("A*"),
                              MakePerform("b"), MakePerform("A*"), MakePerform("B*2")});
-  EXPECT_EQ(Report().Lines, kTitle +
+  EXPECT_EQ(Report().lines, kTitle +
                                 "Times      Program PERFORMed\n"
                                 "2          A*\n"
                                 "2          B*2\n"
@@ -60,7 +60,7 @@ TEST_F(PerformsReportTest, OrdersEqualCountsByText) {
 TEST_F(PerformsReportTest, SummaryHasTitlesAndRuleAmongAllReports) {
   options_.AllReports = true;
   tables_.Performs = Fields({MakePerform("WHO")});
-  EXPECT_EQ(Report().Lines,
+  EXPECT_EQ(Report().lines,
             "\n"
             "Times      Program PERFORMed\n"
             "-----      ------- ---------\n"
@@ -71,16 +71,16 @@ TEST_F(PerformsReportTest, SummaryNeedsNoClockRateAndCutsNothing) {
   const std::string command = "LIST " + std::string(500, 'x') + " ";
   tables_.Performs = Fields({MakePerform(command)});
   const Printed printed = Report();
-  EXPECT_EQ(printed.Lines, kTitle + "Times      Program PERFORMed\n1          " + command + "\n");
-  EXPECT_EQ(printed.Stopped, std::nullopt);
-  EXPECT_EQ(printed.Terminal, "");
+  EXPECT_EQ(printed.lines, kTitle + "Times      Program PERFORMed\n1          " + command + "\n");
+  EXPECT_EQ(printed.stopped, std::nullopt);
+  EXPECT_EQ(printed.terminal, "");
 }
 
 TEST_F(PerformsReportTest, PrintsJustTheTitlesWithoutPerforms) {
   struct Case {
     bool Verbose;
     bool AllReports;
-    std::string Want;
+    std::string want;
   };
   const std::vector<Case> cases = {
       {false, false, kTitle + "Times      Program PERFORMed\n"},
@@ -94,7 +94,7 @@ TEST_F(PerformsReportTest, PrintsJustTheTitlesWithoutPerforms) {
   for (const Case& c : cases) {
     options_.Verbose = c.Verbose;
     options_.AllReports = c.AllReports;
-    EXPECT_EQ(Report().Lines, c.Want) << c.Verbose << c.AllReports;
+    EXPECT_EQ(Report().lines, c.want) << c.Verbose << c.AllReports;
   }
 }
 
@@ -104,7 +104,7 @@ TEST_F(PerformsReportTest, ListsEveryPerformInRecordedOrderWhenVerbose) {
   tables_.Performs = Fields({MakePerform({"1000", "1250", "17", "150", "25", "tcl", "SORT Y"}),
                              MakePerform({"1300", "1300", "0", "0", "0", "sh", "LIST X"}),
                              MakePerform({"1400", "1433", "3", "30", "3", "tcl", "SORT Y"})});
-  EXPECT_EQ(Report().Lines, kTitle +
+  EXPECT_EQ(Report().lines, kTitle +
                                 "Elapsed Type Ticks  CPUusr,CPUsys ProgramPerformed\n"
                                 "2.5     TCL  17      1.5,0.25      SORT Y\n"
                                 "0       SH   0       0,0           LIST X\n"
@@ -117,9 +117,9 @@ TEST_F(PerformsReportTest, StopsWithoutAClockRateWhenVerbose) {
   for (const bool all_reports : {false, true}) {
     options_.AllReports = all_reports;
     const Printed printed = Report();
-    EXPECT_EQ(printed.Terminal, "Error! No 'hertz' is available in the profile output\n");
-    EXPECT_EQ(printed.Lines, "");
-    EXPECT_EQ(printed.Stopped, 2);
+    EXPECT_EQ(printed.terminal, "Error! No 'hertz' is available in the profile output\n");
+    EXPECT_EQ(printed.lines, "");
+    EXPECT_EQ(printed.stopped, 2);
   }
 }
 
@@ -134,8 +134,8 @@ TEST_F(PerformsReportTest, TakesAnyTextAsClockRate) {
 
 TEST_F(PerformsReportTest, LaysOutEveryColumn) {
   struct Case {
-    PerformSample Sample;
-    std::string_view Want;
+    PerformSample sample;
+    std::string_view want;
   };
   const std::vector<Case> cases = {
       {{"", "", "", "", "", "", "C"}, "0                    0,0           C\n"},
@@ -151,7 +151,7 @@ TEST_F(PerformsReportTest, LaysOutEveryColumn) {
   };
   tables_.Hertz = "100";
   for (const Case& c : cases) {
-    EXPECT_EQ(VerboseLine(c.Sample), c.Want) << c.Want;
+    EXPECT_EQ(VerboseLine(c.sample), c.want) << c.want;
   }
 }
 
@@ -164,16 +164,16 @@ TEST_F(PerformsReportTest, CutsQuotientsLikeUnformattedNumbers) {
 TEST_F(PerformsReportTest, CutsTheCommandAtThePageWidth) {
   struct Case {
     std::int64_t PageWidth;
-    std::size_t Want;
+    std::size_t want;
   };
   const std::vector<Case> cases = {{1, 0},     {30, 0},    {35, 0},     {36, 0},
                                    {37, 1},    {80, 44},   {132, 96},   {200, 164},
                                    {335, 299}, {336, 300}, {32767, 300}};
   tables_.Hertz = "100";
   for (const Case& c : cases) {
-    platform_.Width = c.PageWidth;
+    platform_.width = c.PageWidth;
     EXPECT_EQ(VerboseLine({"0", "0", "1", "0", "0", "t", std::string(300, 'c')}),
-              "0       T    1       0,0           " + std::string(c.Want, 'c') + "\n")
+              "0       T    1       0,0           " + std::string(c.want, 'c') + "\n")
         << c.PageWidth;
   }
 }
@@ -186,7 +186,7 @@ TEST_F(PerformsReportTest, KeepsTrailingBlanksOfTheCommand) {
 
 TEST_F(PerformsReportTest, PrintsALongTitleWithoutPadding) {
   tables_.ProfileName = std::string(40, 'p');
-  EXPECT_EQ(Report().Lines, "Programs PERFORMed by program PROG from profile " +
+  EXPECT_EQ(Report().lines, "Programs PERFORMed by program PROG from profile " +
                                 std::string(40, 'p') + " Page 1\nTimes      Program PERFORMed\n");
 }
 

@@ -12,15 +12,15 @@ namespace ptick {
 namespace {
 
 struct Sample {
-  std::string_view Program;
-  std::string_view Ticks;
+  std::string_view program;
+  std::string_view ticks;
 };
 
 /// The names in the order of their groups.
 std::vector<std::string> Order(const std::vector<Sample>& samples, const RunOptions& options) {
   TickTable details;
   for (const Sample& sample : samples) {
-    details.Add(sample.Program, "1", sample.Ticks);
+    details.Add(sample.program, "1", sample.ticks);
   }
   details.Order(options.TickOrder, true);
   std::vector<std::string> names;
@@ -34,8 +34,8 @@ using Names = std::vector<std::string>;
 
 TEST(ProgramOrder, IsByNameAsBytes) {
   struct Row {
-    std::vector<Sample> Samples;
-    Names Want;
+    std::vector<Sample> samples;
+    Names want;
   };
   const std::vector<Row> rows = {
       {{}, {}},
@@ -47,17 +47,17 @@ TEST(ProgramOrder, IsByNameAsBytes) {
   };
   for (const Row& row : rows) {
     RunOptions options;
-    EXPECT_EQ(Order(row.Samples, options), row.Want);
+    EXPECT_EQ(Order(row.samples, options), row.want);
     options.TickOrder = SortOrder::kAscending;
-    EXPECT_EQ(Order(row.Samples, options), row.Want) << "with ascending ticks";
+    EXPECT_EQ(Order(row.samples, options), row.want) << "with ascending ticks";
   }
 }
 
 TEST(ProgramOrder, IsByTotalTicksWhenAskedFor) {
   struct Row {
-    std::vector<Sample> Samples;
-    Names WantDescending;
-    Names WantAscending;
+    std::vector<Sample> samples;
+    Names want_descending;
+    Names want_ascending;
   };
   const std::vector<Row> rows = {
       {{}, {}, {}},
@@ -83,9 +83,9 @@ TEST(ProgramOrder, IsByTotalTicksWhenAskedFor) {
   for (const Row& row : rows) {
     RunOptions options;
     options.CpuOption = true;
-    EXPECT_EQ(Order(row.Samples, options), row.WantDescending);
+    EXPECT_EQ(Order(row.samples, options), row.want_descending);
     options.TickOrder = SortOrder::kAscending;
-    EXPECT_EQ(Order(row.Samples, options), row.WantAscending) << "with ascending ticks";
+    EXPECT_EQ(Order(row.samples, options), row.want_ascending) << "with ascending ticks";
   }
 }
 

@@ -16,9 +16,9 @@ using ReportHeadingTest = ReportTest;
 
 TEST(ReportHeading, FillsTheTitleUpToThePageNumber) {
   struct Case {
-    std::size_t TitleLength;
+    std::size_t title_length;
     std::int64_t ReportWidth;
-    std::size_t Blanks;
+    std::size_t blanks;
   };
   const std::vector<Case> cases = {
       {10, 79, 54}, {0, 79, 64},  {63, 79, 1},       {64, 79, 0}, {65, 79, 0},
@@ -26,16 +26,16 @@ TEST(ReportHeading, FillsTheTitleUpToThePageNumber) {
       {0, 16, 1},   {10, -50, 0}, {1, 32766, 32750}, {14, 29, 0}, {13, 29, 1},
   };
   for (const Case& c : cases) {
-    SCOPED_TRACE(testing::Message() << c.TitleLength << " in " << c.ReportWidth);
+    SCOPED_TRACE(testing::Message() << c.title_length << " in " << c.ReportWidth);
     const PageHeading heading =
-        ReportHeading(std::string(c.TitleLength, 't'), "columns", c.ReportWidth);
-    EXPECT_EQ(heading.Title, std::string(c.TitleLength, 't') + std::string(c.Blanks, ' '));
-    EXPECT_EQ(heading.Columns, "columns");
+        ReportHeading(std::string(c.title_length, 't'), "columns", c.ReportWidth);
+    EXPECT_EQ(heading.title, std::string(c.title_length, 't') + std::string(c.blanks, ' '));
+    EXPECT_EQ(heading.columns, "columns");
   }
 }
 
 TEST(ReportHeading, CountsBytesAndKeepsThemAll) {
-  EXPECT_EQ(ReportHeading("'PL'\xfe\xff\n", "'L'", 25).Title, "'PL'\xfe\xff\n   ");
+  EXPECT_EQ(ReportHeading("'PL'\xfe\xff\n", "'L'", 25).title, "'PL'\xfe\xff\n   ");
 }
 
 TEST(ReportTitle, NamesProgramAndProfile) {
@@ -51,19 +51,19 @@ TEST(ReportTitle, NamesProgramAndProfile) {
 TEST_F(ReportHeadingTest, BeginsAReportByItselfWithAPageHeading) {
   options_.ReportWidth = 30;
   const Printed printed = Run([&](Output& output) {
-    BeginReport("A title", {.Heading = "heading", .Title = "title", .Rule = "rule"}, options_,
+    BeginReport("A title", {.heading = "heading", .title = "title", .rule = "rule"}, options_,
                 output);
   });
-  EXPECT_EQ(printed.Lines, "A title         Page 1\nheading\n");
+  EXPECT_EQ(printed.lines, "A title         Page 1\nheading\n");
 }
 
 TEST_F(ReportHeadingTest, BeginsAReportAmongAllWithTitlesAndRule) {
   options_.AllReports = true;
   const Printed printed = Run([&](Output& output) {
-    BeginReport("A title", {.Heading = "heading", .Title = "title", .Rule = "rule"}, options_,
+    BeginReport("A title", {.heading = "heading", .title = "title", .rule = "rule"}, options_,
                 output);
   });
-  EXPECT_EQ(printed.Lines, "\ntitle\nrule\n");
+  EXPECT_EQ(printed.lines, "\ntitle\nrule\n");
 }
 
 }  // namespace

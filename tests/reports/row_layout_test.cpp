@@ -11,15 +11,15 @@ namespace ptick {
 namespace {
 
 struct Sample {
-  std::string_view Program;
-  std::string_view Line;
-  std::string_view Ticks;
+  std::string_view program;
+  std::string_view line;
+  std::string_view ticks;
 };
 
 TickTable MakeTable(const std::vector<Sample>& samples) {
   TickTable table;
   for (const Sample& sample : samples) {
-    table.Add(sample.Program, sample.Line, sample.Ticks);
+    table.Add(sample.program, sample.line, sample.ticks);
   }
   table.Order(SortOrder::kDescending, false);
   return table;
@@ -55,9 +55,9 @@ TEST(Columns, AreLeftJustifiedWithABlankBetween) {
 
 TEST(RowLayout, ShowsTheTextsOfAnEntry) {
   struct Row {
-    Sample Entry;
-    std::string_view Total;
-    std::string_view Want;
+    Sample entry;
+    std::string_view total;
+    std::string_view want;
   };
   const std::vector<Row> rows = {
       {{"PROG", "10", "3"}, "12", "PROG                 10     3        25    "},
@@ -85,7 +85,7 @@ TEST(RowLayout, ShowsTheTextsOfAnEntry) {
       {{"\x01\xfd", "\t", "3"}, "12", "\x01\xfd                   \t      3        25    "},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(OnlyRow(row.Entry, row.Total), row.Want) << row.Entry.Line << " " << row.Entry.Ticks;
+    EXPECT_EQ(OnlyRow(row.entry, row.total), row.want) << row.entry.line << " " << row.entry.ticks;
   }
 }
 
@@ -98,9 +98,9 @@ std::string Percent(std::string_view ticks, const Value& total) {
 
 TEST(RowLayout, CutsPercentagesToTwoDecimals) {
   struct Row {
-    std::string_view Ticks;
-    Value Total;
-    std::string_view Want;
+    std::string_view ticks;
+    Value total;
+    std::string_view want;
   };
   const std::vector<Row> rows = {
       {"1", "3", "33.33"},
@@ -136,7 +136,7 @@ TEST(RowLayout, CutsPercentagesToTwoDecimals) {
       {"4611686018427387904", "9223372036854775808", "50"},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(Percent(row.Ticks, row.Total), row.Want) << row.Ticks << " of " << row.Total.Text();
+    EXPECT_EQ(Percent(row.ticks, row.total), row.want) << row.ticks << " of " << row.total.Text();
   }
 }
 
@@ -171,8 +171,8 @@ std::vector<std::string> NameColumns(const TickTable& table, RowLayout& layout) 
 
 TEST(RowLayout, ShowsANameWhereItDiffersFromTheRowBefore) {
   struct Row {
-    std::vector<Sample> Samples;
-    std::vector<std::string> Want;
+    std::vector<Sample> samples;
+    std::vector<std::string> want;
   };
   const std::vector<Row> rows = {
       {{{"A", "1", "9"}, {"B", "1", "8"}, {"A", "1", "7"}}, {"A", "B", "A"}},
@@ -185,12 +185,12 @@ TEST(RowLayout, ShowsANameWhereItDiffersFromTheRowBefore) {
        {"A.NAME.OF.TWENTY.ONE", "A.NAME.OF.TWENTY.ONE"}},
   };
   for (const Row& row : rows) {
-    const TickTable table = MakeTable(row.Samples);
+    const TickTable table = MakeTable(row.samples);
     RowLayout layout(table, 10);
     layout.StartList();
-    EXPECT_EQ(NameColumns(table, layout), row.Want);
+    EXPECT_EQ(NameColumns(table, layout), row.want);
     layout.StartList();
-    EXPECT_EQ(NameColumns(table, layout), row.Want) << "in a second list";
+    EXPECT_EQ(NameColumns(table, layout), row.want) << "in a second list";
   }
 }
 
@@ -205,11 +205,11 @@ TEST(RowLayout, ShowsTheNameAgainInTheNextList) {
 
 TEST(RowLayout, AddsUpTicksAndThePercentagesShown) {
   struct Row {
-    int Rows;
-    std::string_view Ticks;
-    std::string_view Total;
-    std::string_view WantTicks;
-    std::string_view WantPercent;
+    int rows;
+    std::string_view ticks;
+    std::string_view total;
+    std::string_view want_ticks;
+    std::string_view want_percent;
   };
   const std::vector<Row> rows = {
       {0, "1", "3", "0", "0"},        {3, "1", "3", "3", "99.99"},
@@ -221,15 +221,15 @@ TEST(RowLayout, AddsUpTicksAndThePercentagesShown) {
   };
   for (const Row& row : rows) {
     const TickTable table =
-        MakeTable(std::vector<Sample>(static_cast<std::size_t>(row.Rows), {"P", "1", row.Ticks}));
-    RowLayout layout(table, row.Total);
+        MakeTable(std::vector<Sample>(static_cast<std::size_t>(row.rows), {"P", "1", row.ticks}));
+    RowLayout layout(table, row.total);
     for (int list = 1; list <= 2; ++list) {
       layout.StartList();
       Rows(table, layout);
-      EXPECT_EQ(layout.SubtotalTicks().Text(), row.WantTicks) << row.Ticks << " of " << row.Total;
-      if (!row.WantPercent.empty()) {
-        EXPECT_EQ(layout.SubtotalPercent().Text(), row.WantPercent)
-            << row.Ticks << " of " << row.Total;
+      EXPECT_EQ(layout.SubtotalTicks().Text(), row.want_ticks) << row.ticks << " of " << row.total;
+      if (!row.want_percent.empty()) {
+        EXPECT_EQ(layout.SubtotalPercent().Text(), row.want_percent)
+            << row.ticks << " of " << row.total;
       }
     }
   }

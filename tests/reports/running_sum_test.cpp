@@ -18,8 +18,8 @@ TEST(RunningSum, IsNothingAtFirst) { EXPECT_EQ(RunningSum().Total().Text(), "0")
 
 TEST(RunningSum, AddsWholeNumbers) {
   struct Row {
-    std::vector<std::int64_t> Added;
-    std::string_view Want;
+    std::vector<std::int64_t> added;
+    std::string_view want;
   };
   const std::vector<Row> rows = {
       {{5}, "5"},
@@ -37,17 +37,17 @@ TEST(RunningSum, AddsWholeNumbers) {
   };
   for (const Row& row : rows) {
     RunningSum sum;
-    for (const std::int64_t number : row.Added) {
+    for (const std::int64_t number : row.added) {
       sum.Add(number);
     }
-    EXPECT_EQ(sum.Total().Text(), row.Want);
+    EXPECT_EQ(sum.Total().Text(), row.want);
   }
 }
 
 TEST(RunningSum, AddsAnyValues) {
   struct Row {
-    std::vector<Value> Added;
-    std::string_view Want;
+    std::vector<Value> added;
+    std::string_view want;
   };
   const std::vector<Row> rows = {
       {{Value("1.5"), Value("1.5")}, "3"},
@@ -58,10 +58,10 @@ TEST(RunningSum, AddsAnyValues) {
   };
   for (const Row& row : rows) {
     RunningSum sum;
-    for (const Value& value : row.Added) {
+    for (const Value& value : row.added) {
       sum.Add(value);
     }
-    EXPECT_EQ(sum.Total().Text(), row.Want);
+    EXPECT_EQ(sum.Total().Text(), row.want);
   }
 }
 
@@ -79,17 +79,17 @@ TEST(RunningSum, MixesBothKinds) {
 // Figures of a few decimals are added as the decimals they are.
 TEST(RunningSum, LosesNothingInDecimals) {
   struct Row {
-    int Times;
-    std::string_view Added;
-    std::string_view Want;
+    int times;
+    std::string_view added;
+    std::string_view want;
   };
   const std::vector<Row> rows = {{60, "0.1", "6"}, {20, "4.02", "80.4"}, {3, "33.33", "99.99"}};
   for (const Row& row : rows) {
     RunningSum sum;
-    for (int i = 0; i < row.Times; ++i) {
-      sum.Add(Value(row.Added));
+    for (int i = 0; i < row.times; ++i) {
+      sum.Add(Value(row.added));
     }
-    EXPECT_EQ(sum.Total().Text(), row.Want) << row.Times << " times " << row.Added;
+    EXPECT_EQ(sum.Total().Text(), row.want) << row.times << " times " << row.added;
   }
 }
 

@@ -15,7 +15,7 @@ class SharedObjectsReportTest : public ReportTest {
  protected:
   std::string Report() {
     return Run([&](Output& output) { ReportSharedObjects(tables_, options_, platform_, output); })
-        .Lines;
+        .lines;
   }
 };
 
@@ -46,8 +46,8 @@ TEST_F(SharedObjectsReportTest, PrintsJustTheTitlesWithoutObjectsAmongAllReports
 
 TEST_F(SharedObjectsReportTest, LaysOutEveryName) {
   struct Case {
-    std::string Name;
-    std::string Want;
+    std::string name;
+    std::string want;
   };
   const std::vector<Case> cases = {
       {std::string(59, 'n'), std::string(59, 'n')},
@@ -63,22 +63,22 @@ TEST_F(SharedObjectsReportTest, LaysOutEveryName) {
   };
   options_.AllReports = true;
   for (const Case& c : cases) {
-    tables_.SharedObjects = Fields({c.Name});
-    EXPECT_EQ(Report(), "\nShared object name\n------ ------ ----\n" + c.Want + "\n") << c.Name;
+    tables_.SharedObjects = Fields({c.name});
+    EXPECT_EQ(Report(), "\nShared object name\n------ ------ ----\n" + c.want + "\n") << c.name;
   }
 }
 
 TEST_F(SharedObjectsReportTest, RunsNothingUnlessVerbose) {
   tables_.SharedObjects = Fields({"a.so"});
   Report();
-  EXPECT_TRUE(platform_.Commands.empty());
+  EXPECT_TRUE(platform_.commands_run.empty());
 }
 
 TEST_F(SharedObjectsReportTest, ShowsSizesWhenVerbose) {
   options_.Verbose = true;
   tables_.SharedObjects = Fields({"b.so", "a.so", std::string(70, 'n')});
-  platform_.CommandOutputs["size a.so"] = "   text    data     bss  ";
-  platform_.CommandOutputs["size " + std::string(70, 'n')] = "size: no such file";
+  platform_.command_outputs["size a.so"] = "   text    data     bss  ";
+  platform_.command_outputs["size " + std::string(70, 'n')] = "size: no such file";
   EXPECT_EQ(Report(), "Shared objecs used by program PROG from profile run1" +
                           std::string(12, ' ') + " Page 1\n" + kSizesTitle + "a.so" +
                           std::string(56, ' ') + "    text    data     bss\n" +
@@ -95,8 +95,8 @@ TEST_F(SharedObjectsReportTest, HasSizesTitlesAmongAllReports) {
 
 TEST_F(SharedObjectsReportTest, SplitsTheCommandAtBlanksOnly) {
   struct Case {
-    std::string_view Name;
-    std::vector<std::string> Want;
+    std::string_view name;
+    std::vector<std::string> want;
   };
   const std::vector<Case> cases = {
       {"lib.so", {"size", "lib.so"}},
@@ -110,26 +110,26 @@ TEST_F(SharedObjectsReportTest, SplitsTheCommandAtBlanksOnly) {
   };
   options_.Verbose = true;
   for (const Case& c : cases) {
-    SCOPED_TRACE(c.Name);
+    SCOPED_TRACE(c.name);
     MemoryPlatform platform;
     Output output(platform);
-    tables_.SharedObjects = Fields({c.Name});
+    tables_.SharedObjects = Fields({c.name});
     ReportSharedObjects(tables_, options_, platform, output);
-    ASSERT_EQ(platform.Commands.size(), 1U);
-    EXPECT_EQ(platform.Commands[0], c.Want);
+    ASSERT_EQ(platform.commands_run.size(), 1U);
+    EXPECT_EQ(platform.commands_run[0], c.want);
   }
 }
 
 TEST_F(SharedObjectsReportTest, AsksOnceForEqualNamesNextToEachOther) {
   options_.Verbose = true;
   tables_.SharedObjects = Fields({"x", "a", "x", "x"});
-  platform_.CommandOutputs["size x"] = "X";
-  platform_.CommandOutputs["size a"] = "A";
+  platform_.command_outputs["size x"] = "X";
+  platform_.command_outputs["size a"] = "A";
   const std::string blanks(60, ' ');
   EXPECT_EQ(Report(), "Shared objecs used by program PROG from profile run1" +
                           std::string(12, ' ') + " Page 1\n" + kSizesTitle + "a" + blanks + "A\n" +
                           "x" + blanks + "X\nx" + blanks + "X\nx" + blanks + "X\n");
-  EXPECT_EQ(platform_.Commands,
+  EXPECT_EQ(platform_.commands_run,
             (std::vector<std::vector<std::string>>{{"size", "a"}, {"size", "x"}}));
 }
 
@@ -142,7 +142,7 @@ TEST_F(SharedObjectsReportTest, ShowsEverySizeOfManyNames) {
   for (int n = 0; n < kNames; ++n) {
     const std::string name = "lib" + std::to_string(kNames + n);
     const std::string size = "size " + std::to_string(n);
-    platform_.CommandOutputs["size " + name] = size + "\nmore\n";
+    platform_.command_outputs["size " + name] = size + "\nmore\n";
     for (int copy = 0; copy < n % 4; ++copy) {
       tables_.SharedObjects.Append(name);
       want += name;

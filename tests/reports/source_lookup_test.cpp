@@ -61,8 +61,8 @@ class SourceLookupTest : public ::testing::Test {
 
 TEST_F(SourceLookupTest, CleansTheLine) {
   struct Row {
-    std::string_view Source;
-    std::string_view Want;
+    std::string_view source;
+    std::string_view want;
   };
   const std::vector<Row> rows = {
       {"IF X THEN\t\tY", "IF X THEN Y"},
@@ -82,16 +82,16 @@ TEST_F(SourceLookupTest, CleansTheLine) {
       {"??", "??"},
   };
   for (const Row& row : rows) {
-    OpenFiles({{{"PROG", std::string(row.Source) + "\nlast\n"}}});
-    EXPECT_EQ(Fetch("PROG", "1"), row.Want) << row.Source;
+    OpenFiles({{{"PROG", std::string(row.source) + "\nlast\n"}}});
+    EXPECT_EQ(Fetch("PROG", "1"), row.want) << row.source;
   }
 }
 
 TEST_F(SourceLookupTest, FitsTheLineToItsColumn) {
   struct Row {
-    std::string Source;
-    std::int64_t Width;
-    std::string Want;
+    std::string source;
+    std::int64_t width;
+    std::string want;
   };
   const std::vector<Row> rows = {
       {std::string(50, 'x'), 35, std::string(35, 'x')},
@@ -107,8 +107,8 @@ TEST_F(SourceLookupTest, FitsTheLineToItsColumn) {
       {"   ab", 2, "ab"},  // cleaned first, then cut
   };
   for (const Row& row : rows) {
-    OpenFiles({{{"PROG", row.Source}}});
-    EXPECT_EQ(Fetch("PROG", "1", row.Width), row.Want) << row.Source << " in " << row.Width;
+    OpenFiles({{{"PROG", row.source}}});
+    EXPECT_EQ(Fetch("PROG", "1", row.width), row.want) << row.source << " in " << row.width;
   }
 }
 
@@ -117,9 +117,9 @@ TEST_F(SourceLookupTest, TakesTheFirstFileThatHasTheLine) {
              {{"PROG", "second 1\nsecond 2\n"}},
              {{"PROG", "third 1\nthird 2\n\nthird 4\n"}, {"LATE", "late\n"}}});
   struct Row {
-    std::string_view Name;
-    std::string_view Line;
-    std::string_view Want;
+    std::string_view name;
+    std::string_view line;
+    std::string_view want;
   };
   const std::vector<Row> rows = {
       {"PROG", "1", "second 1"}, {"PROG", "2", "second 2"}, {"PROG", "3", ""},
@@ -130,8 +130,8 @@ TEST_F(SourceLookupTest, TakesTheFirstFileThatHasTheLine) {
   SourceLookup lookup(files_, Mask::Left(35));
   for (int pass = 1; pass <= 2; ++pass) {
     for (const Row& row : rows) {
-      EXPECT_EQ(lookup.FetchSourceLine(row.Name, row.Line), row.Want)
-          << row.Name << " " << row.Line << " in pass " << pass;
+      EXPECT_EQ(lookup.FetchSourceLine(row.name, row.line), row.want)
+          << row.name << " " << row.line << " in pass " << pass;
     }
   }
 }
@@ -145,8 +145,8 @@ TEST_F(SourceLookupTest, FindsEmptyLines) {
 TEST_F(SourceLookupTest, KnowsLinesByNumbersInDigits) {
   OpenFiles({{{"PROG", "one\ntwo\nthree\n"}}});
   struct Row {
-    std::string_view Line;
-    std::string_view Want;
+    std::string_view line;
+    std::string_view want;
   };
   const std::vector<Row> rows = {
       {"1", "one"},
@@ -167,7 +167,7 @@ TEST_F(SourceLookupTest, KnowsLinesByNumbersInDigits) {
       {"99999999999999999999999", "??"},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(Fetch("PROG", row.Line), row.Want) << row.Line;
+    EXPECT_EQ(Fetch("PROG", row.line), row.want) << row.line;
   }
 }
 

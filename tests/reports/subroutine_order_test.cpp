@@ -14,15 +14,15 @@ namespace {
 using testing::Texts;
 
 struct Call {
-  std::string_view Times;
-  std::string_view Name;
+  std::string_view times;
+  std::string_view name;
 };
 
 TEST(SubroutineOrder, PutsLargeCountsFirstAndEqualOnesInReverseOrderOfArrival) {
   struct Row {
-    std::vector<Call> Calls;
-    std::vector<std::string> WantTimes;
-    std::vector<std::string> WantCalled;
+    std::vector<Call> calls;
+    std::vector<std::string> want_times;
+    std::vector<std::string> want_called;
   };
   const std::vector<Row> rows = {
       {{}, {}, {}},
@@ -45,13 +45,13 @@ TEST(SubroutineOrder, PutsLargeCountsFirstAndEqualOnesInReverseOrderOfArrival) {
   };
   for (const Row& row : rows) {
     ProfileTables tables;
-    for (const Call& call : row.Calls) {
-      tables.SubroutineTimes.Append(call.Times);
-      tables.SubroutinesCalled.Append(call.Name);
+    for (const Call& call : row.calls) {
+      tables.SubroutineTimes.Append(call.times);
+      tables.SubroutinesCalled.Append(call.name);
     }
     OrderSubroutines(tables);
-    EXPECT_EQ(Texts(tables.SubroutineTimes), row.WantTimes);
-    EXPECT_EQ(Texts(tables.SubroutinesCalled), row.WantCalled);
+    EXPECT_EQ(Texts(tables.SubroutineTimes), row.want_times);
+    EXPECT_EQ(Texts(tables.SubroutinesCalled), row.want_called);
   }
 }
 

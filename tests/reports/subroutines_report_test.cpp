@@ -16,7 +16,7 @@ namespace {
 class SubroutinesReportTest : public ReportTest {
  protected:
   std::string Report() {
-    return Run([&](Output& output) { ReportSubroutines(tables_, options_, output); }).Lines;
+    return Run([&](Output& output) { ReportSubroutines(tables_, options_, output); }).lines;
   }
 };
 
@@ -60,9 +60,9 @@ TEST_F(SubroutinesReportTest, IsTheSameWhenVerbose) {
 
 TEST_F(SubroutinesReportTest, LaysOutEveryLine) {
   struct Case {
-    std::string_view Times;
-    std::string_view Called;
-    std::string_view Want;
+    std::string_view times;
+    std::string_view called;
+    std::string_view want;
   };
   const std::vector<Case> cases = {
       {"1234567890", "SUB", "1234567890  SUB"},
@@ -76,11 +76,11 @@ TEST_F(SubroutinesReportTest, LaysOutEveryLine) {
   };
   options_.AllReports = true;
   for (const Case& c : cases) {
-    tables_.SubroutineTimes = Fields({c.Times});
-    tables_.SubroutinesCalled = Fields({c.Called});
+    tables_.SubroutineTimes = Fields({c.times});
+    tables_.SubroutinesCalled = Fields({c.called});
     EXPECT_EQ(Report(), "\nTimes       Subroutine called\n-----       ---------- ------\n" +
-                            std::string(c.Want) + "\n")
-        << c.Times << " " << c.Called;
+                            std::string(c.want) + "\n")
+        << c.times << " " << c.called;
   }
 }
 
@@ -93,14 +93,14 @@ TEST_F(SubroutinesReportTest, KeepsEqualEntriesApart) {
 TEST_F(SubroutinesReportTest, PadsTheTitleToThePageWidth) {
   struct Case {
     std::int64_t PageWidth;
-    std::size_t Blanks;
+    std::size_t blanks;
   };
   const std::vector<Case> cases = {{30, 0},  {67, 0},   {68, 0},   {69, 1},
                                    {80, 12}, {132, 64}, {200, 132}};
   for (const Case& c : cases) {
     options_.ReportWidth = c.PageWidth - 1;
     EXPECT_EQ(Report(), "Subroutines called by program PROG from profile run1" +
-                            std::string(c.Blanks, ' ') + " Page 1\nTimes       Subroutine\n")
+                            std::string(c.blanks, ' ') + " Page 1\nTimes       Subroutine\n")
         << c.PageWidth;
   }
 }

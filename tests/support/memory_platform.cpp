@@ -8,7 +8,7 @@ namespace {
 class MemoryReader final : public RecordReader {
  public:
   MemoryReader(const MemoryPlatform::Record& record, std::size_t block_size)
-      : text_(record.Text), fails_after_(record.FailsAfter), block_size_(block_size) {}
+      : text_(record.text), fails_after_(record.fails_after), block_size_(block_size) {}
 
   std::optional<std::size_t> Read(std::span<char> block) override {
     if (fails_after_ && position_ >= *fails_after_) {
@@ -34,13 +34,13 @@ class MemoryFile final : public RecordFile {
       : platform_(platform), name_(std::move(name)) {}
 
   std::unique_ptr<RecordReader> OpenRecord(std::string_view name) override {
-    platform_.Reads.emplace_back(name_, name);
-    const MemoryPlatform::Directory& directory = platform_.Files[name_];
+    platform_.reads.emplace_back(name_, name);
+    const MemoryPlatform::Directory& directory = platform_.files[name_];
     const auto found = directory.find(name);
     if (found == directory.end()) {
       return nullptr;
     }
-    return std::make_unique<MemoryReader>(found->second, platform_.BlockSize);
+    return std::make_unique<MemoryReader>(found->second, platform_.block_size);
   }
 
  private:
@@ -59,8 +59,8 @@ std::string JoinWords(const std::vector<std::string>& words) {
 }  // namespace
 
 std::unique_ptr<RecordFile> MemoryPlatform::OpenFile(std::string_view name) {
-  OpenedFiles.emplace_back(name);
-  if (Files.find(name) == Files.end()) {
+  opened_files.emplace_back(name);
+  if (files.find(name) == files.end()) {
     return nullptr;
   }
   return std::make_unique<MemoryFile>(*this, std::string(name));
@@ -68,60 +68,60 @@ std::unique_ptr<RecordFile> MemoryPlatform::OpenFile(std::string_view name) {
 
 int MemoryPlatform::Write(Stream stream, std::string_view bytes) {
   const bool to_output = stream == Stream::kOutput;
-  if (const int error = to_output ? OutputError : TerminalError; error != 0) {
+  if (const int error = to_output ? output_error : terminal_error; error != 0) {
     return error;
   }
-  (to_output ? Output : Terminal) += bytes;
-  if (Transcript.empty() || Transcript.back().first != stream) {
-    Transcript.emplace_back(stream, "");
+  (to_output ? printed : on_terminal) += bytes;
+  if (transcript.empty() || transcript.back().first != stream) {
+    transcript.emplace_back(stream, "");
   }
-  Transcript.back().second += bytes;
+  transcript.back().second += bytes;
   return 0;
 }
 
 bool MemoryPlatform::IsTerminal(Stream stream) {
-  return stream == Stream::kOutput ? OutputIsTerminal : TerminalIsTerminal;
+  return stream == Stream::kOutput ? output_is_terminal : terminal_is_terminal;
 }
 
 std::optional<char> MemoryPlatform::ReadKey() {
-  ++KeysAskedFor;
-  if (Keys.empty()) {
+  ++keys_asked_for;
+  if (keys.empty()) {
     return std::nullopt;
   }
-  const char key = Keys.front();
-  Keys.pop_front();
+  const char key = keys.front();
+  keys.pop_front();
   return key;
 }
 
 void MemoryPlatform::CaptureFirstLines(const std::vector<std::vector<std::string>>& commands,
                                        const std::function<void(std::string_view)>& done) {
   for (const std::vector<std::string>& command : commands) {
-    Commands.push_back(command);
-    const auto found = CommandOutputs.find(JoinWords(command));
+    commands_run.push_back(command);
+    const auto found = command_outputs.find(JoinWords(command));
     const std::string_view output =
-        found == CommandOutputs.end() ? std::string_view() : std::string_view(found->second);
+        found == command_outputs.end() ? std::string_view() : std::string_view(found->second);
     done(output.substr(0, output.find('\n')));
   }
 }
 
 int MemoryPlatform::RunShell(const std::string& command_line, std::string_view input) {
-  ShellRuns.push_back({.CommandLine = command_line, .Input = std::string(input)});
-  return ShellStatus;
+  shell_runs.push_back({.command_line = command_line, .input = std::string(input)});
+  return shell_status;
 }
 
 int MemoryPlatform::SendPortMessage(std::int64_t port, std::string_view text) {
-  PortMessages.push_back({.Port = port, .Text = std::string(text)});
+  port_messages.push_back({.port = port, .text = std::string(text)});
   return PortError(port);
 }
 
 int MemoryPlatform::MonitorOn(std::int64_t port, std::string_view file, std::string_view options) {
-  MonitorCalls.push_back(
-      {.On = true, .Port = port, .File = std::string(file), .Options = std::string(options)});
+  monitor_calls.push_back(
+      {.on = true, .port = port, .file = std::string(file), .options = std::string(options)});
   return PortError(port);
 }
 
 int MemoryPlatform::MonitorOff(std::int64_t port) {
-  MonitorCalls.push_back({.On = false, .Port = port});
+  monitor_calls.push_back({.on = false, .port = port});
   return PortError(port);
 }
 
@@ -129,12 +129,12 @@ std::vector<std::int64_t> MemoryPlatform::ListeningPorts(std::int64_t first, std
   if (first > last) {
     return {};
   }
-  return {Listening.lower_bound(first), Listening.upper_bound(last)};
+  return {listening.lower_bound(first), listening.upper_bound(last)};
 }
 
 int MemoryPlatform::PortError(std::int64_t port) const {
-  const auto found = PortErrors.find(port);
-  return found == PortErrors.end() ? ENOENT : found->second;
+  const auto found = port_errors.find(port);
+  return found == port_errors.end() ? ENOENT : found->second;
 }
 
 }  // namespace ptick

@@ -24,83 +24,83 @@ class MemoryPlatform final : public Platform {
  public:
   /// A record: its text, and after how many bytes reading it fails, if it does.
   struct Record {
-    std::string Text;
-    std::optional<std::size_t> FailsAfter = std::nullopt;
+    std::string text;
+    std::optional<std::size_t> fails_after = std::nullopt;
   };
   using Directory = std::map<std::string, Record, std::less<>>;
 
   struct ShellRun {
-    std::string CommandLine;
-    std::string Input;
+    std::string command_line;
+    std::string input;
     bool operator==(const ShellRun&) const = default;
   };
   struct PortMessage {
-    std::int64_t Port = 0;
-    std::string Text;
+    std::int64_t port = 0;
+    std::string text;
     bool operator==(const PortMessage&) const = default;
   };
   struct MonitorCall {
-    bool On = false;
-    std::int64_t Port = 0;
-    std::string File = {};
-    std::string Options = {};
+    bool on = false;
+    std::int64_t port = 0;
+    std::string file = {};
+    std::string options = {};
     bool operator==(const MonitorCall&) const = default;
   };
 
   // --- What the program finds ---
 
-  std::map<std::string, Directory, std::less<>> Files;  ///< directory -> record -> text
-  std::size_t BlockSize = 4096;                         ///< the most that one read gives
+  std::map<std::string, Directory, std::less<>> files;  ///< directory -> record -> text
+  std::size_t block_size = 4096;                        ///< the most that one read gives
 
-  std::int64_t Width = 80;
-  std::int64_t Length = 24;
-  std::string Account = "tester";
-  std::string Port = "0";
-  std::vector<std::string> Arguments = {"ptick"};
-  std::int64_t Clock = 0;
-  std::function<std::optional<std::int64_t>(std::int64_t)> Zone = [](std::int64_t) { return 0; };
+  std::int64_t width = 80;
+  std::int64_t length = 24;
+  std::string account = "tester";
+  std::string own_port = "0";
+  std::vector<std::string> arguments = {"ptick"};
+  std::int64_t clock = 0;
+  std::function<std::optional<std::int64_t>(std::int64_t)> zone = [](std::int64_t) { return 0; };
 
-  bool OutputIsTerminal = false;
-  bool TerminalIsTerminal = false;
-  bool Keyboard = false;
-  std::deque<char> Keys;  ///< what is typed, key by key; the input ends after the last
-  int OutputError = 0;    ///< what writing to standard output gives instead of taking the bytes
-  int TerminalError = 0;  ///< the same for the terminal
+  bool output_is_terminal = false;
+  bool terminal_is_terminal = false;
+  bool keyboard = false;
+  std::deque<char> keys;   ///< what is typed, key by key; the input ends after the last
+  int output_error = 0;    ///< what writing to standard output gives instead of taking the bytes
+  int terminal_error = 0;  ///< the same for the terminal
 
   /// What each command writes, all lines of it, by the command's words joined with blanks.
-  std::map<std::string, std::string, std::less<>> CommandOutputs;
-  int ShellStatus = 0;
+  std::map<std::string, std::string, std::less<>> command_outputs;
+  int shell_status = 0;
 
-  std::map<std::int64_t, int> PortErrors;  ///< what each port answers; other ports give ENOENT
-  std::set<std::int64_t> Listening;
+  std::map<std::int64_t, int> port_errors;  ///< what each port answers; other ports give ENOENT
+  std::set<std::int64_t> listening;
 
   // --- What the program left ---
 
-  std::string Output;    ///< all bytes of standard output
-  std::string Terminal;  ///< all bytes of the terminal
+  std::string printed;      ///< all bytes of standard output
+  std::string on_terminal;  ///< all bytes of the terminal
   /// Both in the order of writing; neighbours to the same stream are joined.
-  std::vector<std::pair<Stream, std::string>> Transcript;
-  int KeysAskedFor = 0;
-  std::vector<std::string> OpenedFiles;                    ///< directories asked for, in order
-  std::vector<std::pair<std::string, std::string>> Reads;  ///< records asked for, in order
-  std::vector<std::vector<std::string>> Commands;          ///< commands run, in order
-  std::vector<ShellRun> ShellRuns;
-  std::vector<PortMessage> PortMessages;  ///< messages tried, those refused included
-  std::vector<MonitorCall> MonitorCalls;
+  std::vector<std::pair<Stream, std::string>> transcript;
+  int keys_asked_for = 0;
+  std::vector<std::string> opened_files;                   ///< directories asked for, in order
+  std::vector<std::pair<std::string, std::string>> reads;  ///< records asked for, in order
+  std::vector<std::vector<std::string>> commands_run;      ///< commands run, in order
+  std::vector<ShellRun> shell_runs;
+  std::vector<PortMessage> port_messages;  ///< messages tried, those refused included
+  std::vector<MonitorCall> monitor_calls;
 
   // --- Platform ---
 
   std::unique_ptr<RecordFile> OpenFile(std::string_view name) override;
-  std::int64_t PageWidth() override { return Width; }
-  std::string AccountName() override { return Account; }
-  std::string OwnPort() override { return Port; }
-  std::vector<std::string> CommandLine() override { return Arguments; }
-  std::int64_t Now() override { return Clock; }
-  std::optional<std::int64_t> ZoneOffset(std::int64_t time) override { return Zone(time); }
+  std::int64_t PageWidth() override { return width; }
+  std::string AccountName() override { return account; }
+  std::string OwnPort() override { return own_port; }
+  std::vector<std::string> CommandLine() override { return arguments; }
+  std::int64_t Now() override { return clock; }
+  std::optional<std::int64_t> ZoneOffset(std::int64_t time) override { return zone(time); }
   int Write(Stream stream, std::string_view bytes) override;
   bool IsTerminal(Stream stream) override;
-  bool HasKeyboard() override { return Keyboard; }
-  std::int64_t PageLength() override { return Length; }
+  bool HasKeyboard() override { return keyboard; }
+  std::int64_t PageLength() override { return length; }
   std::optional<char> ReadKey() override;
   void CaptureFirstLines(const std::vector<std::vector<std::string>>& commands,
                          const std::function<void(std::string_view)>& done) override;

@@ -97,13 +97,13 @@ void RunListener(const Talk& talk, std::int64_t port, int reply) {
   ports::PortEndpoint endpoint(port);
   talk.Say("listening");
   while (auto received = endpoint.Receive(std::nullopt)) {
-    const ports::PortRequest& request = received->Request;
-    switch (request.What) {
+    const ports::PortRequest& request = received->request;
+    switch (request.what) {
       case ports::PortRequest::Kind::kControl:
-        talk.Say("control " + request.Text);
+        talk.Say("control " + request.text);
         break;
       case ports::PortRequest::Kind::kMonitorOn:
-        talk.Say("on " + request.File + "|" + request.Options);
+        talk.Say("on " + request.file + "|" + request.options);
         break;
       case ports::PortRequest::Kind::kMonitorOff:
         talk.Say("off");

@@ -47,11 +47,11 @@ Parsed Parse(std::string_view text, const RunOptions& options) {
   Parsed parsed;
   RecordBlocks lines(std::make_unique<TextRecord>(std::string(text)));
   try {
-    ParseProfileLines(lines, options, output, *parsed.Tables);
+    ParseProfileLines(lines, options, output, *parsed.tables);
   } catch (const Stop& stop) {
-    parsed.Stopped = stop.Status;
+    parsed.stopped = stop.status;
   }
-  parsed.Terminal = std::move(platform.Terminal);
+  parsed.terminal = std::move(platform.on_terminal);
   return parsed;
 }
 
@@ -59,11 +59,11 @@ std::string RowText(const TickTable& details, std::size_t row) {
   std::string text;
   details.ForEach(row, [&](const TickEntry& entry) {
     text += text.empty() ? "" : " ";
-    text += details.Programs()[entry.Program];
+    text += details.Programs()[entry.program];
     text += '|';
-    text += entry.HasExactText() ? details.ExactLine(entry) : std::to_string(entry.Line);
+    text += entry.HasExactText() ? details.ExactLine(entry) : std::to_string(entry.line);
     text += '|';
-    text += entry.HasExactText() ? details.ExactTicks(entry) : std::to_string(entry.Ticks);
+    text += entry.HasExactText() ? details.ExactTicks(entry) : std::to_string(entry.ticks);
   });
   return text;
 }

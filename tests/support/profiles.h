@@ -29,9 +29,9 @@ void AddLines(ProfileMerge& merge, std::string_view lines);
 
 /// What a parse left behind.
 struct Parsed {
-  std::unique_ptr<ProfileTables> Tables = std::make_unique<ProfileTables>();
-  std::string Terminal;
-  std::optional<int> Stopped;  ///< the status, when the parse ended the run
+  std::unique_ptr<ProfileTables> tables = std::make_unique<ProfileTables>();
+  std::string terminal;
+  std::optional<int> stopped;  ///< the status, when the parse ended the run
 };
 
 /// Parses a profile text as the only file of a run.

@@ -45,9 +45,9 @@ ParsedCommand ParseCommand(const std::vector<std::string>& arguments, MemoryPlat
   Output output(platform);
   ParsedCommand parsed;
   try {
-    parsed.Options = ParseCommandLine(arguments, platform, output);
+    parsed.options = ParseCommandLine(arguments, platform, output);
   } catch (const Stop& stop) {
-    parsed.Stopped = stop.Status;
+    parsed.stopped = stop.status;
   }
   output.Close();
   return parsed;
@@ -55,8 +55,8 @@ ParsedCommand ParseCommand(const std::vector<std::string>& arguments, MemoryPlat
 
 std::string OptionsText(const RunOptions& options) {
   struct Flag {
-    char Letter;
-    bool Set;
+    char letter;
+    bool set;
   };
   const std::array<Flag, 11> flags = {{{'n', options.PerProgram},
                                        {'u', options.CpuOption},
@@ -71,7 +71,7 @@ std::string OptionsText(const RunOptions& options) {
                                        {'j', options.MonitorOption}}};
   std::string text;
   for (const Flag& flag : flags) {
-    text += flag.Set ? std::string(1, flag.Letter) : "";
+    text += flag.set ? std::string(1, flag.letter) : "";
   }
   if (!options.KeyScriptFile.empty()) {
     text += " k=" + options.KeyScriptFile;
@@ -83,15 +83,15 @@ std::string OptionsText(const RunOptions& options) {
   }
   separator = " sources=";
   for (const SourceFile& source : options.SourceFiles) {
-    text += std::string(separator) + source.Name;
+    text += std::string(separator) + source.name;
     separator = ",";
   }
   return text;
 }
 
 int RunProgram(const std::vector<std::string>& arguments, MemoryPlatform& platform) {
-  platform.Arguments = {"ptick"};
-  platform.Arguments.insert(platform.Arguments.end(), arguments.begin(), arguments.end());
+  platform.arguments = {"ptick"};
+  platform.arguments.insert(platform.arguments.end(), arguments.begin(), arguments.end());
   return RunPtick(platform);
 }
 

@@ -15,8 +15,8 @@ std::string_view UsageText();
 
 /// What came of a command line.
 struct ParsedCommand {
-  RunOptions Options;
-  std::optional<int> Stopped;  ///< the status, when it ended the run
+  RunOptions options;
+  std::optional<int> stopped;  ///< the status, when it ended the run
 };
 
 /// Reads a command line, without the command's own name. What it prints and opens is in `platform`.

@@ -13,19 +13,19 @@ ReportTest::ReportTest() {
 }
 
 Printed ReportTest::Run(const std::function<void(Output&)>& report) {
-  platform_.Output.clear();
-  platform_.Terminal.clear();
+  platform_.printed.clear();
+  platform_.on_terminal.clear();
   Printed printed;
   Output output(platform_);
   try {
     report(output);
     output.Finish();
   } catch (const Stop& stop) {
-    printed.Stopped = stop.Status;
+    printed.stopped = stop.status;
     output.Close();
   }
-  printed.Lines = platform_.Output;
-  printed.Terminal = platform_.Terminal;
+  printed.lines = platform_.printed;
+  printed.terminal = platform_.on_terminal;
   return printed;
 }
 
@@ -39,8 +39,8 @@ FieldList Fields(std::initializer_list<std::string_view> texts) {
 
 std::string MakePerform(const PerformSample& sample) {
   std::string entry = sample.StartClock;
-  for (const std::string& value : {sample.EndClock, std::string(), std::string(), sample.Ticks,
-                                   sample.UsrCpu, sample.SysCpu, sample.Type, sample.Command}) {
+  for (const std::string& value : {sample.EndClock, std::string(), std::string(), sample.ticks,
+                                   sample.UsrCpu, sample.SysCpu, sample.type, sample.command}) {
     entry += kValueMark;
     entry += value;
   }

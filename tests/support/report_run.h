@@ -18,9 +18,9 @@ namespace ptick {
 
 /// What a report left behind.
 struct Printed {
-  std::string Lines;     ///< on standard output
-  std::string Terminal;  ///< diagnostics
-  std::optional<int> Stopped;
+  std::string lines;     ///< on standard output
+  std::string terminal;  ///< diagnostics
+  std::optional<int> stopped;
 };
 
 /// Base of the report tests: tables and options filled by hand, a platform in memory.
@@ -42,11 +42,11 @@ FieldList Fields(std::initializer_list<std::string_view> texts);
 struct PerformSample {
   std::string StartClock;
   std::string EndClock;
-  std::string Ticks;
+  std::string ticks;
   std::string UsrCpu;
   std::string SysCpu;
-  std::string Type;
-  std::string Command;
+  std::string type;
+  std::string command;
 };
 std::string MakePerform(const PerformSample& sample);
 

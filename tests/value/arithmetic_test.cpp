@@ -19,9 +19,9 @@ constexpr std::int64_t kLeastWhole = std::numeric_limits<std::int64_t>::min();
 constexpr double kMostFloating = std::numeric_limits<double>::max();
 
 struct Operation {
-  Value A;
-  Value B;
-  std::string_view Want;
+  Value a;
+  Value b;
+  std::string_view want;
 };
 
 TEST(Arithmetic, Adds) {
@@ -46,8 +46,8 @@ TEST(Arithmetic, Adds) {
       {kMostWhole, 0.5, "9223372036854775808"},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(Add(row.A, row.B).Text(), row.Want) << row.A.Text() << " + " << row.B.Text();
-    EXPECT_EQ(Add(row.B, row.A).Text(), row.Want) << row.B.Text() << " + " << row.A.Text();
+    EXPECT_EQ(Add(row.a, row.b).Text(), row.want) << row.a.Text() << " + " << row.b.Text();
+    EXPECT_EQ(Add(row.b, row.a).Text(), row.want) << row.b.Text() << " + " << row.a.Text();
   }
 }
 
@@ -65,7 +65,7 @@ TEST(Arithmetic, Subtracts) {
       {kMostWhole, 0.5, "9223372036854775808"},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(Subtract(row.A, row.B).Text(), row.Want) << row.A.Text() << " - " << row.B.Text();
+    EXPECT_EQ(Subtract(row.a, row.b).Text(), row.want) << row.a.Text() << " - " << row.b.Text();
   }
 }
 
@@ -90,8 +90,8 @@ TEST(Arithmetic, Multiplies) {
       {1.0 / 3, 3, "1"},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(Multiply(row.A, row.B).Text(), row.Want) << row.A.Text() << " * " << row.B.Text();
-    EXPECT_EQ(Multiply(row.B, row.A).Text(), row.Want) << row.B.Text() << " * " << row.A.Text();
+    EXPECT_EQ(Multiply(row.a, row.b).Text(), row.want) << row.a.Text() << " * " << row.b.Text();
+    EXPECT_EQ(Multiply(row.b, row.a).Text(), row.want) << row.b.Text() << " * " << row.a.Text();
   }
 }
 
@@ -119,7 +119,7 @@ TEST(Arithmetic, Divides) {
       {1.0 / 3, 2, "0.1666"},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(Divide(row.A, row.B).Text(), row.Want) << row.A.Text() << " / " << row.B.Text();
+    EXPECT_EQ(Divide(row.a, row.b).Text(), row.want) << row.a.Text() << " / " << row.b.Text();
   }
 }
 
@@ -140,9 +140,9 @@ TEST(Arithmetic, WholeResultsOfWholeNumbersAreWhole) {
 
 TEST(Arithmetic, RepeatedSumsOfHundredthsAreExact) {
   struct Row {
-    std::string_view Each;
-    int Times;
-    std::string_view Want;
+    std::string_view each;
+    int times;
+    std::string_view want;
   };
   const std::vector<Row> rows = {
       {"0.1", 60, "6"},           {"4.02", 20, "80.4"}, {"0.01", 100000, "1000"},
@@ -151,13 +151,13 @@ TEST(Arithmetic, RepeatedSumsOfHundredthsAreExact) {
   for (const auto& row : rows) {
     Value text_sum = 0;
     Value number_sum = 0;
-    const Value number = Value(*ParseNumber(row.Each));
-    for (int i = 0; i < row.Times; ++i) {
-      text_sum = Add(text_sum, row.Each);
+    const Value number = Value(*ParseNumber(row.each));
+    for (int i = 0; i < row.times; ++i) {
+      text_sum = Add(text_sum, row.each);
       number_sum = Add(number_sum, number);
     }
-    EXPECT_EQ(text_sum.Text(), row.Want) << row.Each;
-    EXPECT_EQ(number_sum.AsNumber(), *ParseNumber(row.Want)) << row.Each;
+    EXPECT_EQ(text_sum.Text(), row.want) << row.each;
+    EXPECT_EQ(number_sum.AsNumber(), *ParseNumber(row.want)) << row.each;
   }
 }
 
@@ -171,9 +171,9 @@ TEST(Arithmetic, EveryFourDecimalFigureComesBackFromASumAndAProduct) {
 
 TEST(Arithmetic, PercentagesAreCutNotRounded) {
   struct Row {
-    Value Part;
-    Value Total;
-    std::string_view Want;
+    Value part;
+    Value total;
+    std::string_view want;
   };
   const std::vector<Row> rows = {
       {1, 3, "33.33"},          {2, 3, "66.66"},     {57, 100, "57"},
@@ -182,8 +182,8 @@ TEST(Arithmetic, PercentagesAreCutNotRounded) {
       {99999, 100000, "99.99"}, {1, 100000, "0"},
   };
   for (const auto& row : rows) {
-    const Value percentage = Divide(Int(Divide(Multiply(row.Part, 10000), row.Total)), 100);
-    EXPECT_EQ(percentage.Text(), row.Want) << row.Part.Text() << " of " << row.Total.Text();
+    const Value percentage = Divide(Int(Divide(Multiply(row.part, 10000), row.total)), 100);
+    EXPECT_EQ(percentage.Text(), row.want) << row.part.Text() << " of " << row.total.Text();
   }
 }
 
@@ -205,8 +205,8 @@ TEST(Arithmetic, NegatesAndIncrements) {
 
 TEST(Arithmetic, IntCutsTowardZero) {
   struct Row {
-    Value Of;
-    Number Want;
+    Value of;
+    Number want;
   };
   const std::vector<Row> rows = {
       {-2.7, std::int64_t{-2}},
@@ -225,7 +225,7 @@ TEST(Arithmetic, IntCutsTowardZero) {
       {-1e300, -1e300},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(Int(row.Of).AsNumber(), row.Want) << row.Of.Text();
+    EXPECT_EQ(Int(row.of).AsNumber(), row.want) << row.of.Text();
   }
 }
 

@@ -27,14 +27,14 @@ ZoneOffset Fixed(std::int64_t offset) {
 }
 
 struct Row {
-  Value Of;
-  std::string_view Code;
-  std::string Want;
+  Value of;
+  std::string_view code;
+  std::string want;
 };
 
 void ExpectConverted(const std::vector<Row>& rows, const ZoneOffset& zone = {}) {
   for (const auto& row : rows) {
-    EXPECT_EQ(OConv(row.Of, row.Code, zone).Text(), row.Want) << row.Of.Text() << " " << row.Code;
+    EXPECT_EQ(OConv(row.of, row.code, zone).Text(), row.want) << row.of.Text() << " " << row.code;
   }
 }
 
@@ -53,9 +53,9 @@ TEST(Conversion, ChangesTheCaseOfAsciiLetters) {
 
 TEST(Conversion, SplitsAStampIntoDateAndTime) {
   struct StampRow {
-    Value Stamp;
-    std::int64_t Date;
-    std::int64_t Time;
+    Value stamp;
+    std::int64_t date;
+    std::int64_t time;
   };
   const std::vector<StampRow> rows = {
       {0, 732, 0},
@@ -80,17 +80,17 @@ TEST(Conversion, SplitsAStampIntoDateAndTime) {
       {kLastSecond, kLastDate, 86399},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(OConv(row.Stamp, "U0ff1").AsNumber(), Number(row.Date)) << row.Stamp.Text();
-    EXPECT_EQ(OConv(row.Stamp, "U0ff0").AsNumber(), Number(row.Time)) << row.Stamp.Text();
+    EXPECT_EQ(OConv(row.stamp, "U0ff1").AsNumber(), Number(row.date)) << row.stamp.Text();
+    EXPECT_EQ(OConv(row.stamp, "U0ff0").AsNumber(), Number(row.time)) << row.stamp.Text();
   }
 }
 
 TEST(Conversion, ShowsStampsInLocalTime) {
   struct ZoneRow {
-    std::int64_t Stamp;
-    std::int64_t Offset;
-    std::int64_t Date;
-    std::int64_t Time;
+    std::int64_t stamp;
+    std::int64_t offset;
+    std::int64_t date;
+    std::int64_t time;
   };
   const std::vector<ZoneRow> rows = {
       {0, 3600, 732, 3600},
@@ -101,10 +101,10 @@ TEST(Conversion, ShowsStampsInLocalTime) {
       {kFirstSecond - 1, 1, kFirstDate, 0},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(OConv(row.Stamp, "U0ff1", Fixed(row.Offset)).AsNumber(), Number(row.Date))
-        << row.Stamp;
-    EXPECT_EQ(OConv(row.Stamp, "U0ff0", Fixed(row.Offset)).AsNumber(), Number(row.Time))
-        << row.Stamp;
+    EXPECT_EQ(OConv(row.stamp, "U0ff1", Fixed(row.offset)).AsNumber(), Number(row.date))
+        << row.stamp;
+    EXPECT_EQ(OConv(row.stamp, "U0ff0", Fixed(row.offset)).AsNumber(), Number(row.time))
+        << row.stamp;
   }
 }
 
@@ -221,9 +221,9 @@ TEST(Conversion, OfUnknownCodeLeavesTheValue) {
 
 TEST(TimeDate, IsTheTimeOfDayAndTheDate) {
   struct TimeRow {
-    std::int64_t Time;
-    std::int64_t Offset;
-    std::string_view Want;
+    std::int64_t time;
+    std::int64_t offset;
+    std::string_view want;
   };
   const std::vector<TimeRow> rows = {
       {1704112496, 0, "12:34:56 01 JAN 2024"}, {1704112496, -45297, "23:59:59 31 DEC 2023"},
@@ -232,7 +232,7 @@ TEST(TimeDate, IsTheTimeOfDayAndTheDate) {
       {kLeast, -1, "-9223372036854775808"},    {kLeast, 0, "-9223372036854775808"},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(TimeDate(row.Time, Fixed(row.Offset)), row.Want) << row.Time;
+    EXPECT_EQ(TimeDate(row.time, Fixed(row.offset)), row.want) << row.time;
   }
   EXPECT_EQ(TimeDate(0, {}), "00:00:00 01 JAN 1970");
   EXPECT_EQ(TimeDate(7, [](std::int64_t /*time*/) { return std::optional<std::int64_t>(); }), "7");

@@ -30,14 +30,14 @@ std::string Shown(std::string text) {
 }
 
 std::string Shown(Place place) {
-  return " <" + std::to_string(place.Field) + "," + std::to_string(place.Value) + "," +
-         std::to_string(place.SubValue) + ">";
+  return " <" + std::to_string(place.field) + "," + std::to_string(place.value) + "," +
+         std::to_string(place.sub_value) + ">";
 }
 
 struct Row {
-  std::string Array;
-  Place At;
-  std::string Want;
+  std::string array;
+  Place at;
+  std::string want;
 };
 
 /// Places that name no element of any array.
@@ -91,7 +91,7 @@ TEST(DynamicArray, ExtractGivesTheElementOrNothing) {
       {"a^b", {1, 1, -1}, ""},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(Shown(Extract(Marked(row.Array), row.At)), row.Want) << row.Array << Shown(row.At);
+    EXPECT_EQ(Shown(Extract(Marked(row.array), row.at)), row.want) << row.array << Shown(row.at);
   }
 }
 
@@ -136,8 +136,8 @@ TEST(DynamicArray, AssignReplacesAndFillsUp) {
       {"a]b~c^d", {1, 3, -1}, "a]b~c]x^d"},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(Shown(Assign(Marked(row.Array), row.At, "x")), row.Want)
-        << row.Array << Shown(row.At);
+    EXPECT_EQ(Shown(Assign(Marked(row.array), row.at, "x")), row.want)
+        << row.array << Shown(row.at);
   }
 }
 
@@ -179,8 +179,8 @@ TEST(DynamicArray, InsertPutsAnElementBefore) {
       {"a]b~c^d", {-1, 1, 1}, "a]b~c^d^x"},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(Shown(Insert(Marked(row.Array), row.At, "x")), row.Want)
-        << row.Array << Shown(row.At);
+    EXPECT_EQ(Shown(Insert(Marked(row.array), row.at, "x")), row.want)
+        << row.array << Shown(row.at);
   }
 }
 
@@ -216,7 +216,7 @@ TEST(DynamicArray, DeleteAtTakesOneMarkAlong) {
       {"a]b~c~d^e", {1, 2, -1}, "a]b~c~d^e"},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(Shown(DeleteAt(Marked(row.Array), row.At)), row.Want) << row.Array << Shown(row.At);
+    EXPECT_EQ(Shown(DeleteAt(Marked(row.array), row.at)), row.want) << row.array << Shown(row.at);
   }
 }
 

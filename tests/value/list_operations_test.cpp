@@ -37,18 +37,18 @@ TEST(LocateOrder, IsReadFromItsCode) {
 }
 
 struct LocateRow {
-  Value X;
-  std::string Array;
-  std::string_view Order;
-  bool Found;
-  std::int64_t Position;
+  Value x;
+  std::string array;
+  std::string_view order;
+  bool found;
+  std::int64_t position;
 };
 
 void ExpectLocated(const std::vector<LocateRow>& rows) {
   for (const auto& row : rows) {
-    const Located located = Locate(row.X, Marked(row.Array), {}, ParseLocateOrder(row.Order));
-    EXPECT_EQ(located.Found, row.Found) << row.X.Text() << " in " << row.Array << row.Order;
-    EXPECT_EQ(located.Position, row.Position) << row.X.Text() << " in " << row.Array << row.Order;
+    const Located located = Locate(row.x, Marked(row.array), {}, ParseLocateOrder(row.order));
+    EXPECT_EQ(located.found, row.found) << row.x.Text() << " in " << row.array << row.order;
+    EXPECT_EQ(located.position, row.position) << row.x.Text() << " in " << row.array << row.order;
   }
 }
 
@@ -123,10 +123,10 @@ TEST(Locate, InOrderComparesAsNumbers) {
 TEST(Locate, SearchesTheListOfItsLevel) {
   const std::string array = Marked("a]b^c]d~e]f^g");
   struct Row {
-    std::string_view X;
-    Place Level;
-    bool Found;
-    std::int64_t Position;
+    std::string_view x;
+    Place level;
+    bool found;
+    std::int64_t position;
   };
   const std::vector<Row> rows = {
       {"g", {0, 0, 0}, true, 3},   {"g", {0, 5, 5}, true, 3},   {"b", {0, 0, 0}, false, 4},
@@ -137,12 +137,12 @@ TEST(Locate, SearchesTheListOfItsLevel) {
       {"a", {-2, 0, 0}, false, 1}, {"a", {1, -1, 0}, false, 1}, {"", {9, 0, 0}, false, 1},
   };
   for (const auto& row : rows) {
-    const Located located = Locate(row.X, array, row.Level, LocateOrder::kNone);
-    EXPECT_EQ(located.Found, row.Found) << row.X << " " << row.Level.Field;
-    EXPECT_EQ(located.Position, row.Position) << row.X << " " << row.Level.Field;
+    const Located located = Locate(row.x, array, row.level, LocateOrder::kNone);
+    EXPECT_EQ(located.found, row.found) << row.x << " " << row.level.field;
+    EXPECT_EQ(located.position, row.position) << row.x << " " << row.level.field;
   }
-  EXPECT_EQ(Locate(5, Marked("x^9]7]3"), {2}, LocateOrder::kDescending).Position, 3);
-  EXPECT_EQ(Locate(5, Marked("x^y]1~4~8"), {2, 2}, LocateOrder::kAscending).Position, 3);
+  EXPECT_EQ(Locate(5, Marked("x^9]7]3"), {2}, LocateOrder::kDescending).position, 3);
+  EXPECT_EQ(Locate(5, Marked("x^y]1~4~8"), {2, 2}, LocateOrder::kAscending).position, 3);
 }
 
 TEST(Locate, KeepsListsBuiltWithItInOrder) {
@@ -151,9 +151,9 @@ TEST(Locate, KeepsListsBuiltWithItInOrder) {
   for (std::int64_t n = 1; n <= 101; ++n) {
     const Value ticks = n * 37 % 101;
     descending = Insert(descending,
-                        {Locate(ticks, descending, {}, LocateOrder::kDescending).Position}, ticks);
+                        {Locate(ticks, descending, {}, LocateOrder::kDescending).position}, ticks);
     ascending =
-        Insert(ascending, {Locate(ticks, ascending, {}, LocateOrder::kAscending).Position}, ticks);
+        Insert(ascending, {Locate(ticks, ascending, {}, LocateOrder::kAscending).position}, ticks);
   }
   for (std::int64_t n = 1; n <= 101; ++n) {
     EXPECT_EQ(Extract(descending, {n}), std::to_string(101 - n));
@@ -163,28 +163,28 @@ TEST(Locate, KeepsListsBuiltWithItInOrder) {
 
 TEST(DCount, CountsElements) {
   struct Row {
-    std::string Of;
-    char Delimiter;
-    std::int64_t Want;
+    std::string of;
+    char delimiter;
+    std::int64_t want;
   };
   const std::vector<Row> rows = {
       {"", '^', 0},   {"a", '^', 1},      {"a^", '^', 2},  {"^", '^', 2},    {"a^b", '^', 2},
       {"^^", '^', 3}, {"a b  c", ' ', 4}, {"a^b", ']', 1}, {"\0"s, '\0', 2}, {"a", 'a', 2},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(DCount(Marked(row.Of), Marked(std::string(1, row.Delimiter)).front()), row.Want)
-        << row.Of;
+    EXPECT_EQ(DCount(Marked(row.of), Marked(std::string(1, row.delimiter)).front()), row.want)
+        << row.of;
   }
 }
 
 TEST(Field, GivesElementsAndWhereTheyStood) {
   struct Row {
-    std::string Of;
-    std::int64_t N;
-    std::int64_t Count;
-    std::string Want;
-    std::size_t Col1;
-    std::size_t Col2;
+    std::string of;
+    std::int64_t n;
+    std::int64_t count;
+    std::string want;
+    std::size_t col1;
+    std::size_t col2;
   };
   const std::vector<Row> rows = {
       {"a,bb,ccc", 1, 1, "a", 0, 2},
@@ -215,32 +215,32 @@ TEST(Field, GivesElementsAndWhereTheyStood) {
       {"a\0,\xFE"s, 2, 1, "\xFE", 3, 5},
   };
   for (const auto& row : rows) {
-    const FieldResult field = Field(row.Of, ',', row.N, row.Count);
-    EXPECT_EQ(field.Text, row.Want) << row.Of << " " << row.N << " " << row.Count;
-    EXPECT_EQ(field.Col1, row.Col1) << row.Of << " " << row.N << " " << row.Count;
-    EXPECT_EQ(field.Col2, row.Col2) << row.Of << " " << row.N << " " << row.Count;
+    const FieldResult field = Field(row.of, ',', row.n, row.count);
+    EXPECT_EQ(field.text, row.want) << row.of << " " << row.n << " " << row.count;
+    EXPECT_EQ(field.col1, row.col1) << row.of << " " << row.n << " " << row.count;
+    EXPECT_EQ(field.col2, row.col2) << row.of << " " << row.n << " " << row.count;
   }
 }
 
 TEST(Field, TheRestOfTheLineStartsBehindCol2) {
   struct Row {
-    std::string Of;
-    std::int64_t N;
-    std::string_view Want;
+    std::string of;
+    std::int64_t n;
+    std::string_view want;
   };
   const std::vector<Row> rows = {{"a b c", 1, "b c"}, {"a b c", 2, "c"}, {"a b c", 3, ""},
                                  {"a b c", 4, ""},    {"a  c", 1, " c"}, {"", 1, ""},
                                  {"a ", 1, ""}};
   for (const auto& row : rows) {
-    const auto start = static_cast<std::int64_t>(Field(row.Of, ' ', row.N).Col2) + 1;
-    EXPECT_EQ(Substring(row.Of, start, Len(row.Of)), row.Want) << row.Of << " " << row.N;
+    const auto start = static_cast<std::int64_t>(Field(row.of, ' ', row.n).col2) + 1;
+    EXPECT_EQ(Substring(row.of, start, Len(row.of)), row.want) << row.of << " " << row.n;
   }
 }
 
 TEST(Sort, OrdersFieldsByTheirBytes) {
   struct Row {
-    std::string Of;
-    std::string Want;
+    std::string of;
+    std::string want;
   };
   const std::vector<Row> rows = {
       {"", ""},
@@ -258,14 +258,14 @@ TEST(Sort, OrdersFieldsByTheirBytes) {
       {"^^", "^^"},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(Sort(Marked(row.Of)), Marked(row.Want)) << row.Of;
+    EXPECT_EQ(Sort(Marked(row.of)), Marked(row.want)) << row.of;
   }
 }
 
 TEST(Sum, AddsAllElementsWhateverMarkSeparatesThem) {
   struct Row {
-    std::string Of;
-    std::string_view Want;
+    std::string of;
+    std::string_view want;
   };
   const std::vector<Row> rows = {
       {"", "0"},
@@ -281,7 +281,7 @@ TEST(Sum, AddsAllElementsWhateverMarkSeparatesThem) {
       {"^", "0"},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(Sum(Marked(row.Of)).Text(), row.Want) << row.Of;
+    EXPECT_EQ(Sum(Marked(row.of)).Text(), row.want) << row.of;
   }
 }
 

@@ -14,14 +14,14 @@ namespace {
 using namespace std::string_literals;
 
 struct Row {
-  Value Of;
-  std::string_view Mask;
-  std::string Want;
+  Value of;
+  std::string_view mask;
+  std::string want;
 };
 
 void ExpectLaidOut(const std::vector<Row>& rows) {
   for (const auto& row : rows) {
-    EXPECT_EQ(Fmt(row.Of, row.Mask), row.Want) << row.Of.DecimalText() << " by " << row.Mask;
+    EXPECT_EQ(Fmt(row.of, row.mask), row.want) << row.of.DecimalText() << " by " << row.mask;
   }
 }
 
@@ -210,15 +210,15 @@ TEST(Mask, OfUnknownFormLeavesEveryTextUnchanged) {
 
 TEST(Mask, KnowsItsWidth) {
   struct WidthRow {
-    std::string_view Mask;
-    std::int64_t Want;
-    bool WantNumbers;
+    std::string_view mask;
+    std::int64_t want;
+    bool want_numbers;
   };
   const std::vector<WidthRow> rows = {{"L#20", 20, false}, {"R%3", 3, false}, {"L#-2", -2, false},
                                       {"L2", 0, true},     {"MR22", 0, true}, {"ML,", 0, true}};
   for (const auto& row : rows) {
-    EXPECT_EQ(Mask::Parse(row.Mask).Width(), row.Want) << row.Mask;
-    EXPECT_EQ(Mask::Parse(row.Mask).TakesNumbers(), row.WantNumbers) << row.Mask;
+    EXPECT_EQ(Mask::Parse(row.mask).Width(), row.want) << row.mask;
+    EXPECT_EQ(Mask::Parse(row.mask).TakesNumbers(), row.want_numbers) << row.mask;
   }
   EXPECT_EQ(Mask::Left(13).Width(), 13);
 }

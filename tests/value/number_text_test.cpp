@@ -56,8 +56,8 @@ const std::vector<std::string> kNotNumeric = {"",
 
 TEST(NumberText, NumericTextIsReadAsANumber) {
   struct Row {
-    std::string Text;
-    Number Want;
+    std::string text;
+    Number want;
   };
   const std::vector<Row> rows = {
       {"0", std::int64_t{0}},
@@ -92,9 +92,9 @@ TEST(NumberText, NumericTextIsReadAsANumber) {
       {"-0." + std::string(400, '0') + "1", -std::numeric_limits<double>::denorm_min()},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(ParseNumber(row.Text), row.Want) << row.Text;
-    EXPECT_EQ(Value(row.Text).AsNumber(), row.Want) << row.Text;
-    EXPECT_TRUE(Value(row.Text).IsNumber() && Num(row.Text)) << row.Text;
+    EXPECT_EQ(ParseNumber(row.text), row.want) << row.text;
+    EXPECT_EQ(Value(row.text).AsNumber(), row.want) << row.text;
+    EXPECT_TRUE(Value(row.text).IsNumber() && Num(row.text)) << row.text;
   }
 }
 
@@ -109,8 +109,8 @@ TEST(NumberText, OtherTextIsNoNumberAndCountsAsZero) {
 
 TEST(NumberText, EveryFormHasItsText) {
   struct Row {
-    Value Of;
-    std::string_view Want;
+    Value of;
+    std::string_view want;
   };
   const std::vector<Row> rows = {
       {Value(), ""},
@@ -170,7 +170,7 @@ TEST(NumberText, EveryFormHasItsText) {
       {9223372036854775808.0, "9223372036854775808"},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(row.Of.Text(), row.Want);
+    EXPECT_EQ(row.of.Text(), row.want);
   }
 }
 
@@ -184,8 +184,8 @@ TEST(NumberText, TextOfTheLargestNumberHasAllItsDigits) {
 
 TEST(NumberText, DecimalTextKeepsAllSignificantDecimals) {
   struct Row {
-    Value Of;
-    std::string_view Want;
+    Value of;
+    std::string_view want;
   };
   const std::vector<Row> rows = {
       {"1.50000000", "1.50000000"},
@@ -202,7 +202,7 @@ TEST(NumberText, DecimalTextKeepsAllSignificantDecimals) {
       {1e20, "100000000000000000000"},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(row.Of.DecimalText(), row.Want);
+    EXPECT_EQ(row.of.DecimalText(), row.want);
   }
 }
 

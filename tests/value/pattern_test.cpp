@@ -14,8 +14,8 @@ namespace {
 using namespace std::string_literals;
 
 struct Row {
-  std::string Of;
-  std::string_view Pattern;
+  std::string of;
+  std::string_view pattern;
 };
 
 TEST(Pattern, MatchesTheWholeText) {
@@ -53,7 +53,7 @@ TEST(Pattern, MatchesTheWholeText) {
       {"a\0"s, std::string_view("'a\0'", 4)},
   };
   for (const auto& row : rows) {
-    EXPECT_TRUE(Matches(row.Of, row.Pattern)) << row.Of << " : " << row.Pattern;
+    EXPECT_TRUE(Matches(row.of, row.pattern)) << row.of << " : " << row.pattern;
   }
 }
 
@@ -88,7 +88,7 @@ TEST(Pattern, RefusesEverythingElse) {
       {"12", "18446744073709551615N"},
   };
   for (const auto& row : rows) {
-    EXPECT_FALSE(Matches(row.Of, row.Pattern)) << row.Of << " : " << row.Pattern;
+    EXPECT_FALSE(Matches(row.of, row.pattern)) << row.of << " : " << row.pattern;
   }
 }
 

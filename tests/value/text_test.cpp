@@ -33,10 +33,10 @@ TEST(Text, LengthCountsBytes) {
 
 TEST(Text, SubstringIsTotal) {
   struct Row {
-    std::string Of;
-    std::int64_t Start;
-    std::int64_t Length;
-    std::string Want;
+    std::string of;
+    std::int64_t start;
+    std::int64_t length;
+    std::string want;
   };
   const std::vector<Row> rows = {
       {"abcdef", 1, 3, "abc"},
@@ -57,17 +57,17 @@ TEST(Text, SubstringIsTotal) {
       {"a\0\xFE"s, 2, 2, "\0\xFE"s},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(Substring(row.Of, row.Start, row.Length), row.Want)
-        << row.Of << " from " << row.Start << " for " << row.Length;
+    EXPECT_EQ(Substring(row.of, row.start, row.length), row.want)
+        << row.of << " from " << row.start << " for " << row.length;
   }
 }
 
 TEST(Text, ChangeReplacesEveryOccurrenceFromTheStart) {
   struct Row {
-    std::string Of;
-    std::string From;
-    std::string To;
-    std::string Want;
+    std::string of;
+    std::string from;
+    std::string to;
+    std::string want;
   };
   const std::vector<Row> rows = {
       {"a.b.c", ".", "/", "a/b/c"},
@@ -87,16 +87,16 @@ TEST(Text, ChangeReplacesEveryOccurrenceFromTheStart) {
       {"a\0b"s, "\0"s, "-", "a-b"},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(Change(row.Of, row.From, row.To), row.Want) << row.Of << ": " << row.From;
+    EXPECT_EQ(Change(row.of, row.from, row.to), row.want) << row.of << ": " << row.from;
   }
 }
 
 TEST(Text, TrimRemovesOuterRunsAndCutsInnerOnesToOne) {
   struct Row {
-    std::string Of;
-    char Removed;
-    std::string Want;
-    std::string WantTrailing;
+    std::string of;
+    char removed;
+    std::string want;
+    std::string want_trailing;
   };
   const std::vector<Row> rows = {
       {"", ' ', "", ""},
@@ -119,8 +119,8 @@ TEST(Text, TrimRemovesOuterRunsAndCutsInnerOnesToOne) {
        "b"},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(Trim(row.Of, row.Removed), row.Want) << row.Of;
-    EXPECT_EQ(TrimTrailing(row.Of, row.Removed), row.WantTrailing) << row.Of;
+    EXPECT_EQ(Trim(row.of, row.removed), row.want) << row.of;
+    EXPECT_EQ(TrimTrailing(row.of, row.removed), row.want_trailing) << row.of;
   }
   EXPECT_EQ(Trim(" a  b "), "a b");
   EXPECT_EQ(TrimTrailing(" a  b "), " a  b");
@@ -136,8 +136,8 @@ TEST(Text, SpaceGivesBlanks) {
 
 TEST(Text, CharTakesCodesModulo256) {
   struct Row {
-    Value Code;
-    int Want;
+    Value code;
+    int want;
   };
   const std::vector<Row> rows = {
       {65, 65},
@@ -165,8 +165,8 @@ TEST(Text, CharTakesCodesModulo256) {
       {4503599627370497.0, 1},
   };
   for (const auto& row : rows) {
-    const std::string want(1, static_cast<char>(static_cast<unsigned char>(row.Want)));
-    EXPECT_EQ(Char(row.Code), want) << row.Code.Text();
+    const std::string want(1, static_cast<char>(static_cast<unsigned char>(row.want)));
+    EXPECT_EQ(Char(row.code), want) << row.code.Text();
   }
 }
 

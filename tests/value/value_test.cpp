@@ -19,16 +19,16 @@ constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
 
 TEST(ValueForm, FloatingNumbersAreFinite) {
   struct Row {
-    double Given;
-    double Want;
+    double given;
+    double want;
   };
   const std::vector<Row> rows = {
       {kInfinity, kMostFloating}, {-kInfinity, -kMostFloating},   {kNotANumber, 0},
       {-kNotANumber, 0},          {kMostFloating, kMostFloating},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(Value(row.Given).AsNumber(), Number(row.Want)) << row.Given;
-    EXPECT_EQ(Value(Number(row.Given)).AsNumber(), Number(row.Want)) << row.Given;
+    EXPECT_EQ(Value(row.given).AsNumber(), Number(row.want)) << row.given;
+    EXPECT_EQ(Value(Number(row.given)).AsNumber(), Number(row.want)) << row.given;
   }
 }
 
@@ -78,9 +78,9 @@ TEST(ValueTruth, OnlyTheEmptyTextIsEmpty) {
 
 TEST(ValueCompare, OrdersNumbersAsNumbersAndTextAsBytes) {
   struct Row {
-    Value A;
-    Value B;
-    int Want;
+    Value a;
+    Value b;
+    int want;
   };
   const std::vector<Row> rows = {
       {5, 5, 0},
@@ -124,24 +124,24 @@ TEST(ValueCompare, OrdersNumbersAsNumbersAndTextAsBytes) {
       {"0." + std::string(400, '0') + "1", 0, 1},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(Compare(row.A, row.B), row.Want) << row.A.Text() << " : " << row.B.Text();
-    EXPECT_EQ(Compare(row.B, row.A), -row.Want) << row.B.Text() << " : " << row.A.Text();
+    EXPECT_EQ(Compare(row.a, row.b), row.want) << row.a.Text() << " : " << row.b.Text();
+    EXPECT_EQ(Compare(row.b, row.a), -row.want) << row.b.Text() << " : " << row.a.Text();
   }
 }
 
 TEST(ValueCompare, OperatorsFollowTheOrder) {
   struct Row {
-    Value A;
-    Value B;
+    Value a;
+    Value b;
   };
   const std::vector<Row> rows = {{1, 2}, {2, 1}, {"2", 2.0}, {"a", "b"}, {"", 0}};
   for (const auto& row : rows) {
-    const int order = Compare(row.A, row.B);
-    const std::vector<bool> results = {row.A == row.B, row.A != row.B, row.A<row.B, row.A> row.B,
-                                       row.A <= row.B, row.A >= row.B};
+    const int order = Compare(row.a, row.b);
+    const std::vector<bool> results = {row.a == row.b, row.a != row.b, row.a<row.b, row.a> row.b,
+                                       row.a <= row.b, row.a >= row.b};
     const std::vector<bool> want = {order == 0, order != 0, order<0, order> 0, order <= 0,
                                     order >= 0};
-    EXPECT_EQ(results, want) << row.A.Text() << " : " << row.B.Text();
+    EXPECT_EQ(results, want) << row.a.Text() << " : " << row.b.Text();
   }
 }
 

@@ -20,7 +20,7 @@ MergeKeys::Id MergeKeys::FindOrAdd(const Lookup& lookup) {
       return IdIn(slots_[slot]);
     }
   }
-  entries_.push_back({{lookup.head_, lookup.key_.Number}, 0});
+  entries_.push_back({{lookup.head_, lookup.key_.number}, 0});
   slots_[slot] = CheckOf(lookup.hash_) | static_cast<Slot>(entries_.size());
   if (2 * entries_.size() >= slots_.size()) {
     Grow();
@@ -29,12 +29,12 @@ MergeKeys::Id MergeKeys::FindOrAdd(const Lookup& lookup) {
 }
 
 void MergeKeys::AppendText(Id id, std::string& out) const {
-  const Key& key = entries_[id].Key;
-  out += heads_[key.Head];
-  if (key.Number != MergeKey::kNoNumber) {
+  const Key& key = entries_[id].key;
+  out += heads_[key.head];
+  if (key.number != MergeKey::kNoNumber) {
     std::array<char, 12> digits;  // NOLINT(*-member-init): written by to_chars
     digits.front() = '\t';
-    const auto end = std::to_chars(digits.begin() + 1, digits.end(), key.Number).ptr;
+    const auto end = std::to_chars(digits.begin() + 1, digits.end(), key.number).ptr;
     out.append(digits.data(), static_cast<std::size_t>(end - digits.data()));
   }
 }
@@ -44,7 +44,7 @@ void MergeKeys::Grow() {
   ++slot_bits_;
   Slot mark = 0;
   for (const Entry& entry : entries_) {
-    const std::uint64_t hash = Hash(entry.Key);
+    const std::uint64_t hash = Hash(entry.key);
     std::size_t slot = FirstSlot(hash);
     while (slots_[slot] != 0) {
       slot = NextSlot(slot);

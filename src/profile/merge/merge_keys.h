@@ -19,8 +19,8 @@ namespace ptick {
 struct MergeKey {
   static constexpr std::uint32_t kNoNumber = std::numeric_limits<std::uint32_t>::max();
 
-  std::string_view Head;  ///< the text before the number's TAB, or all of it without a number
-  std::uint32_t Number = kNoNumber;  ///< the last field, when it is an ordinary number
+  std::string_view head;  ///< the text before the number's TAB, or all of it without a number
+  std::uint32_t number = kNoNumber;  ///< the last field, when it is an ordinary number
 
   bool operator==(const MergeKey&) const = default;
 };
@@ -59,7 +59,7 @@ class MergeKeys {
   Lookup StartLookup(const MergeKey& key) const {
     Lookup lookup;
     lookup.key_ = key;
-    lookup.head_hash_ = HashName(key.Head);
+    lookup.head_hash_ = HashName(key.head);
     heads_.PrefetchSlot(lookup.head_hash_);
     return lookup;
   }
@@ -71,8 +71,8 @@ class MergeKeys {
   }
   void FetchLikelyHead(const Lookup& lookup) const { heads_.PrefetchText(lookup.likely_head_); }
   void InternHead(Lookup& lookup) {
-    lookup.head_ = heads_.Intern(lookup.key_.Head, lookup.head_hash_);
-    lookup.hash_ = Hash({lookup.head_, lookup.key_.Number});
+    lookup.head_ = heads_.Intern(lookup.key_.head, lookup.head_hash_);
+    lookup.hash_ = Hash({lookup.head_, lookup.key_.number});
     __builtin_prefetch(&slots_[FirstSlot(lookup.hash_)]);
   }
   void FindLikelyId(Lookup& lookup) const {
@@ -102,29 +102,29 @@ class MergeKeys {
 
   /// Whether `id` is the number of `key`.
   bool Is(Id id, const MergeKey& key) const {
-    return id < size() && entries_[id].Key.Number == key.Number &&
-           heads_.Is(entries_[id].Key.Head, key.Head);
+    return id < size() && entries_[id].key.number == key.number &&
+           heads_.Is(entries_[id].key.head, key.head);
   }
 
   /// The cell beside a key, 0 at first.
-  std::int64_t& CellOf(Id id) { return entries_[id].Cell; }
+  std::int64_t& CellOf(Id id) { return entries_[id].cell; }
 
-  std::size_t size() const { return entries_.size(); }  // NOLINT(readability-identifier-naming)
+  std::size_t size() const { return entries_.size(); }
 
   /// Appends the text of a key.
   void AppendText(Id id, std::string& out) const;
 
  private:
   struct Key {
-    NameTable::Id Head;
-    std::uint32_t Number;
+    NameTable::Id head;
+    std::uint32_t number;
 
     bool operator==(const Key&) const = default;
   };
 
   struct Entry {
-    MergeKeys::Key Key;
-    std::int64_t Cell;
+    MergeKeys::Key key;
+    std::int64_t cell;
   };
 
   /// A place in the open-addressing index, as small as can be, for the index of a big merge is what
@@ -134,7 +134,7 @@ class MergeKeys {
 
   static std::uint64_t Hash(Key key) {
     constexpr std::uint64_t kOdd = 0x9E3779B97F4A7C15U;
-    const std::uint64_t word = std::uint64_t{key.Head} << 32U | key.Number;
+    const std::uint64_t word = std::uint64_t{key.head} << 32U | key.number;
     const std::uint64_t mixed = (word ^ word >> 29U) * kOdd;
     return (mixed ^ mixed >> 32U) * kOdd;
   }
@@ -146,7 +146,7 @@ class MergeKeys {
   }
   Id IdIn(Slot slot) const { return (slot & ((Slot{1} << slot_bits_) - 1)) - 1; }
   bool IsAt(Id id, const Lookup& lookup) const {
-    return entries_[id].Key == Key{lookup.head_, lookup.key_.Number};
+    return entries_[id].key == Key{lookup.head_, lookup.key_.number};
   }
   Id FindOrAdd(const Lookup& lookup);
   void Grow();

@@ -10,8 +10,8 @@ namespace ptick {
 namespace {
 
 struct MergeRule {
-  std::string_view RecordType;
-  MergeKind Kind;
+  std::string_view record_type;
+  MergeKind kind;
 };
 
 /// `MinKeys`, `MaxKeys`, `DroppedKeys` and `LastKeys`.
@@ -34,8 +34,8 @@ std::string_view RecordTypeOf(std::string_view key) {
 
 MergeKind MergeKindOf(std::string_view record_type) {
   for (const MergeRule& rule : kMergeRules) {
-    if (rule.RecordType == record_type) {
-      return rule.Kind;
+    if (rule.record_type == record_type) {
+      return rule.kind;
     }
   }
   return MergeKind::kAdded;
@@ -47,9 +47,9 @@ MergeLine DivideLine(std::string_view line) {
     return {};
   }
   const std::string_view key = line.substr(0, last_tab).substr(kProfilePrefix.size());
-  return {.Key = DivideKey(key),
-          .Value = line.substr(last_tab + 1),
-          .Kind = MergeKindOf(RecordTypeOf(key))};
+  return {.key = DivideKey(key),
+          .value = line.substr(last_tab + 1),
+          .kind = MergeKindOf(RecordTypeOf(key))};
 }
 
 }  // namespace ptick

@@ -20,9 +20,9 @@ MergeKind MergeKindOf(std::string_view record_type);
 
 /// A line divided at its last TAB.
 struct MergeLine {
-  MergeKey Key;
-  std::string_view Value;
-  MergeKind Kind = MergeKind::kDropped;  ///< also that of a line that is not merged at all
+  MergeKey key;
+  std::string_view value;
+  MergeKind kind = MergeKind::kDropped;  ///< also that of a line that is not merged at all
 };
 
 /// Divides a line without its end. A line without a TAB or without the prefix "PROFILE:" is not

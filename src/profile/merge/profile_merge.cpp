@@ -22,8 +22,8 @@ constexpr std::size_t kBatch = 32;
 /// The key of the trace line at `line`, as DivideKey has it.
 MergeKey KeyOf(const char* line, const TraceLine& trace) {
   const char* const key = line + kProfilePrefix.size();
-  const char* const name_end = trace.Program.data() + trace.Program.size();
-  return {{key, static_cast<std::size_t>(name_end - key)}, trace.Line};
+  const char* const name_end = trace.program.data() + trace.program.size();
+  return {{key, static_cast<std::size_t>(name_end - key)}, trace.line};
 }
 
 void MergeProfileFile(const std::string& name, Platform& platform, Output& output,
@@ -59,7 +59,7 @@ void ProfileMerge::AddLines(std::string_view block) {
   const char* const end = line + block.size();
   while (line != end) {
     const TraceLine trace = ScanTraceLine(line);
-    if (trace.Next == nullptr) {
+    if (trace.next == nullptr) {
       add_waiting();
       const auto* line_end =
           static_cast<const char*>(std::memchr(line, '\n', static_cast<std::size_t>(end - line)));
@@ -68,14 +68,14 @@ void ProfileMerge::AddLines(std::string_view block) {
       continue;
     }
     const MergeKey key = KeyOf(line, trace);
-    line = trace.Next;
+    line = trace.next;
     if (const MergeKeys::Id next = next_key_; keys_.Is(next, key)) {
       add_waiting();
-      values_.AddTo(next, trace.Ticks);
+      values_.AddTo(next, trace.ticks);
       next_key_ = next + 1;
       continue;
     }
-    batch[waiting++] = {keys_.StartLookup(key), trace.Ticks};
+    batch[waiting++] = {keys_.StartLookup(key), trace.ticks};
     if (waiting == kBatch) {
       add_waiting();
     }
@@ -87,34 +87,34 @@ void ProfileMerge::AddLines(std::string_view block) {
 void ProfileMerge::AddTraces(std::span<WaitingLine> lines) {
   if (keys_.HasManyHeads()) {
     for (WaitingLine& line : lines) {
-      keys_.FindLikelyHead(line.Key);
+      keys_.FindLikelyHead(line.key);
     }
     for (const WaitingLine& line : lines) {
-      keys_.FetchLikelyHead(line.Key);
+      keys_.FetchLikelyHead(line.key);
     }
   }
   for (WaitingLine& line : lines) {
-    keys_.InternHead(line.Key);
+    keys_.InternHead(line.key);
   }
   for (WaitingLine& line : lines) {
-    keys_.FindLikelyId(line.Key);
+    keys_.FindLikelyId(line.key);
   }
   for (const WaitingLine& line : lines) {
-    const MergeKeys::Id key = keys_.Intern(line.Key);
-    values_.AddTo(key, line.Ticks);
+    const MergeKeys::Id key = keys_.Intern(line.key);
+    values_.AddTo(key, line.ticks);
     next_key_ = key + 1;
   }
 }
 
 void ProfileMerge::AddOther(std::string_view line) {
   const MergeLine divided = DivideLine(line);
-  if (divided.Kind == MergeKind::kDropped) {
+  if (divided.kind == MergeKind::kDropped) {
     return;
   }
   const std::size_t known = keys_.size();
-  const MergeKeys::Id key = keys_.Intern(divided.Key);
+  const MergeKeys::Id key = keys_.Intern(divided.key);
   if (key == known) {
-    values_.Set(key, divided.Value);
+    values_.Set(key, divided.value);
   } else {
     Combine(key, divided);
   }
@@ -122,22 +122,22 @@ void ProfileMerge::AddOther(std::string_view line) {
 }
 
 void ProfileMerge::Combine(MergeKeys::Id key, const MergeLine& line) {
-  switch (line.Kind) {
+  switch (line.kind) {
     case MergeKind::kSmallest:
-      if (Value(line.Value) < values_.Text(key)) {
-        values_.Set(key, line.Value);
+      if (Value(line.value) < values_.Text(key)) {
+        values_.Set(key, line.value);
       }
       break;
     case MergeKind::kLargest:
-      if (Value(line.Value) > values_.Text(key)) {
-        values_.Set(key, line.Value);
+      if (Value(line.value) > values_.Text(key)) {
+        values_.Set(key, line.value);
       }
       break;
     case MergeKind::kLast:
-      values_.Set(key, line.Value);
+      values_.Set(key, line.value);
       break;
     case MergeKind::kAdded:
-      values_.AddTo(key, line.Value);
+      values_.AddTo(key, line.value);
       break;
     case MergeKind::kDropped:
       break;

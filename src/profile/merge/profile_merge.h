@@ -41,8 +41,8 @@ class ProfileMerge final : public LineBlocks {
  private:
   /// A trace line whose key is being looked up.
   struct WaitingLine {
-    MergeKeys::Lookup Key;
-    std::uint32_t Ticks;
+    MergeKeys::Lookup key;
+    std::uint32_t ticks;
   };
 
   void AddTraces(std::span<WaitingLine> lines);

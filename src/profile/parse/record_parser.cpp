@@ -66,10 +66,10 @@ void RecordParser::ParseBlock(std::string_view block) {
   const char* const end = line + block.size();
   while (line != end) {
     ++line_no_;
-    if (const TraceLine trace = ScanTraceLine(line); trace.Next != nullptr) {
+    if (const TraceLine trace = ScanTraceLine(line); trace.next != nullptr) {
       TickTable& details = tables_.Details;
-      details.Add(details.Programs().Intern(trace.Program), trace.Line, trace.Ticks);
-      line = trace.Next;
+      details.Add(details.Programs().Intern(trace.program), trace.line, trace.ticks);
+      line = trace.next;
       continue;
     }
     const auto* line_end =
@@ -95,7 +95,7 @@ void RecordParser::ParseLine(std::string_view line) {
 void RecordParser::ParseRecord(const RecordType& type, std::string_view profile_line) {
   TabFields fields(profile_line);
   fields.Next();  // the record type
-  switch (type.Kind) {
+  switch (type.kind) {
     case RecordKind::kTrace: {
       const std::string_view program = fields.Next();
       const std::string_view line = fields.Next();
@@ -110,7 +110,7 @@ void RecordParser::ParseRecord(const RecordType& type, std::string_view profile_
       break;
     case RecordKind::kSubroutineCall: {
       const std::string_view call = fields.Next();
-      tables_.SubroutinesCalled.Append(Field(call, ' ', 2).Text);
+      tables_.SubroutinesCalled.Append(Field(call, ' ', 2).text);
       tables_.SubroutineTimes.Append(fields.Next());
       break;
     }
@@ -126,10 +126,10 @@ void RecordParser::ParseRecord(const RecordType& type, std::string_view profile_
       }
       break;
     case RecordKind::kHeader:
-      tables_.*type.Header = fields.Next();
+      tables_.*type.header = fields.Next();
       break;
     case RecordKind::kStartClock:
-      tables_.LastClock = tables_.*type.Header = fields.Next();
+      tables_.LastClock = tables_.*type.header = fields.Next();
       break;
     case RecordKind::kResource:
       tables_.Resource = fields.Rest();
@@ -147,7 +147,7 @@ void RecordParser::ParseRecord(const RecordType& type, std::string_view profile_
 
 void RecordParser::ParseProgram(std::string_view command) {
   tables_.ProgramCommand = Change(command, "\t", " ");
-  tables_.ProgramName = Field(tables_.ProgramCommand, ' ', 1).Text;
+  tables_.ProgramName = Field(tables_.ProgramCommand, ' ', 1).text;
 }
 
 void RecordParser::ParseSharedObject(TabFields fields) {

@@ -41,10 +41,10 @@ inline std::uint32_t NumberBefore(const char* end, std::size_t size) {
 /// separated by single TABs; it is at most 64 bytes long with its end, the name is not empty and
 /// free of control bytes below 11, and both numbers have at most 7 digits and no leading zeros.
 struct TraceLine {
-  std::string_view Program;
-  std::uint32_t Line = 0;
-  std::uint32_t Ticks = 0;
-  const char* Next = nullptr;  ///< the start of the line behind it; null for a line of another form
+  std::string_view program;
+  std::uint32_t line = 0;
+  std::uint32_t ticks = 0;
+  const char* next = nullptr;  ///< the start of the line behind it; null for a line of another form
 };
 
 /// Takes apart the line that starts at `line`. The text ends with LF, with kBlockPadding readable

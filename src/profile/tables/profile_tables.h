@@ -13,8 +13,8 @@ namespace ptick {
 
 /// The keyboard speed that the profiled run measured, both as read.
 struct TypingRate {
-  std::string Characters;  ///< number of characters typed
-  std::string Ticks;       ///< clock ticks spent typing them
+  std::string characters;  ///< number of characters typed
+  std::string ticks;       ///< clock ticks spent typing them
 };
 
 /// Positions of the values of a `Performs` entry.

@@ -54,7 +54,7 @@ std::span<const RecordType> RecordTypes() { return kRecordTypes; }
 const RecordType* FindRecordType(std::string_view name) {
   const auto* const found =
       std::find_if(kRecordTypes.begin(), kRecordTypes.end(), [name](const RecordType& type) {
-        return std::equal(name.begin(), name.end(), type.Name.begin(), type.Name.end(),
+        return std::equal(name.begin(), name.end(), type.name.begin(), type.name.end(),
                           [](char a, char b) { return LowerCase(a) == b; });
       });
   return found == kRecordTypes.end() ? nullptr : found;

@@ -27,9 +27,9 @@ enum class RecordKind {
 
 /// A type of record: its name as it stands in a profile, in lower case.
 struct RecordType {
-  std::string_view Name;
-  RecordKind Kind;
-  Value ProfileTables::*Header = nullptr;  ///< for the header kinds
+  std::string_view name;
+  RecordKind kind;
+  Value ProfileTables::*header = nullptr;  ///< for the header kinds
 };
 
 /// All types of record.

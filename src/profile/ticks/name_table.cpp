@@ -37,11 +37,11 @@ void NameTable::Grow() {
   --shift_;
   const std::size_t wrap = grown.size() - 1;
   for (const Slot& old : slots_) {
-    if (old.Mark == 0) {
+    if (old.mark == 0) {
       continue;
     }
-    std::size_t slot = HashName((*this)[old.Mark - 1]) >> shift_;
-    while (grown[slot].Mark != 0) {
+    std::size_t slot = HashName((*this)[old.mark - 1]) >> shift_;
+    while (grown[slot].mark != 0) {
       slot = (slot + 1) & wrap;
     }
     grown[slot] = old;

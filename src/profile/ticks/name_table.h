@@ -46,10 +46,10 @@ class NameTable {
   /// The same for a caller that has the HashName of `name` already.
   Id Intern(std::string_view name, std::uint64_t hash) {
     std::size_t slot = hash >> shift_;
-    for (; slots_[slot].Mark != 0; slot = (slot + 1) & (slots_.size() - 1)) {
-      if (slots_[slot].Check == static_cast<std::uint32_t>(hash) &&
-          SameText(slots_[slot].Mark - 1, name)) {
-        return slots_[slot].Mark - 1;
+    for (; slots_[slot].mark != 0; slot = (slot + 1) & (slots_.size() - 1)) {
+      if (slots_[slot].check == static_cast<std::uint32_t>(hash) &&
+          SameText(slots_[slot].mark - 1, name)) {
+        return slots_[slot].mark - 1;
       }
     }
     return Add(name, hash, slot);
@@ -68,9 +68,9 @@ class NameTable {
   /// The number that a name of this hash most likely has; any when it is not there.
   Id LikelyId(std::uint64_t hash) const {
     std::size_t slot = hash >> shift_;
-    for (; slots_[slot].Mark != 0; slot = (slot + 1) & (slots_.size() - 1)) {
-      if (slots_[slot].Check == static_cast<std::uint32_t>(hash)) {
-        return slots_[slot].Mark - 1;
+    for (; slots_[slot].mark != 0; slot = (slot + 1) & (slots_.size() - 1)) {
+      if (slots_[slot].check == static_cast<std::uint32_t>(hash)) {
+        return slots_[slot].mark - 1;
       }
     }
     return 0;
@@ -79,7 +79,7 @@ class NameTable {
   /// Whether `id` is the number of `name`.
   bool Is(Id id, std::string_view name) const { return id < size() && SameText(id, name); }
 
-  std::size_t size() const { return ends_.size() - 1; }  // NOLINT(readability-identifier-naming)
+  std::size_t size() const { return ends_.size() - 1; }
 
   /// The text of a name; valid until the next Intern.
   std::string_view operator[](Id id) const {
@@ -89,8 +89,8 @@ class NameTable {
  private:
   /// A place in the open-addressing index; Mark is the number plus 1, or 0 where it is free.
   struct Slot {
-    std::uint32_t Mark = 0;
-    std::uint32_t Check = 0;  ///< the hash's low half, compared before the text
+    std::uint32_t mark = 0;
+    std::uint32_t check = 0;  ///< the hash's low half, compared before the text
   };
 
   // Compares words instead of calling for so short a comparison; the last word overlaps the one

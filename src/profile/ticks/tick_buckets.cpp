@@ -16,11 +16,11 @@ constexpr std::size_t kPiece = std::size_t{1} << 17U;
 }  // namespace
 
 void TickBuckets::AddChunk(Bucket& bucket) {
-  const std::uint32_t size = bucket.LastChunk == kNoChunk
+  const std::uint32_t size = bucket.last_chunk == kNoChunk
                                  ? kFirstChunk
-                                 : std::min(2 * chunks_[bucket.LastChunk].Size, kLargestChunk);
+                                 : std::min(2 * chunks_[bucket.last_chunk].size, kLargestChunk);
   Slot* const begin = TakeSlots(size);
-  chunks_.push_back({begin, size, bucket.LastChunk});
+  chunks_.push_back({begin, size, bucket.last_chunk});
   bucket = {begin, begin + size, static_cast<std::uint32_t>(chunks_.size() - 1)};
 }
 

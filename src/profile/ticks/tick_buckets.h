@@ -20,48 +20,48 @@ class TickBuckets {
   TickBuckets() : buckets_(kCount) {}
 
   void Add(const TickEntry& entry) {
-    Bucket& bucket = buckets_[entry.Ticks];
-    if (bucket.Next == bucket.End) {
+    Bucket& bucket = buckets_[entry.ticks];
+    if (bucket.next == bucket.end) {
       AddChunk(bucket);
     }
-    *bucket.Next++ = {entry.Program, entry.Line};
+    *bucket.next++ = {entry.program, entry.line};
   }
 
   /// Calls `visit` with every entry of this tick count, in reverse order of arrival.
   template <typename Visit>
   void ForEach(std::uint32_t ticks, Visit visit) const {
     const Bucket& bucket = buckets_[ticks];
-    const Slot* end = bucket.Next;
-    for (std::uint32_t chunk = bucket.LastChunk; chunk != kNoChunk;) {
+    const Slot* end = bucket.next;
+    for (std::uint32_t chunk = bucket.last_chunk; chunk != kNoChunk;) {
       const Chunk& slots = chunks_[chunk];
-      while (end != slots.Begin) {
+      while (end != slots.begin) {
         --end;
-        visit(TickEntry{end->Program, end->Line, ticks});
+        visit(TickEntry{end->program, end->line, ticks});
       }
-      chunk = slots.Previous;
-      end = chunk == kNoChunk ? nullptr : chunks_[chunk].Begin + chunks_[chunk].Size;
+      chunk = slots.previous;
+      end = chunk == kNoChunk ? nullptr : chunks_[chunk].begin + chunks_[chunk].size;
     }
   }
 
  private:
   struct Slot {
-    NameTable::Id Program;
-    std::uint32_t Line;
+    NameTable::Id program;
+    std::uint32_t line;
   };
 
   static constexpr std::uint32_t kNoChunk = ~std::uint32_t{0};
 
   /// The slots of one bucket that lie together; only the last chunk of a bucket may have free ones.
   struct Chunk {
-    Slot* Begin;
-    std::uint32_t Size;
-    std::uint32_t Previous;
+    Slot* begin;
+    std::uint32_t size;
+    std::uint32_t previous;
   };
 
   struct Bucket {
-    Slot* Next = nullptr;  ///< the slot to be taken next
-    Slot* End = nullptr;   ///< behind the last slot of the last chunk
-    std::uint32_t LastChunk = kNoChunk;
+    Slot* next = nullptr;  ///< the slot to be taken next
+    Slot* end = nullptr;   ///< behind the last slot of the last chunk
+    std::uint32_t last_chunk = kNoChunk;
   };
 
   void AddChunk(Bucket& bucket);

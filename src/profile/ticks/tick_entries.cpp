@@ -19,10 +19,10 @@ constexpr unsigned kMostDigitBits = 11;
 
 /// One digit of the sort key: some bits of the ticks.
 struct Digit {
-  unsigned Shift;
-  std::uint32_t Mask;
+  unsigned shift;
+  std::uint32_t mask;
 
-  std::uint32_t Of(const TickEntry& entry) const { return (entry.Ticks >> Shift) & Mask; }
+  std::uint32_t Of(const TickEntry& entry) const { return (entry.ticks >> shift) & mask; }
 };
 
 /// The digits of tick counts of up to `bits` bits, the least significant one first.
@@ -40,7 +40,7 @@ std::vector<Digit> TickDigits(unsigned bits) {
 /// Where the next entry of each digit value goes.
 class Places {
  public:
-  explicit Places(const Digit& digit) : digit_(digit), places_(std::size_t{digit.Mask} + 1) {}
+  explicit Places(const Digit& digit) : digit_(digit), places_(std::size_t{digit.mask} + 1) {}
 
   void Count(const TickEntry& entry) { ++places_[digit_.Of(entry)]; }
 

@@ -35,7 +35,7 @@ class TickEntries {
       AddChunk();
     }
     last_[used_++] = entry;
-    ticks_seen_ |= entry.Ticks;
+    ticks_seen_ |= entry.ticks;
   }
 
   /// The entries by ticks in `order`, equal ticks in reverse order of arrival. Leaves nothing

@@ -13,12 +13,12 @@ namespace ptick {
 struct TickEntry {
   static constexpr std::uint32_t kExactText = std::uint32_t{1} << 31U;
 
-  NameTable::Id Program;
-  std::uint32_t Line;   ///< the line number, or kExactText plus the index of the exact texts
-  std::uint32_t Ticks;  ///< the tick count; 0 where it is no whole number below 2^32
+  NameTable::Id program;
+  std::uint32_t line;   ///< the line number, or kExactText plus the index of the exact texts
+  std::uint32_t ticks;  ///< the tick count; 0 where it is no whole number below 2^32
 
-  bool HasExactText() const { return (Line & kExactText) != 0; }
-  std::size_t ExactIndex() const { return Line & ~kExactText; }
+  bool HasExactText() const { return (line & kExactText) != 0; }
+  std::size_t ExactIndex() const { return line & ~kExactText; }
 };
 
 }  // namespace ptick

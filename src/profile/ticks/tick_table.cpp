@@ -58,20 +58,20 @@ bool TickTable::Precedes(const Number& a, const Number& b, SortOrder order) {
 void TickTable::OrderIrregular() {
   std::ranges::reverse(irregular_);
   std::ranges::stable_sort(irregular_, [this](const IrregularEntry& a, const IrregularEntry& b) {
-    return Precedes(a.Ticks, b.Ticks, order_);
+    return Precedes(a.ticks, b.ticks, order_);
   });
 }
 
 // One counting sort by program, over entries that are in their order already.
 void TickTable::MakeRows() {
   std::vector<std::size_t> places(programs_.size() + 1);
-  ForEachOrdered([&places](const TickEntry& entry) { ++places[entry.Program + 1]; });
+  ForEachOrdered([&places](const TickEntry& entry) { ++places[entry.program + 1]; });
   std::partial_sum(places.begin(), places.end(), places.begin());
   row_starts_ = places;
   rows_ = TickEntryBlock(places.back());
   TickEntry* const rows = rows_.Entries().data();
   ForEachOrdered(
-      [&places, rows](const TickEntry& entry) { rows[places[entry.Program]++] = entry; });
+      [&places, rows](const TickEntry& entry) { rows[places[entry.program]++] = entry; });
 }
 
 }  // namespace ptick

@@ -72,8 +72,8 @@ class TickTable {
   /// An entry whose ticks are no whole number below 2^32: a fraction, a negative or a huge one.
   /// Such ticks never equal those of a regular entry.
   struct IrregularEntry {
-    Number Ticks;
-    TickEntry Entry;
+    Number ticks;
+    TickEntry entry;
   };
 
   static bool Precedes(const Number& a, const Number& b, SortOrder order);
@@ -88,8 +88,8 @@ class TickTable {
     auto irregular = irregular_.cbegin();
     const auto put_irregular_before = [&](std::uint32_t ticks) {
       while (irregular != irregular_.cend() &&
-             Precedes(irregular->Ticks, std::int64_t{ticks}, order_)) {
-        visit((irregular++)->Entry);
+             Precedes(irregular->ticks, std::int64_t{ticks}, order_)) {
+        visit((irregular++)->entry);
       }
     };
     const auto visit_small = [&](std::uint32_t ticks) {
@@ -98,7 +98,7 @@ class TickTable {
     };
     const auto visit_large = [&] {
       for (const TickEntry& entry : large_ordered_.Entries()) {
-        put_irregular_before(entry.Ticks);
+        put_irregular_before(entry.ticks);
         visit(entry);
       }
     };
@@ -114,7 +114,7 @@ class TickTable {
       visit_large();
     }
     for (; irregular != irregular_.cend(); ++irregular) {
-      visit(irregular->Entry);
+      visit(irregular->entry);
     }
   }
 

@@ -69,8 +69,8 @@ TEST_F(MonitorReply, IsNotAskedForWithATabInTheFileName) {
 
 TEST_F(MonitorReply, IsANumberOrAnError) {
   struct Row {
-    std::string Reply;
-    int Want;
+    std::string reply;
+    int want;
   };
   const std::vector<Row> rows = {
       {"0", 0},
@@ -101,8 +101,8 @@ TEST_F(MonitorReply, IsANumberOrAnError) {
   });
   ASSERT_EQ(peer.Hear(), "listening");
   for (const Row& row : rows) {
-    peer.Say("=" + row.Reply);  // an empty message would be none
-    EXPECT_EQ(MonitorOff(5), row.Want) << "'" << row.Reply.substr(0, 40) << "'";
+    peer.Say("=" + row.reply);  // an empty message would be none
+    EXPECT_EQ(MonitorOff(5), row.want) << "'" << row.reply.substr(0, 40) << "'";
   }
 }
 

@@ -32,7 +32,7 @@ class Endpoint : public testing::PortTest {
   /// The next control text that is there already; "(none)" when there is none.
   static std::string NextText(PortEndpoint& endpoint) {
     const auto received = endpoint.Receive(kNow);
-    return received ? received->Request.Text : "(none)";
+    return received ? received->request.text : "(none)";
   }
 };
 
@@ -62,12 +62,12 @@ TEST_F(Endpoint, GivesMonitorRequestsToBeAnswered) {
     talk.Say(std::to_string(MonitorOff(5)));
   });
   auto on = endpoint.Receive(std::nullopt).value();
-  EXPECT_EQ(on.Request.What, Kind::kMonitorOn);
-  EXPECT_EQ(on.Request.File + "|" + on.Request.Options, "out.txt|a b");
+  EXPECT_EQ(on.request.what, Kind::kMonitorOn);
+  EXPECT_EQ(on.request.file + "|" + on.request.options, "out.txt|a b");
   EXPECT_EQ(on.Reply(17), 0);
   EXPECT_EQ(caller.Hear(), "17");
   auto off = endpoint.Receive(std::nullopt).value();
-  EXPECT_EQ(off.Request.What, Kind::kMonitorOff);
+  EXPECT_EQ(off.request.what, Kind::kMonitorOff);
   EXPECT_EQ(off.Reply(0), 0);
   EXPECT_EQ(caller.Hear(), "0");
 }
@@ -245,7 +245,7 @@ TEST_F(Endpoint, WaitsForAsLongAsItIsTold) {
   sender.Say("go");
   const auto received = endpoint.Receive(milliseconds::max());
   ASSERT_TRUE(received);
-  EXPECT_EQ(received->Request.Text, "x");
+  EXPECT_EQ(received->request.text, "x");
 }
 
 TEST_F(Endpoint, SaysWhenThereIsNoDescriptorLeft) {

@@ -60,15 +60,15 @@ std::string Shown(const std::optional<PortRequest>& request) {
   if (!request) {
     return "(none)";
   }
-  switch (request->What) {
+  switch (request->what) {
     case Kind::kMonitorOn:
-      return "on " + request->File + "|" + request->Options + request->Text;
+      return "on " + request->file + "|" + request->options + request->text;
     case Kind::kMonitorOff:
-      return "off" + request->File + request->Options + request->Text;
+      return "off" + request->file + request->options + request->text;
     case Kind::kControl:
       break;
   }
-  return "control " + request->Text + request->File + request->Options;
+  return "control " + request->text + request->file + request->options;
 }
 
 TEST(PortWire, ReadsRequests) {

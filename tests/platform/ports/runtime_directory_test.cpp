@@ -33,7 +33,7 @@ class RuntimeDirectory : public testing::PortTest {
 
   /// Every operation on port 5 gives `error`, and there is no port to see.
   static void ExpectRefused(int error, const std::string& why) {
-    EXPECT_EQ(OpenRuntimeDirectory().Error, error) << why;
+    EXPECT_EQ(OpenRuntimeDirectory().error, error) << why;
     EXPECT_EQ(SendPortMessage(5, "TICKCTL:STOP"), error) << why;
     EXPECT_EQ(MonitorOn(5, "", ""), error) << why;
     EXPECT_EQ(MonitorOff(5), error) << why;
@@ -43,9 +43,9 @@ class RuntimeDirectory : public testing::PortTest {
 
 TEST_F(RuntimeDirectory, IsNamedByTheEnvironment) {
   struct Row {
-    const char* Own;
-    const char* User;
-    std::string Want;
+    const char* own;
+    const char* user;
+    std::string want;
   };
   const std::string standard = "/tmp/mavro-" + std::to_string(geteuid());
   const std::vector<Row> rows = {
@@ -66,9 +66,9 @@ TEST_F(RuntimeDirectory, IsNamedByTheEnvironment) {
     return value == nullptr ? unsetenv(name) : setenv(name, value, 1);
   };
   for (const Row& row : rows) {
-    set("MAVRO_RUNTIME_DIR", row.Own);
-    set("XDG_RUNTIME_DIR", row.User);
-    EXPECT_EQ(RuntimeDirectoryPath(), row.Want);
+    set("MAVRO_RUNTIME_DIR", row.own);
+    set("XDG_RUNTIME_DIR", row.user);
+    EXPECT_EQ(RuntimeDirectoryPath(), row.want);
   }
 }
 
@@ -89,7 +89,7 @@ TEST_F(RuntimeDirectory, IsRefusedWhenOthersCanWriteToIt) {
   for (const mode_t mode : {0777U, 01777U, 0770U, 0720U, 0702U, 0775U, 0757U}) {
     SetMode(Directory(), mode);
     ExpectRefused(EACCES, "mode " + std::to_string(mode));
-    EXPECT_EQ(CreateRuntimeDirectory().Error, EACCES) << mode;
+    EXPECT_EQ(CreateRuntimeDirectory().error, EACCES) << mode;
   }
   // Nothing has got through before this.
   SetMode(Directory(), 0700);
@@ -115,7 +115,7 @@ TEST_F(RuntimeDirectory, IsNoSymbolicLink) {
   for (const std::string tail : {"", "/", "//"}) {
     Name(link.native() + tail);
     ExpectRefused(EACCES, "link" + tail);
-    EXPECT_EQ(CreateRuntimeDirectory().Error, EACCES);
+    EXPECT_EQ(CreateRuntimeDirectory().error, EACCES);
   }
   // A link on the way to it is as good as a directory.
   fs::create_directory_symlink(Directory().parent_path(), Outside("way"));
@@ -136,7 +136,7 @@ TEST_F(RuntimeDirectory, HasNoPortsWhenMissing) {
   ExpectRefused(ENOENT, "missing");
   Name(Outside("missing") / "too");
   ExpectRefused(ENOENT, "missing too");
-  EXPECT_EQ(CreateRuntimeDirectory().Error, ENOENT);
+  EXPECT_EQ(CreateRuntimeDirectory().error, ENOENT);
 }
 
 TEST_F(RuntimeDirectory, IsRefusedWhenItsNameIsLongerThanAnyPath) {
@@ -147,18 +147,18 @@ TEST_F(RuntimeDirectory, IsRefusedWhenItsNameIsLongerThanAnyPath) {
 TEST_F(RuntimeDirectory, IsMadeForTheUserAlone) {
   const mode_t mask = umask(0);
   Name(Outside("new"));
-  EXPECT_EQ(CreateRuntimeDirectory().Error, 0);
+  EXPECT_EQ(CreateRuntimeDirectory().error, 0);
   umask(mask);
   EXPECT_EQ(fs::status(Outside("new")).permissions(), fs::perms::owner_all);
-  EXPECT_EQ(CreateRuntimeDirectory().Error, 0) << "a second time";
+  EXPECT_EQ(CreateRuntimeDirectory().error, 0) << "a second time";
 }
 
 TEST_F(RuntimeDirectory, StaysTheCheckedOneWhenItsNameChangesHands) {
   const Opened opened = OpenRuntimeDirectory();
-  ASSERT_EQ(opened.Error, 0);
+  ASSERT_EQ(opened.error, 0);
   fs::rename(Directory(), Outside("moved"));
   fs::create_directory(Directory());
-  EXPECT_EQ(fs::canonical(DescriptorPath(opened.Descriptor)), fs::canonical(Outside("moved")));
+  EXPECT_EQ(fs::canonical(DescriptorPath(opened.descriptor)), fs::canonical(Outside("moved")));
 }
 
 }  // namespace

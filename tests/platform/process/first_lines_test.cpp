@@ -27,7 +27,8 @@ using Words = std::vector<std::string>;
 using testing::CheckForked;
 
 // Long enough never to be reached, also on a machine that has much else to do.
-constexpr CaptureLimits kUnlimited = {.TimePerCommand = 10min, .TimeoutsInARow = 3, .AtOnce = 2};
+constexpr CaptureLimits kUnlimited = {
+    .time_per_command = 10min, .timeouts_in_a_row = 3, .at_once = 2};
 
 Words Capture(const std::vector<Words>& commands, const CaptureLimits& limits = kUnlimited) {
   Words lines;
@@ -131,7 +132,7 @@ TEST_F(CommandsTest, NoMoreRunThanMayAtOnce) {
                        "mkdir " + Fifo("lock") + " && echo alone && rmdir " + Fifo("lock"));
   const std::vector<Words> commands(20, {"alone"});
   CaptureLimits limits = kUnlimited;
-  limits.AtOnce = 1;
+  limits.at_once = 1;
   EXPECT_EQ(Capture(commands, limits), Words(20, "alone"));
   EXPECT_GE(CountCores(), 1U);
 }
@@ -155,7 +156,7 @@ TEST_F(CommandsTest, ACommandThatDoesNotEndInTimeIsKilledWithItsGroup) {
   EXPECT_EQ(CheckForked([this] {
               // What the command leaves behind becomes a child of this process.
               ASSERT_EQ(::prctl(PR_SET_CHILD_SUBREAPER, 1), 0);
-              EXPECT_EQ(Capture({{"hangs"}}, {.TimePerCommand = 1s}), Words{""});
+              EXPECT_EQ(Capture({{"hangs"}}, {.time_per_command = 1s}), Words{""});
               const pid_t child = std::stoi(scripts_.Read("child"));
               EXPECT_EQ(testing::AwaitEnd(child), 128 + SIGKILL);
               EXPECT_TRUE(HasNoChildren());
@@ -165,7 +166,7 @@ TEST_F(CommandsTest, ACommandThatDoesNotEndInTimeIsKilledWithItsGroup) {
 
 TEST_F(CommandsTest, ACommandThatClosesItsOutputAndStaysIsKilled) {
   scripts_.WriteScript("closes", "echo early; exec >&- 2>&-; read x < " + Fifo());
-  EXPECT_EQ(Capture({{"closes"}}, {.TimePerCommand = 100ms}), Words{""});
+  EXPECT_EQ(Capture({{"closes"}}, {.time_per_command = 100ms}), Words{""});
   EXPECT_TRUE(HasNoChildren());
 }
 
@@ -178,7 +179,7 @@ TEST_F(CommandsTest, WhatACommandLeavesRunningIsNotWaitedFor) {
 TEST_F(CommandsTest, AfterSeveralTimeoutsInARowNothingIsRun) {
   scripts_.WriteScript("hangs", "read x < " + Fifo());
   scripts_.WriteScript("marks", "echo ran > " + Fifo("mark") + "; echo ran");
-  const CaptureLimits limits = {.TimePerCommand = 20ms, .TimeoutsInARow = 3, .AtOnce = 1};
+  const CaptureLimits limits = {.time_per_command = 20ms, .timeouts_in_a_row = 3, .at_once = 1};
   EXPECT_EQ(Capture({{"hangs"}, {"hangs"}, {"hangs"}, {"marks"}, {"echo"}}, limits), Words(5, ""));
   EXPECT_EQ(scripts_.Read("mark"), "");
   EXPECT_TRUE(HasNoChildren());
@@ -187,7 +188,7 @@ TEST_F(CommandsTest, AfterSeveralTimeoutsInARowNothingIsRun) {
 TEST_F(CommandsTest, AnAnswerBetweenTimeoutsStartsTheCountAnew) {
   scripts_.WriteScript("hangs", "read x < " + Fifo());
   // All at once: the last one has as long as those that hang.
-  const CaptureLimits limits = {.TimePerCommand = 2s, .TimeoutsInARow = 2, .AtOnce = 8};
+  const CaptureLimits limits = {.time_per_command = 2s, .timeouts_in_a_row = 2, .at_once = 8};
   EXPECT_EQ(Capture({{"hangs"}, {"no_such_program"}, {"hangs"}, {"echo", "answer"}}, limits),
             (Words{"", "", "", "answer"}));
 }

@@ -15,9 +15,9 @@ using testing::Tabs;
 
 TEST(MergeKeys, AreDividedInFrontOfAnOrdinaryNumber) {
   struct Row {
-    std::string Text;
-    std::string Head;
-    std::uint32_t Number;
+    std::string text;
+    std::string head;
+    std::uint32_t number;
   };
   constexpr std::uint32_t kNone = MergeKey::kNoNumber;
   const std::vector<Row> rows = {
@@ -42,10 +42,10 @@ TEST(MergeKeys, AreDividedInFrontOfAnOrdinaryNumber) {
       {"", "", kNone},
   };
   for (const Row& row : rows) {
-    const std::string text = Tabs(row.Text);
+    const std::string text = Tabs(row.text);
     const MergeKey key = DivideKey(text);
-    EXPECT_EQ(key.Head, Tabs(row.Head)) << row.Text;
-    EXPECT_EQ(key.Number, row.Number) << row.Text;
+    EXPECT_EQ(key.head, Tabs(row.head)) << row.text;
+    EXPECT_EQ(key.number, row.number) << row.text;
   }
 }
 

@@ -18,8 +18,8 @@ using testing::LinesOf;
 
 TEST(MergeKind, IsFixedForEachType) {
   struct Row {
-    std::string_view RecordType;
-    MergeKind Want;
+    std::string_view record_type;
+    MergeKind want;
   };
   const std::vector<Row> rows = {
       {"startclock", MergeKind::kSmallest}, {"starttime", MergeKind::kSmallest},
@@ -31,7 +31,7 @@ TEST(MergeKind, IsFixedForEachType) {
       {"pagesize", MergeKind::kLast},       {"hertz", MergeKind::kLast},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(MergeKindOf(row.RecordType), row.Want) << row.RecordType;
+    EXPECT_EQ(MergeKindOf(row.record_type), row.want) << row.record_type;
   }
 }
 
@@ -52,8 +52,8 @@ TEST(MergeKind, IsAddedForAllOtherTypes) {
 }
 
 struct Row {
-  std::vector<std::string_view> Values;
-  std::string_view Want;
+  std::vector<std::string_view> values;
+  std::string_view want;
 };
 
 /// Merges lines of the types that differ in nothing but their value.
@@ -62,11 +62,11 @@ void ExpectMerged(std::initializer_list<std::string_view> types, const std::vect
     for (const Row& row : rows) {
       ProfileMerge merge;
       const std::string key = "PROFILE:" + testing::Tabs(type) + "\t";
-      for (const std::string_view value : row.Values) {
+      for (const std::string_view value : row.values) {
         AddLines(merge, key + std::string(value) + "\n");
       }
-      EXPECT_EQ(LinesOf(merge), key + std::string(row.Want) + "\n")
-          << type << " from " << row.Values.front();
+      EXPECT_EQ(LinesOf(merge), key + std::string(row.want) + "\n")
+          << type << " from " << row.values.front();
     }
   }
 }

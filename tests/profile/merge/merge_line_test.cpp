@@ -16,19 +16,19 @@ using testing::Tabs;
 /// The line divided: key, "=", value; "-" for one that is not merged.
 std::string Divided(std::string_view line) {
   const MergeLine divided = DivideLine(line);
-  if (divided.Kind == MergeKind::kDropped) {
+  if (divided.kind == MergeKind::kDropped) {
     return "-";
   }
   MergeKeys keys;
   std::string shown;
-  keys.AppendText(keys.Intern(divided.Key), shown);
-  return shown.append("=").append(divided.Value);
+  keys.AppendText(keys.Intern(divided.key), shown);
+  return shown.append("=").append(divided.value);
 }
 
 TEST(MergeLine, IsDividedAtItsLastTab) {
   struct Row {
-    std::string Line;
-    std::string Want;
+    std::string line;
+    std::string want;
   };
   const std::string head(60, 'h');
   const std::string long_name(300, 'n');
@@ -68,7 +68,7 @@ TEST(MergeLine, IsDividedAtItsLastTab) {
       {"PROFILE:pid|" + long_name + "|5", "-"},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(Divided(Tabs(row.Line)), Tabs(row.Want)) << row.Line;
+    EXPECT_EQ(Divided(Tabs(row.line)), Tabs(row.want)) << row.line;
   }
 }
 

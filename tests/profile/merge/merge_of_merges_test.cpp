@@ -98,16 +98,16 @@ constexpr unsigned kCutBehindTheFirst = 1;
 
 /// Three profiles of one line each, merged at once, and with the last two merged first.
 struct Row {
-  std::string_view RecordType;
-  std::vector<std::string_view> Values;
-  std::string_view AtOnce;
-  std::string_view LastTwoFirst;
+  std::string_view record_type;
+  std::vector<std::string_view> values;
+  std::string_view at_once;
+  std::string_view last_two_first;
 };
 
 Profiles LinesOfValues(const Row& row) {
   Profiles profiles;
-  for (const std::string_view value : row.Values) {
-    profiles.push_back(Records({std::string(row.RecordType) + "|" + std::string(value)}));
+  for (const std::string_view value : row.values) {
+    profiles.push_back(Records({std::string(row.record_type) + "|" + std::string(value)}));
   }
   return profiles;
 }
@@ -123,12 +123,12 @@ TEST(MergeOfMerges, DiffersWhereValuesHaveNoOrderOrDoNotAddUpExactly) {
   };
   for (const Row& row : rows) {
     const Profiles profiles = LinesOfValues(row);
-    const std::string key = "PROFILE:" + std::string(row.RecordType) + "\t";
-    EXPECT_EQ(Merged(profiles), key + std::string(row.AtOnce) + "\n") << row.Values[0];
+    const std::string key = "PROFILE:" + std::string(row.record_type) + "\t";
+    EXPECT_EQ(Merged(profiles), key + std::string(row.at_once) + "\n") << row.values[0];
     EXPECT_EQ(Merged(MergedGroups(profiles, kCutBehindTheFirst)),
-              key + std::string(row.LastTwoFirst) + "\n")
-        << row.Values[0];
-    EXPECT_NE(row.AtOnce, row.LastTwoFirst) << row.Values[0];
+              key + std::string(row.last_two_first) + "\n")
+        << row.values[0];
+    EXPECT_NE(row.at_once, row.last_two_first) << row.values[0];
   }
 }
 

@@ -11,12 +11,12 @@ namespace {
 
 /// Values of as many keys, numbered from 0.
 struct Values {
-  MergeKeys Keys;
-  MergeValues Merged{Keys};
+  MergeKeys keys;
+  MergeValues merged{keys};
 
   void Append(std::string_view text) {
-    const std::string head = "key" + std::to_string(Keys.size());
-    Merged.Set(Keys.Intern(MergeKey{.Head = head}), text);
+    const std::string head = "key" + std::to_string(keys.size());
+    merged.Set(keys.Intern(MergeKey{.head = head}), text);
   }
 };
 
@@ -52,9 +52,9 @@ TEST(MergeValues, KeepTextsAsTheyWereRead) {
     values.Append(text);
   }
   for (MergeKeys::Id i = 0; i < texts.size(); ++i) {
-    EXPECT_EQ(values.Merged.Text(i), texts[i]);
+    EXPECT_EQ(values.merged.Text(i), texts[i]);
     std::string line = "key\t";
-    values.Merged.AppendText(i, line);
+    values.merged.AppendText(i, line);
     EXPECT_EQ(line, "key\t" + texts[i]);
   }
 }
@@ -67,19 +67,19 @@ TEST(MergeValues, AreReplaced) {
       values.Append("before");
       values.Append(first);
       values.Append("1");
-      values.Merged.Set(1, second);
-      EXPECT_EQ(values.Merged.Text(1), second) << first << " by " << second;
-      EXPECT_EQ(values.Merged.Text(0), "before");
-      EXPECT_EQ(values.Merged.Text(2), "1");
+      values.merged.Set(1, second);
+      EXPECT_EQ(values.merged.Text(1), second) << first << " by " << second;
+      EXPECT_EQ(values.merged.Text(0), "before");
+      EXPECT_EQ(values.merged.Text(2), "1");
     }
   }
 }
 
 TEST(MergeValues, AreAddedLikeNumbers) {
   struct Row {
-    std::string_view First;
-    std::vector<std::string_view> Added;
-    std::string_view Want;
+    std::string_view first;
+    std::vector<std::string_view> added;
+    std::string_view want;
   };
   const std::vector<Row> rows = {
       {"3", {"4"}, "7"},
@@ -111,21 +111,21 @@ TEST(MergeValues, AreAddedLikeNumbers) {
   for (const Row& row : rows) {
     Values values;
     values.Append("1");
-    values.Append(row.First);
-    for (const std::string_view added : row.Added) {
-      values.Merged.AddTo(1, added);
+    values.Append(row.first);
+    for (const std::string_view added : row.added) {
+      values.merged.AddTo(1, added);
     }
-    EXPECT_EQ(values.Merged.Text(1), row.Want) << row.First << " and " << row.Added.front();
-    EXPECT_EQ(values.Merged.Text(0), "1");
+    EXPECT_EQ(values.merged.Text(1), row.want) << row.first << " and " << row.added.front();
+    EXPECT_EQ(values.merged.Text(0), "1");
   }
 }
 
 // Beyond 64 bits a sum goes on as a floating number; its text is that of the value layer.
 TEST(MergeValues, GoOnBeyondWholeNumbers) {
   struct Row {
-    std::string_view First;
-    std::vector<std::string_view> Added;
-    std::string_view Want;
+    std::string_view first;
+    std::vector<std::string_view> added;
+    std::string_view want;
   };
   const std::vector<Row> rows = {
       {"9223372036854775807", {"1"}, "9223372036854775808"},
@@ -136,40 +136,40 @@ TEST(MergeValues, GoOnBeyondWholeNumbers) {
   };
   for (const Row& row : rows) {
     Values values;
-    values.Append(row.First);
-    for (const std::string_view added : row.Added) {
-      values.Merged.AddTo(0, added);
+    values.Append(row.first);
+    for (const std::string_view added : row.added) {
+      values.merged.AddTo(0, added);
     }
-    EXPECT_EQ(values.Merged.Text(0), row.Want) << row.First;
+    EXPECT_EQ(values.merged.Text(0), row.want) << row.first;
   }
 }
 
 // Numbers that were read as such, beside texts.
 TEST(MergeValues, TakeNumbers) {
   Values values;
-  values.Keys.Intern(MergeKey{.Head = "new"});
-  values.Merged.AddTo(0, 5U);
-  EXPECT_EQ(values.Merged.Text(0), "5");
-  values.Merged.AddTo(0, 4294967295U);
-  EXPECT_EQ(values.Merged.Text(0), "4294967300");
-  values.Merged.Set(0, "1.50");
-  values.Merged.AddTo(0, 2U);
-  EXPECT_EQ(values.Merged.Text(0), "3.5");
-  values.Merged.Set(0, "9223372036854775806");
-  values.Merged.AddTo(0, 1U);
-  EXPECT_EQ(values.Merged.Text(0), "9223372036854775807");
-  values.Merged.AddTo(0, 1U);
-  EXPECT_EQ(values.Merged.Text(0), "9223372036854775808");
+  values.keys.Intern(MergeKey{.head = "new"});
+  values.merged.AddTo(0, 5U);
+  EXPECT_EQ(values.merged.Text(0), "5");
+  values.merged.AddTo(0, 4294967295U);
+  EXPECT_EQ(values.merged.Text(0), "4294967300");
+  values.merged.Set(0, "1.50");
+  values.merged.AddTo(0, 2U);
+  EXPECT_EQ(values.merged.Text(0), "3.5");
+  values.merged.Set(0, "9223372036854775806");
+  values.merged.AddTo(0, 1U);
+  EXPECT_EQ(values.merged.Text(0), "9223372036854775807");
+  values.merged.AddTo(0, 1U);
+  EXPECT_EQ(values.merged.Text(0), "9223372036854775808");
 }
 
 TEST(MergeValues, AreReplacedAfterASum) {
   Values values;
   values.Append("abc");
-  values.Merged.AddTo(0, "5");
-  values.Merged.Set(0, "xyz");
-  EXPECT_EQ(values.Merged.Text(0), "xyz");
-  values.Merged.AddTo(0, "2");
-  EXPECT_EQ(values.Merged.Text(0), "2");
+  values.merged.AddTo(0, "5");
+  values.merged.Set(0, "xyz");
+  EXPECT_EQ(values.merged.Text(0), "xyz");
+  values.merged.AddTo(0, "2");
+  EXPECT_EQ(values.merged.Text(0), "2");
 }
 
 }  // namespace

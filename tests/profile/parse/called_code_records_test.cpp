@@ -21,8 +21,8 @@ using Lines = std::vector<std::string>;
 
 TEST(SharedObjectRecords, AreListedWhenTheirFlagIsSet) {
   struct Row {
-    std::string_view Record;
-    Lines Want;
+    std::string_view record;
+    Lines want;
   };
   const std::vector<Row> rows = {
       {"shared_object|lib.so|1", {"lib.so"}},
@@ -47,21 +47,21 @@ TEST(SharedObjectRecords, AreListedWhenTheirFlagIsSet) {
       {"shared_object|main|1", {"main"}},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(Texts(Parse(Records({row.Record})).Tables->SharedObjects), row.Want) << row.Record;
+    EXPECT_EQ(Texts(Parse(Records({row.record})).tables->SharedObjects), row.want) << row.record;
   }
 }
 
 TEST(SharedObjectRecords, StayInOrderOfArrivalWithRepetitions) {
   const std::string text =
       Records({"shared_object|b|1", "shared_object|a|1", "shared_object|c|0", "shared_object|b|1"});
-  EXPECT_EQ(Texts(Parse(text).Tables->SharedObjects), (Lines{"b", "a", "b"}));
+  EXPECT_EQ(Texts(Parse(text).tables->SharedObjects), (Lines{"b", "a", "b"}));
 }
 
 TEST(SubroutineRecords, NameTheSecondWord) {
   struct Row {
-    std::string_view Record;
-    std::string_view WantName;
-    std::string_view WantTimes;
+    std::string_view record;
+    std::string_view want_name;
+    std::string_view want_times;
   };
   const std::vector<Row> rows = {
       {"subroutine_call|MAIN SUB|5", "SUB", "5"},
@@ -77,11 +77,11 @@ TEST(SubroutineRecords, NameTheSecondWord) {
       {"subroutine_call", "", ""},
   };
   for (const Row& row : rows) {
-    const Parsed parsed = Parse(Records({row.Record}));
-    EXPECT_EQ(Texts(parsed.Tables->SubroutinesCalled), Lines{std::string(row.WantName)})
-        << row.Record;
-    EXPECT_EQ(Texts(parsed.Tables->SubroutineTimes), Lines{std::string(row.WantTimes)})
-        << row.Record;
+    const Parsed parsed = Parse(Records({row.record}));
+    EXPECT_EQ(Texts(parsed.tables->SubroutinesCalled), Lines{std::string(row.want_name)})
+        << row.record;
+    EXPECT_EQ(Texts(parsed.tables->SubroutineTimes), Lines{std::string(row.want_times)})
+        << row.record;
   }
 }
 
@@ -91,8 +91,8 @@ TEST(SubroutineRecords, AreOrderedByTheirCounts) {
   const Parsed parsed = Parse(Records({"subroutine_call|M A|5", "subroutine_call|M B|10",
                                        "subroutine_call|M C|5", "subroutine_call|M A|5"}),
                               options);
-  EXPECT_EQ(Texts(parsed.Tables->SubroutineTimes), (Lines{"10", "5", "5", "5"}));
-  EXPECT_EQ(Texts(parsed.Tables->SubroutinesCalled), (Lines{"B", "A", "C", "A"}));
+  EXPECT_EQ(Texts(parsed.tables->SubroutineTimes), (Lines{"10", "5", "5", "5"}));
+  EXPECT_EQ(Texts(parsed.tables->SubroutinesCalled), (Lines{"B", "A", "C", "A"}));
 }
 
 TEST(PerformRecords, AreListedWhenTheyHaveACommand) {
@@ -100,7 +100,7 @@ TEST(PerformRecords, AreListedWhenTheyHaveACommand) {
       {"perform|ticks|5|cmd|LIST", "perform|ticks|5", "PERFORM|cmd|WHO", "perform|cmd|\xfdX",
        "perform|cmd|LIST A|B", "perform|cmd|LIST", "perform||cmd|RUN"}));
   const std::string blank(8, '\xfd');
-  EXPECT_EQ(Texts(parsed.Tables->Performs),
+  EXPECT_EQ(Texts(parsed.tables->Performs),
             (Lines{"\xfd\xfd\xfd\xfd"
                    "5\xfd\xfd\xfd\xfdLIST",
                    blank + "WHO", blank + "LIST A\tB", blank + "LIST", blank + "RUN"}));
@@ -108,8 +108,8 @@ TEST(PerformRecords, AreListedWhenTheyHaveACommand) {
 
 TEST(InputRecords, AreCounted) {
   struct Row {
-    std::string Text;
-    std::string_view Want;
+    std::string text;
+    std::string_view want;
   };
   const std::vector<Row> rows = {
       {"", "0"},
@@ -122,7 +122,7 @@ TEST(InputRecords, AreCounted) {
       {Records({"input_count", "input"}), "1"},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(Parse(row.Text).Tables->InputCount.Text(), row.Want) << row.Text;
+    EXPECT_EQ(Parse(row.text).tables->InputCount.Text(), row.want) << row.text;
   }
 }
 
@@ -130,28 +130,28 @@ TEST(InputRecords, MakeKeyboardLinesOnlyWhereAScriptIsWanted) {
   const std::string text =
       Records({"hertz|100", "startclock|100", "input|13|1|200|300|a", "input|0|1|350|400|b|c"});
   const Parsed without = Parse(text);
-  EXPECT_TRUE(without.Tables->KeyScript.empty());
-  EXPECT_EQ(without.Tables->InputCount.Text(), "2");
-  EXPECT_EQ(without.Tables->LastClock.Text(), "100");
+  EXPECT_TRUE(without.tables->KeyScript.empty());
+  EXPECT_EQ(without.tables->InputCount.Text(), "2");
+  EXPECT_EQ(without.tables->LastClock.Text(), "100");
 
   RunOptions options;
   options.TypeRateOption = true;
-  EXPECT_TRUE(Parse(text, options).Tables->KeyScript.empty());
+  EXPECT_TRUE(Parse(text, options).tables->KeyScript.empty());
   options.KeyScriptFile = "keys";
   const Parsed delayed = Parse(text, options);
-  EXPECT_EQ(Texts(delayed.Tables->KeyScript),
+  EXPECT_EQ(Texts(delayed.tables->KeyScript),
             (Lines{"SLEEP 1", "TYPEDELAY 0.5", R"(INPUT "a")", "SLEEP 0.5", "TYPEDELAY 0.5",
                    R"(INPUT "b~009c" NOCR)"}));
-  EXPECT_EQ(delayed.Tables->LastClock.Text(), "400");
+  EXPECT_EQ(delayed.tables->LastClock.Text(), "400");
   options.TypeRateOption = false;
-  EXPECT_EQ(Texts(Parse(text, options).Tables->KeyScript),
+  EXPECT_EQ(Texts(Parse(text, options).tables->KeyScript),
             (Lines{"SLEEP 1", R"(INPUT "a")", "SLEEP 0.5", R"(INPUT "b~009c" NOCR)"}));
 }
 
 TEST(InputRecords, KnowTheClockFromTheRecordsBefore) {
   struct Row {
-    std::string Text;
-    Lines Want;
+    std::string text;
+    Lines want;
   };
   const std::string input = "input|13|1|200|300|a";
   const std::string line = R"(INPUT "a")";
@@ -168,7 +168,7 @@ TEST(InputRecords, KnowTheClockFromTheRecordsBefore) {
   RunOptions options;
   options.KeyScriptFile = "keys";
   for (const Row& row : rows) {
-    EXPECT_EQ(Texts(Parse(row.Text, options).Tables->KeyScript), row.Want) << row.Text;
+    EXPECT_EQ(Texts(Parse(row.text, options).tables->KeyScript), row.want) << row.text;
   }
 }
 

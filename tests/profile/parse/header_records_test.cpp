@@ -22,8 +22,8 @@ using testing::Records;
 std::string Headers(const ProfileTables& tables) {
   std::string text;
   for (const RecordType& type : RecordTypes()) {
-    if (type.Header != nullptr) {
-      text += std::string(type.Name) + "=" + (tables.*type.Header).Text() + "\n";
+    if (type.header != nullptr) {
+      text += std::string(type.name) + "=" + (tables.*type.header).Text() + "\n";
     }
   }
   return text;
@@ -38,7 +38,7 @@ constexpr std::string_view kStartValues =
 TEST(HeaderRecords, LeaveStartValuesWhereThereAreNone) {
   const ProfileTables tables;
   EXPECT_EQ(Headers(tables), kStartValues);
-  EXPECT_EQ(Headers(*Parse("no profile at all\n").Tables), kStartValues);
+  EXPECT_EQ(Headers(*Parse("no profile at all\n").tables), kStartValues);
   EXPECT_EQ(tables.ProgramName, "(unknown)");
   EXPECT_EQ(tables.ProgramCommand, "");
   EXPECT_EQ(tables.Resource, "");
@@ -52,30 +52,30 @@ TEST(HeaderRecords, LeaveStartValuesWhereThereAreNone) {
 TEST(HeaderRecords, SetTheirOwnValueAndNoOther) {
   const std::vector<std::string_view> values = {"5", "007", "1.50", "-1", "abc", " x ", "5\r"};
   for (const RecordType& type : RecordTypes()) {
-    if (type.Header == nullptr) {
+    if (type.header == nullptr) {
       continue;
     }
-    const std::string name(type.Name);
+    const std::string name(type.name);
     for (const std::string_view value : values) {
       const Parsed parsed = Parse("PROFILE:" + name + "\t" + std::string(value) + "\tmore\n");
       std::string want(kStartValues);
       const std::size_t begin = ("\n" + want).find("\n" + name + "=") + name.size() + 1;
       want.replace(begin, want.find('\n', begin) - begin, value);
-      EXPECT_EQ(Headers(*parsed.Tables), want) << name;
-      EXPECT_EQ(parsed.Tables->LastClock.Text(), name == "startclock" ? value : "0") << name;
+      EXPECT_EQ(Headers(*parsed.tables), want) << name;
+      EXPECT_EQ(parsed.tables->LastClock.Text(), name == "startclock" ? value : "0") << name;
     }
   }
 }
 
 TEST(HeaderRecords, ReplaceAnEarlierValue) {
   for (const RecordType& type : RecordTypes()) {
-    if (type.Header == nullptr) {
+    if (type.header == nullptr) {
       continue;
     }
-    const std::string record = "PROFILE:" + std::string(type.Name);
+    const std::string record = "PROFILE:" + std::string(type.name);
     const auto value_after = [&](const std::string& text) {
       const Parsed parsed = Parse(text);
-      return ((*parsed.Tables).*type.Header).Text();
+      return ((*parsed.tables).*type.header).Text();
     };
     EXPECT_EQ(value_after(record + "\t5\n" + record + "\t3\n"), "3") << record;
     EXPECT_EQ(value_after(record + "\t5\n" + record + "\n"), "") << record;
@@ -85,8 +85,8 @@ TEST(HeaderRecords, ReplaceAnEarlierValue) {
 
 TEST(HeaderRecords, KeepTheRestOfAResourceRecord) {
   struct Row {
-    std::string_view Record;
-    std::string_view Want;
+    std::string_view record;
+    std::string_view want;
   };
   const std::vector<Row> rows = {
       {"resource|1|2|3", "1|2|3"}, {"resource|one text", "one text"},
@@ -94,26 +94,26 @@ TEST(HeaderRecords, KeepTheRestOfAResourceRecord) {
       {"resource|1||3", "1|3"},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(Parse(Records({row.Record})).Tables->Resource, testing::Tabs(row.Want)) << row.Record;
+    EXPECT_EQ(Parse(Records({row.record})).tables->Resource, testing::Tabs(row.want)) << row.record;
   }
-  EXPECT_EQ(Parse(Records({"resource|1", "resource|2"})).Tables->Resource, "2");
+  EXPECT_EQ(Parse(Records({"resource|1", "resource|2"})).tables->Resource, "2");
 }
 
 TEST(HeaderRecords, KeepBothValuesOfATypingRate) {
   struct Row {
-    std::string_view Record;
-    std::string_view WantCharacters;
-    std::string_view WantTicks;
+    std::string_view record;
+    std::string_view want_characters;
+    std::string_view want_ticks;
   };
   const std::vector<Row> rows = {
       {"typerate|120|6000", "120", "6000"}, {"typerate|120", "120", ""}, {"typerate", "", ""},
       {"typerate|007|abc|9", "007", "abc"}, {"TYPERATE|1|2", "1", "2"},
   };
   for (const Row& row : rows) {
-    const Parsed parsed = Parse(Records({"typerate|8|9", row.Record}));
-    ASSERT_TRUE(parsed.Tables->TypeRate) << row.Record;
-    EXPECT_EQ(parsed.Tables->TypeRate->Characters, row.WantCharacters) << row.Record;
-    EXPECT_EQ(parsed.Tables->TypeRate->Ticks, row.WantTicks) << row.Record;
+    const Parsed parsed = Parse(Records({"typerate|8|9", row.record}));
+    ASSERT_TRUE(parsed.tables->TypeRate) << row.record;
+    EXPECT_EQ(parsed.tables->TypeRate->characters, row.want_characters) << row.record;
+    EXPECT_EQ(parsed.tables->TypeRate->ticks, row.want_ticks) << row.record;
   }
 }
 
@@ -130,8 +130,8 @@ std::vector<std::string> UserTicks(const ProfileTables& tables) {
 
 TEST(HeaderRecords, AddUpUserTicks) {
   struct Row {
-    std::string Text;
-    std::vector<std::string> Want;
+    std::string text;
+    std::vector<std::string> want;
   };
   const std::vector<Row> rows = {
       {Records({"user_ticks|3|5", "user_ticks|3|7"}), {"3=12"}},
@@ -148,17 +148,17 @@ TEST(HeaderRecords, AddUpUserTicks) {
       {Records({"user_ticks", "user_ticks||5", "user_ticks|99999999999999999999|5"}), {}},
   };
   for (const Row& row : rows) {
-    const Parsed parsed = Parse(row.Text);
-    EXPECT_EQ(UserTicks(*parsed.Tables), row.Want) << row.Text;
-    EXPECT_EQ(parsed.Stopped, std::nullopt);
+    const Parsed parsed = Parse(row.text);
+    EXPECT_EQ(UserTicks(*parsed.tables), row.want) << row.text;
+    EXPECT_EQ(parsed.stopped, std::nullopt);
   }
 }
 
 TEST(HeaderRecords, NameTheProgram) {
   struct Row {
-    std::string Text;
-    std::string_view WantCommand;
-    std::string_view WantName;
+    std::string text;
+    std::string_view want_command;
+    std::string_view want_name;
   };
   const std::vector<Row> rows = {
       {Records({"program|ORDER.ENTRY"}), "ORDER.ENTRY", "ORDER.ENTRY"},
@@ -173,9 +173,9 @@ TEST(HeaderRecords, NameTheProgram) {
       {Records({"ticks|5"}), "", "(unknown)"},
   };
   for (const Row& row : rows) {
-    const Parsed parsed = Parse(row.Text);
-    EXPECT_EQ(parsed.Tables->ProgramCommand, row.WantCommand) << row.Text;
-    EXPECT_EQ(parsed.Tables->ProgramName, row.WantName) << row.Text;
+    const Parsed parsed = Parse(row.text);
+    EXPECT_EQ(parsed.tables->ProgramCommand, row.want_command) << row.text;
+    EXPECT_EQ(parsed.tables->ProgramName, row.want_name) << row.text;
   }
 }
 

@@ -24,13 +24,13 @@ std::string Marks(std::string_view text) {
 }
 
 struct Row {
-  std::string Record;
-  std::string Want;
+  std::string record;
+  std::string want;
 };
 
 void ExpectEntries(const std::vector<Row>& rows) {
   for (const Row& row : rows) {
-    EXPECT_EQ(PerformEntry(Marks(row.Record)), Marks(row.Want)) << row.Record;
+    EXPECT_EQ(PerformEntry(Marks(row.record)), Marks(row.want)) << row.record;
   }
 }
 

@@ -19,8 +19,8 @@ using testing::Tabs;
 
 TEST(RecordParser, ReadsLinesThatBeginWithThePrefix) {
   struct Row {
-    std::string_view Text;
-    std::string_view Want;  ///< the total of ticks
+    std::string_view text;
+    std::string_view want;  ///< the total of ticks
   };
   const std::vector<Row> rows = {
       {"PROFILE:ticks|5", "5"},
@@ -57,18 +57,18 @@ TEST(RecordParser, ReadsLinesThatBeginWithThePrefix) {
       {"\xef\xbb\xbfPROFILE:ticks|5", ""},
   };
   for (const Row& row : rows) {
-    const Parsed parsed = Parse(Tabs(row.Text));
-    EXPECT_EQ(parsed.Tables->TotalTicks.Text(), row.Want) << row.Text;
-    EXPECT_EQ(parsed.Stopped, std::nullopt) << row.Text;
-    EXPECT_EQ(parsed.Terminal, "") << row.Text;
+    const Parsed parsed = Parse(Tabs(row.text));
+    EXPECT_EQ(parsed.tables->TotalTicks.Text(), row.want) << row.text;
+    EXPECT_EQ(parsed.stopped, std::nullopt) << row.text;
+    EXPECT_EQ(parsed.terminal, "") << row.text;
   }
 }
 
 TEST(RecordParser, StopsAtALineOfAnUnknownType) {
   struct Row {
-    std::string_view Text;
-    std::string_view WantLine;
-    std::string_view WantText;
+    std::string_view text;
+    std::string_view want_line;
+    std::string_view want_text;
   };
   const std::vector<Row> rows = {
       {"PROFILE:bogus|1", "1", "bogus|1"},
@@ -92,28 +92,28 @@ TEST(RecordParser, StopsAtALineOfAnUnknownType) {
       {"PROFILE:trace\xfd|A|1|2", "1", "trace\xfd|A|1|2"},
   };
   for (const Row& row : rows) {
-    const Parsed parsed = Parse(Tabs(row.Text));
-    EXPECT_EQ(parsed.Stopped, 2) << row.Text;
-    EXPECT_EQ(parsed.Terminal, "Invalid format in profile file at line " +
-                                   std::string(row.WantLine) + "\n\t" + Tabs(row.WantText) + "\n")
-        << row.Text;
+    const Parsed parsed = Parse(Tabs(row.text));
+    EXPECT_EQ(parsed.stopped, 2) << row.text;
+    EXPECT_EQ(parsed.terminal, "Invalid format in profile file at line " +
+                                   std::string(row.want_line) + "\n\t" + Tabs(row.want_text) + "\n")
+        << row.text;
   }
 }
 
 // Only the type of a record is checked, never its fields.
 TEST(RecordParser, TakesRecordsWithoutFields) {
   for (const RecordType& type : RecordTypes()) {
-    const Parsed parsed = Parse("PROFILE:" + std::string(type.Name) + "\n");
-    EXPECT_EQ(parsed.Stopped, std::nullopt) << type.Name;
-    EXPECT_EQ(parsed.Terminal, "") << type.Name;
+    const Parsed parsed = Parse("PROFILE:" + std::string(type.name) + "\n");
+    EXPECT_EQ(parsed.stopped, std::nullopt) << type.name;
+    EXPECT_EQ(parsed.terminal, "") << type.name;
   }
 }
 
 TEST(RecordParser, ReadsLinesOfAnyLength) {
   const std::string name(1000000, 'n');
   const Parsed parsed = Parse("PROFILE:trace\t" + name + "\t1\t2\nPROFILE:ticks\t5\n");
-  EXPECT_TRUE(testing::RowText(parsed.Tables->Details, 0) == name + "|1|2");
-  EXPECT_EQ(parsed.Tables->TotalTicks.Text(), "5");
+  EXPECT_TRUE(testing::RowText(parsed.tables->Details, 0) == name + "|1|2");
+  EXPECT_EQ(parsed.tables->TotalTicks.Text(), "5");
 }
 
 TEST(RecordParser, CountsLinesOfLongProfiles) {
@@ -121,7 +121,7 @@ TEST(RecordParser, CountsLinesOfLongProfiles) {
   for (int line = 1; line <= 99999; ++line) {
     text += line % 3 == 0 ? "not for us\n" : "PROFILE:trace\tA\t1\t2\n";
   }
-  EXPECT_EQ(Parse(text + "PROFILE:x").Terminal,
+  EXPECT_EQ(Parse(text + "PROFILE:x").terminal,
             "Invalid format in profile file at line 100000\n\tx\n");
 }
 

@@ -22,13 +22,13 @@ std::string Details(std::string_view text, bool per_program, bool increasing) {
   if (increasing) {
     options.TickOrder = SortOrder::kAscending;
   }
-  return RowTexts(Parse(text, options).Tables->Details);
+  return RowTexts(Parse(text, options).tables->Details);
 }
 
 TEST(TraceRecords, MakeAnEntryEach) {
   struct Row {
-    std::string_view Record;
-    std::string_view Want;
+    std::string_view record;
+    std::string_view want;
   };
   const std::vector<Row> rows = {
       {"trace|A|10|3", "A|10|3"},
@@ -53,16 +53,16 @@ TEST(TraceRecords, MakeAnEntryEach) {
   };
   for (const Row& row : rows) {
     for (const bool per_program : {false, true}) {
-      EXPECT_EQ(Details(Records({row.Record}), per_program, false), row.Want) << row.Record;
+      EXPECT_EQ(Details(Records({row.record}), per_program, false), row.want) << row.record;
     }
   }
 }
 
 TEST(TraceRecords, AreKeptInTickOrder) {
   struct Row {
-    std::string Text;
-    std::string_view WantDecreasing;
-    std::string_view WantIncreasing;
+    std::string text;
+    std::string_view want_decreasing;
+    std::string_view want_increasing;
   };
   const std::vector<Row> rows = {
       {"", "", ""},
@@ -80,16 +80,16 @@ TEST(TraceRecords, AreKeptInTickOrder) {
        "A|3|abc A|2|0 A|1| A|4|-1", "A|4|-1 A|3|abc A|2|0 A|1|"},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(Details(row.Text, false, false), row.WantDecreasing) << row.Text;
-    EXPECT_EQ(Details(row.Text, false, true), row.WantIncreasing) << row.Text;
+    EXPECT_EQ(Details(row.text, false, false), row.want_decreasing) << row.text;
+    EXPECT_EQ(Details(row.text, false, true), row.want_increasing) << row.text;
   }
 }
 
 TEST(TraceRecords, HaveARowPerProgramWhenAskedFor) {
   struct Row {
-    std::string Text;
-    std::string_view WantDecreasing;
-    std::string_view WantIncreasing;
+    std::string text;
+    std::string_view want_decreasing;
+    std::string_view want_increasing;
   };
   const std::vector<Row> rows = {
       {"", "", ""},
@@ -101,8 +101,8 @@ TEST(TraceRecords, HaveARowPerProgramWhenAskedFor) {
        "A|1|5 / A |1|5 / a|1|5"},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(Details(row.Text, true, false), row.WantDecreasing) << row.Text;
-    EXPECT_EQ(Details(row.Text, true, true), row.WantIncreasing) << row.Text;
+    EXPECT_EQ(Details(row.text, true, false), row.want_decreasing) << row.text;
+    EXPECT_EQ(Details(row.text, true, true), row.want_increasing) << row.text;
   }
 }
 
@@ -122,9 +122,9 @@ TEST(TraceRecords, MayBeOfAnyNumberOfPrograms) {
 
 TEST(TraceRecords, LeaveAllElseAlone) {
   const testing::Parsed parsed = Parse(Records({"trace|A|1|5", "trace|A|2|6"}));
-  EXPECT_TRUE(parsed.Tables->TotalTicks.Empty());
-  EXPECT_EQ(parsed.Tables->ProgramName, "(unknown)");
-  EXPECT_EQ(parsed.Tables->InputCount.Text(), "0");
+  EXPECT_TRUE(parsed.tables->TotalTicks.Empty());
+  EXPECT_EQ(parsed.tables->ProgramName, "(unknown)");
+  EXPECT_EQ(parsed.tables->InputCount.Text(), "0");
 }
 
 }  // namespace

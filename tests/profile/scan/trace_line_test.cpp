@@ -27,14 +27,14 @@ std::string Take(std::string_view line, std::string_view behind) {
   text.resize(size + kBlockPadding);
   text.shrink_to_fit();
   const TraceLine trace = ScanTraceLine(text.data());
-  if (trace.Next == nullptr) {
+  if (trace.next == nullptr) {
     return "left";
   }
-  if (trace.Next != text.data() + size) {
+  if (trace.next != text.data() + size) {
     return "wrong end";
   }
-  return std::string(trace.Program) + "|" + std::to_string(trace.Line) + "|" +
-         std::to_string(trace.Ticks);
+  return std::string(trace.program) + "|" + std::to_string(trace.line) + "|" +
+         std::to_string(trace.ticks);
 }
 
 const std::vector<std::string_view>& Behinds() {

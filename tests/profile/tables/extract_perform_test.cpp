@@ -10,9 +10,9 @@ namespace {
 
 TEST(ExtractPerform, GivesTheValueOrNothing) {
   struct Case {
-    std::string_view Entry;
-    PerformValue Position;
-    std::string_view Want;
+    std::string_view entry;
+    PerformValue position;
+    std::string_view want;
   };
   const std::string_view full =
       "1\xfd"
@@ -65,8 +65,8 @@ TEST(ExtractPerform, GivesTheValueOrNothing) {
        "b"},
   };
   for (const Case& c : cases) {
-    EXPECT_EQ(ExtractPerform(c.Entry, c.Position), c.Want)
-        << c.Entry << " " << static_cast<int>(c.Position);
+    EXPECT_EQ(ExtractPerform(c.entry, c.position), c.want)
+        << c.entry << " " << static_cast<int>(c.position);
   }
 }
 

@@ -56,19 +56,19 @@ TEST(RecordTypes, AreTheseAndNoOthers) {
   EXPECT_EQ(Types().size(), 33U);
   EXPECT_EQ(RecordTypes().size(), Types().size());
   for (const RecordType& want : Types()) {
-    const RecordType* type = FindRecordType(want.Name);
-    ASSERT_NE(type, nullptr) << want.Name;
-    EXPECT_EQ(type->Name, want.Name);
-    EXPECT_EQ(type->Kind, want.Kind) << want.Name;
-    EXPECT_TRUE(type->Header == want.Header) << want.Name;
+    const RecordType* type = FindRecordType(want.name);
+    ASSERT_NE(type, nullptr) << want.name;
+    EXPECT_EQ(type->name, want.name);
+    EXPECT_EQ(type->kind, want.kind) << want.name;
+    EXPECT_TRUE(type->header == want.header) << want.name;
   }
 }
 
 TEST(RecordTypes, AreFoundInAnyCase) {
   for (const RecordType& type : RecordTypes()) {
-    std::string capitalised(type.Name);
+    std::string capitalised(type.name);
     capitalised.front() = UpperCase(capitalised.substr(0, 1)).front();
-    for (const std::string& name : {UpperCase(type.Name), capitalised}) {
+    for (const std::string& name : {UpperCase(type.name), capitalised}) {
       EXPECT_EQ(FindRecordType(name), &type) << name;
     }
   }
@@ -76,7 +76,7 @@ TEST(RecordTypes, AreFoundInAnyCase) {
 
 TEST(RecordTypes, AreComparedWhole) {
   for (const RecordType& type : RecordTypes()) {
-    const std::string name(type.Name);
+    const std::string name(type.name);
     for (const std::string& other :
          {name + " ", " " + name, name + "x", name + '\0', name + ":", name + "\r"}) {
       EXPECT_EQ(FindRecordType(other), nullptr) << other;

@@ -22,14 +22,14 @@ TEST(NameTable, NumbersNamesInOrderOfFirstAppearance) {
   NameTable table;
   EXPECT_EQ(table.size(), 0U);
   struct Row {
-    std::string_view Name;
-    NameTable::Id Want;
+    std::string_view name;
+    NameTable::Id want;
   };
   const std::vector<Row> rows = {
       {"b", 0}, {"a", 1}, {"b", 0}, {"B", 2}, {"", 3}, {"a ", 4}, {" a", 5}, {"a", 1}, {"", 3},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(table.Intern(row.Name), row.Want) << row.Name;
+    EXPECT_EQ(table.Intern(row.name), row.want) << row.name;
   }
   EXPECT_EQ(Names(table), (std::vector<std::string>{"b", "a", "B", "", "a ", " a"}));
 }

@@ -13,8 +13,8 @@ namespace ptick {
 namespace {
 
 std::string EntryText(const TickEntry& entry) {
-  return std::to_string(entry.Program) + "|" + std::to_string(entry.Line) + "|" +
-         std::to_string(entry.Ticks);
+  return std::to_string(entry.program) + "|" + std::to_string(entry.line) + "|" +
+         std::to_string(entry.ticks);
 }
 
 std::vector<std::string> Entries(const TickBuckets& buckets, std::uint32_t ticks) {

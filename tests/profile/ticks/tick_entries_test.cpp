@@ -22,7 +22,7 @@ constexpr SortOrder kDescending = SortOrder::kDescending;
 std::vector<TickEntry> Ordered(std::vector<TickEntry> entries, SortOrder order) {
   std::ranges::reverse(entries);
   std::ranges::stable_sort(entries, [order](const TickEntry& a, const TickEntry& b) {
-    return order == kAscending ? a.Ticks < b.Ticks : a.Ticks > b.Ticks;
+    return order == kAscending ? a.ticks < b.ticks : a.ticks > b.ticks;
   });
   return entries;
 }
@@ -42,10 +42,10 @@ std::string Difference(const TickEntryBlock& got, const std::vector<TickEntry>& 
   }
   for (std::size_t i = 0; i < want.size(); ++i) {
     const TickEntry& entry = got.Entries()[i];
-    if (entry.Program != want[i].Program || entry.Line != want[i].Line ||
-        entry.Ticks != want[i].Ticks) {
-      return "entry " + std::to_string(i) + ": line " + std::to_string(entry.Line) + ", wanted " +
-             std::to_string(want[i].Line);
+    if (entry.program != want[i].program || entry.line != want[i].line ||
+        entry.ticks != want[i].ticks) {
+      return "entry " + std::to_string(i) + ": line " + std::to_string(entry.line) + ", wanted " +
+             std::to_string(want[i].line);
     }
   }
   return "";
@@ -53,8 +53,8 @@ std::string Difference(const TickEntryBlock& got, const std::vector<TickEntry>& 
 
 TEST(TickEntries, PutEqualTicksInReverseOrderOfArrival) {
   struct Row {
-    SortOrder Order;
-    std::vector<std::uint32_t> WantLines;
+    SortOrder order;
+    std::vector<std::uint32_t> want_lines;
   };
   // Lines are numbered in order of arrival.
   const std::vector<TickEntry> entries = {{1, 1, 5}, {0, 2, 5}, {1, 3, 7}, {1, 4, 0}, {0, 5, 5}};
@@ -63,20 +63,20 @@ TEST(TickEntries, PutEqualTicksInReverseOrderOfArrival) {
       {kAscending, {4, 5, 2, 1, 3}},
   };
   for (const Row& row : rows) {
-    const TickEntryBlock ordered = Collect(entries).TakeOrdered(row.Order);
+    const TickEntryBlock ordered = Collect(entries).TakeOrdered(row.order);
     std::vector<std::uint32_t> lines;
     for (const TickEntry& entry : ordered.Entries()) {
-      lines.push_back(entry.Line);
+      lines.push_back(entry.line);
     }
-    EXPECT_EQ(lines, row.WantLines);
+    EXPECT_EQ(lines, row.want_lines);
   }
 }
 
 // Sizes around a chunk, and keys of one digit and of several, at the bounds of the digits.
 TEST(TickEntries, OrderAnyNumberOfEntriesByKeysOfAnyWidth) {
   struct Row {
-    std::size_t Count;
-    std::uint32_t MostTicks;
+    std::size_t count;
+    std::uint32_t most_ticks;
   };
   const std::vector<Row> rows = {
       {1, 0},
@@ -96,14 +96,14 @@ TEST(TickEntries, OrderAnyNumberOfEntriesByKeysOfAnyWidth) {
   std::mt19937 random(1);  // the same numbers every time
   for (const Row& row : rows) {
     std::vector<TickEntry> entries;
-    for (std::size_t i = 0; i < row.Count; ++i) {
-      const auto ticks = static_cast<std::uint32_t>(random() % (std::uint64_t{row.MostTicks} + 1));
+    for (std::size_t i = 0; i < row.count; ++i) {
+      const auto ticks = static_cast<std::uint32_t>(random() % (std::uint64_t{row.most_ticks} + 1));
       entries.push_back({0, static_cast<std::uint32_t>(i), ticks});
     }
-    entries.back().Ticks = row.MostTicks;
+    entries.back().ticks = row.most_ticks;
     for (const SortOrder order : {kAscending, kDescending}) {
       EXPECT_EQ(Difference(Collect(entries).TakeOrdered(order), Ordered(entries, order)), "")
-          << row.Count << " entries of up to " << row.MostTicks << " ticks";
+          << row.count << " entries of up to " << row.most_ticks << " ticks";
     }
   }
 }
@@ -117,7 +117,7 @@ TEST(TickEntries, LeaveNothingBehind) {
   entries.Add({0, 2, 6});
   const TickEntryBlock ordered = entries.TakeOrdered(kDescending);
   ASSERT_EQ(ordered.Entries().size(), 1U);
-  EXPECT_EQ(ordered.Entries().front().Line, 2U);
+  EXPECT_EQ(ordered.Entries().front().line, 2U);
 }
 
 TEST(TickEntries, TellExactTextsFromNumbers) {

@@ -32,19 +32,19 @@ TickTable MakeTable(const std::vector<Entry>& entries) {
 
 /// What entries are in both orders.
 struct Ordered {
-  std::vector<Entry> Entries;
-  std::string_view WantDescending;
-  std::string_view WantAscending;
+  std::vector<Entry> entries;
+  std::string_view want_descending;
+  std::string_view want_ascending;
 };
 
 void ExpectOrders(const std::vector<Ordered>& rows, bool per_program) {
   for (const Ordered& row : rows) {
-    TickTable descending = MakeTable(row.Entries);
+    TickTable descending = MakeTable(row.entries);
     descending.Order(kDescending, per_program);
-    EXPECT_EQ(RowTexts(descending), row.WantDescending);
-    TickTable ascending = MakeTable(row.Entries);
+    EXPECT_EQ(RowTexts(descending), row.want_descending);
+    TickTable ascending = MakeTable(row.entries);
     ascending.Order(kAscending, per_program);
-    EXPECT_EQ(RowTexts(ascending), row.WantAscending);
+    EXPECT_EQ(RowTexts(ascending), row.want_ascending);
   }
 }
 
@@ -162,7 +162,7 @@ TEST(TickTable, HasRoomForAnyNumberOfPrograms) {
   table.Order(kDescending, true);
   EXPECT_EQ(table.RowCount(), table.Programs().size());
   for (std::size_t row = 0; row < table.RowCount(); ++row) {
-    table.ForEach(row, [row](const TickEntry& entry) { EXPECT_EQ(entry.Program, row); });
+    table.ForEach(row, [row](const TickEntry& entry) { EXPECT_EQ(entry.program, row); });
   }
 }
 

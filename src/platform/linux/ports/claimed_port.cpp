@@ -32,10 +32,10 @@ constexpr mode_t kOwnerOnly = S_IRUSR | S_IWUSR;
 
 UniqueFd CheckedDirectory() {
   Opened directory = CreateRuntimeDirectory();
-  if (directory.Error != 0) {
-    Fail(directory.Error, "runtime directory");
+  if (directory.error != 0) {
+    Fail(directory.error, "runtime directory");
   }
-  return std::move(directory.Descriptor);
+  return std::move(directory.descriptor);
 }
 
 /// Held while a socket file is judged and replaced, so that of two starters one sees the other's.
@@ -55,7 +55,7 @@ UniqueFd LockDirectory(const UniqueFd& directory) {
 
 /// The file of a dead process does not hold the port; anything else that has the name does.
 void RequireFree(const UniqueFd& directory, const std::string& name) {
-  const int error = ConnectToSocket(directory, name).Error;
+  const int error = ConnectToSocket(directory, name).error;
   switch (error) {
     case ENOENT:
     case ECONNREFUSED:

@@ -75,8 +75,8 @@ std::optional<int> TakeReply(const UniqueFd& socket) {
 
 Opened ConnectToSocket(const UniqueFd& directory, const std::string& name) {
   const Opened file = OpenSocketFile(directory, name);
-  if (file.Error != 0) {
-    return Failed(file.Error);
+  if (file.error != 0) {
+    return Failed(file.error);
   }
   UniqueFd socket(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
   if (!socket.IsOpen()) {
@@ -84,7 +84,7 @@ Opened ConnectToSocket(const UniqueFd& directory, const std::string& name) {
   }
   sockaddr_un address{};
   address.sun_family = AF_UNIX;
-  std::ranges::copy(DescriptorPath(file.Descriptor), std::begin(address.sun_path));
+  std::ranges::copy(DescriptorPath(file.descriptor), std::begin(address.sun_path));
   // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): how the system takes addresses
   if (connect(socket.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
     return Failed(errno);
@@ -100,12 +100,12 @@ Opened ConnectToPort(std::int64_t port) {
     return Failed(EINVAL);
   }
   const Opened directory = OpenRuntimeDirectory();
-  if (directory.Error != 0) {
-    return Failed(directory.Error);
+  if (directory.error != 0) {
+    return Failed(directory.error);
   }
-  Opened connection = ConnectToSocket(directory.Descriptor, SocketName(port));
-  if (connection.Error == ENOTSOCK) {
-    connection.Error = ECONNREFUSED;
+  Opened connection = ConnectToSocket(directory.descriptor, SocketName(port));
+  if (connection.error == ENOTSOCK) {
+    connection.error = ECONNREFUSED;
   }
   return connection;
 }

@@ -53,11 +53,11 @@ int WaitTime(const std::optional<Clock::time_point>& deadline) {
 }  // namespace
 
 int Received::Reply(int result) {
-  if (!Connection.IsOpen()) {
+  if (!connection.IsOpen()) {
     return ENOTCONN;
   }
-  const int error = SendPacket(Connection, ReplyPacket(result));
-  Connection.Close();
+  const int error = SendPacket(connection, ReplyPacket(result));
+  connection.Close();
   return error;
 }
 
@@ -170,7 +170,7 @@ std::optional<Received> PortEndpoint::Read(UniqueFd connection) {
     SendPacket(connection, ReplyPacket(EINVAL));
     return std::nullopt;
   }
-  if (request->What == PortRequest::Kind::kControl) {
+  if (request->what == PortRequest::Kind::kControl) {
     connection.Close();
   }
   return Received{std::move(*request), std::move(connection)};

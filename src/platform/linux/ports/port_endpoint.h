@@ -15,8 +15,8 @@ namespace ptick::ports {
 
 /// A request that has come in.
 struct Received {
-  PortRequest Request;
-  UniqueFd Connection;  ///< open while a monitor request waits for its reply
+  PortRequest request;
+  UniqueFd connection;  ///< open while a monitor request waits for its reply
 
   /// Answers a monitor request with 0 for success or an error number, and ends the connection; a
   /// request that goes unanswered is refused with ECONNRESET. Never blocks. Returns 0, ENOTCONN

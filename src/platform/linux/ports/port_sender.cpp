@@ -24,19 +24,19 @@ using DirectoryStream = std::unique_ptr<DIR, CloseDirectory>;
 
 int SwitchMonitor(std::int64_t port, const std::string& packet, std::chrono::milliseconds limit) {
   const Opened connection = ConnectToPort(port);
-  if (connection.Error != 0) {
-    return connection.Error;
+  if (connection.error != 0) {
+    return connection.error;
   }
-  const int error = SendPacket(connection.Descriptor, packet);
-  return error != 0 ? error : AwaitReply(connection.Descriptor, limit);
+  const int error = SendPacket(connection.descriptor, packet);
+  return error != 0 ? error : AwaitReply(connection.descriptor, limit);
 }
 
 DirectoryStream OpenForListing() {
   const Opened directory = OpenRuntimeDirectory();
-  if (directory.Error != 0) {
+  if (directory.error != 0) {
     return nullptr;
   }
-  const int listing = openat(directory.Descriptor.Get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  const int listing = openat(directory.descriptor.Get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (listing < 0) {
     return nullptr;
   }
@@ -51,7 +51,7 @@ DirectoryStream OpenForListing() {
 
 int SendPortMessage(std::int64_t port, std::string_view text) {
   const Opened connection = ConnectToPort(port);
-  return connection.Error != 0 ? connection.Error : SendPacket(connection.Descriptor, text);
+  return connection.error != 0 ? connection.error : SendPacket(connection.descriptor, text);
 }
 
 int MonitorOn(std::int64_t port, std::string_view file, std::string_view options,

@@ -56,11 +56,11 @@ bool IsMonitorPacket(std::string_view packet) { return packet.starts_with(kMonit
 std::optional<PortRequest> ParseRequest(std::string_view packet) {
   PortRequest request;
   if (!IsMonitorPacket(packet)) {
-    request.Text = packet;
+    request.text = packet;
     return request;
   }
   if (packet == kMonitorOff) {
-    request.What = PortRequest::Kind::kMonitorOff;
+    request.what = PortRequest::Kind::kMonitorOff;
     return request;
   }
   if (!packet.starts_with(kMonitorOn)) {
@@ -71,9 +71,9 @@ std::optional<PortRequest> ParseRequest(std::string_view packet) {
   if (tab == std::string_view::npos) {
     return std::nullopt;
   }
-  request.What = PortRequest::Kind::kMonitorOn;
-  request.File = words.substr(0, tab);
-  request.Options = words.substr(tab + 1);
+  request.what = PortRequest::Kind::kMonitorOn;
+  request.file = words.substr(0, tab);
+  request.options = words.substr(tab + 1);
   return request;
 }
 

@@ -30,10 +30,10 @@ struct PortRequest {
     kMonitorOn,   ///< switch the monitor on with File and Options; wants a reply
     kMonitorOff,  ///< switch the monitor off; wants a reply
   };
-  Kind What = Kind::kControl;
-  std::string Text;
-  std::string File;     ///< may be empty; holds no TAB
-  std::string Options;  ///< may be empty
+  Kind what = Kind::kControl;
+  std::string text;
+  std::string file;     ///< may be empty; holds no TAB
+  std::string options;  ///< may be empty
 };
 
 /// The packet that switches the monitor on; nothing when `file` holds a TAB, which would end it.

@@ -37,12 +37,12 @@ bool IsTrusted(const UniqueFd& directory) {
 
 Opened OpenChecked(const std::string& path) {
   Opened opened;
-  opened.Descriptor = UniqueFd(open(path.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-  if (!opened.Descriptor.IsOpen()) {
-    opened.Error = errno == ENOENT || IsShortage(errno) ? errno : EACCES;
-  } else if (!IsTrusted(opened.Descriptor)) {
-    opened.Descriptor.Close();
-    opened.Error = EACCES;
+  opened.descriptor = UniqueFd(open(path.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+  if (!opened.descriptor.IsOpen()) {
+    opened.error = errno == ENOENT || IsShortage(errno) ? errno : EACCES;
+  } else if (!IsTrusted(opened.descriptor)) {
+    opened.descriptor.Close();
+    opened.error = EACCES;
   }
   return opened;
 }

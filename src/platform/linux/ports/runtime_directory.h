@@ -13,8 +13,8 @@ namespace ptick::ports {
 
 /// A descriptor, or the error number that says why there is none.
 struct Opened {
-  UniqueFd Descriptor;
-  int Error = 0;
+  UniqueFd descriptor;
+  int error = 0;
 };
 
 /// `MAVRO_RUNTIME_DIR`, else `mavro` in `XDG_RUNTIME_DIR`, else /tmp/mavro-UID; a variable that is

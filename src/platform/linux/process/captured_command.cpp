@@ -28,7 +28,8 @@ CapturedCommand::CapturedCommand(const std::vector<std::string>& words,
   output_ = UniqueFd(ends[0]);
   const UniqueFd write_end(ends[1]);
   ::fcntl(output_.Get(), F_SETFL, O_NONBLOCK);
-  process_ = StartChild(words[0], words, {.Output = write_end.Get(), .OwnGroup = true}).value_or(0);
+  process_ =
+      StartChild(words[0], words, {.output = write_end.Get(), .own_group = true}).value_or(0);
   if (!IsRunning()) {
     output_.Close();
   }

@@ -22,7 +22,7 @@ class SpawnPlan {
     Note(::posix_spawn_file_actions_init(&actions_));
     Note(::posix_spawnattr_init(&attributes_));
     PlanStreams(setup);
-    PlanSignals(setup.OwnGroup);
+    PlanSignals(setup.own_group);
   }
   SpawnPlan(const SpawnPlan&) = delete;
   SpawnPlan& operator=(const SpawnPlan&) = delete;
@@ -47,14 +47,14 @@ class SpawnPlan {
 
  private:
   void PlanStreams(const ChildSetup& setup) {
-    if (setup.Input >= 0) {
-      Note(::posix_spawn_file_actions_adddup2(&actions_, setup.Input, STDIN_FILENO));
+    if (setup.input >= 0) {
+      Note(::posix_spawn_file_actions_adddup2(&actions_, setup.input, STDIN_FILENO));
     } else {
       Note(::posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0));
     }
-    if (setup.Output >= 0) {
-      Note(::posix_spawn_file_actions_adddup2(&actions_, setup.Output, STDOUT_FILENO));
-      Note(::posix_spawn_file_actions_adddup2(&actions_, setup.Output, STDERR_FILENO));
+    if (setup.output >= 0) {
+      Note(::posix_spawn_file_actions_adddup2(&actions_, setup.output, STDOUT_FILENO));
+      Note(::posix_spawn_file_actions_adddup2(&actions_, setup.output, STDERR_FILENO));
     }
   }
 

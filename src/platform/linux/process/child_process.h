@@ -10,9 +10,9 @@ namespace ptick {
 
 /// How a child process is connected.
 struct ChildSetup {
-  int Input = -1;         ///< its standard input; /dev/null when there is none
-  int Output = -1;        ///< its standard output and standard error; this process's when none
-  bool OwnGroup = false;  ///< whether it leads a process group of its own
+  int input = -1;          ///< its standard input; /dev/null when there is none
+  int output = -1;         ///< its standard output and standard error; this process's when none
+  bool own_group = false;  ///< whether it leads a process group of its own
 };
 
 /// Starts `program` with `arguments` (the first is the name it is told). A program without '/' is

@@ -25,7 +25,7 @@ class CaptureRun {
   /// Calls `done` for every command.
   void Run(const std::function<void(std::string_view)>& done) {
     for (std::size_t i = 0; i < commands_.size(); ++i) {
-      if (timeouts_in_a_row_ >= limits_.TimeoutsInARow) {
+      if (timeouts_in_a_row_ >= limits_.timeouts_in_a_row) {
         window_.clear();
         done({});
         continue;
@@ -56,9 +56,9 @@ class CaptureRun {
     auto running =
         std::count_if(window_.begin(), window_.end(),
                       [](const CapturedCommand& command) { return command.IsRunning(); });
-    const auto at_once = static_cast<std::ptrdiff_t>(std::max<std::size_t>(limits_.AtOnce, 1));
+    const auto at_once = static_cast<std::ptrdiff_t>(std::max<std::size_t>(limits_.at_once, 1));
     while (running < at_once && window_.size() < kWindow && next_ < commands_.size()) {
-      window_.emplace_back(commands_[next_++], limits_.TimePerCommand);
+      window_.emplace_back(commands_[next_++], limits_.time_per_command);
       running += window_.back().IsRunning() ? 1 : 0;
     }
   }
@@ -100,7 +100,7 @@ class CaptureRun {
 
   void Poll(int signals) const {
     std::vector<pollfd> sources = {{.fd = signals, .events = POLLIN, .revents = 0}};
-    std::chrono::nanoseconds time_left = limits_.TimePerCommand;
+    std::chrono::nanoseconds time_left = limits_.time_per_command;
     for (const CapturedCommand& command : window_) {
       if (command.IsRunning()) {
         sources.push_back({.fd = command.OutputDescriptor(), .events = POLLIN, .revents = 0});

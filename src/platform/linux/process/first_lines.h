@@ -14,9 +14,9 @@ std::size_t CountCores();
 
 /// How far the running of commands may go.
 struct CaptureLimits {
-  std::chrono::nanoseconds TimePerCommand = std::chrono::seconds(5);
-  int TimeoutsInARow = 3;             ///< after these no further command is run
-  std::size_t AtOnce = CountCores();  ///< how many commands run at the same time
+  std::chrono::nanoseconds time_per_command = std::chrono::seconds(5);
+  int timeouts_in_a_row = 3;           ///< after these no further command is run
+  std::size_t at_once = CountCores();  ///< how many commands run at the same time
 };
 
 /// Runs the commands, each started directly, its standard input empty, and calls `done` for each in

@@ -67,8 +67,8 @@ int Await(pid_t shell, SignalHold& hold) {
 }
 
 struct Fed {
-  std::optional<int> Status = std::nullopt;  ///< of the shell, when it ended first
-  int Error = 0;                             ///< of the pipe
+  std::optional<int> status = std::nullopt;  ///< of the shell, when it ended first
+  int error = 0;                             ///< of the pipe
 };
 
 // Hands `input` to the shell until it is used up, the pipe fails (as it does when nobody reads it
@@ -78,7 +78,7 @@ Fed Feed(pid_t shell, int pipe, std::string_view input, SignalHold& hold) {
   ::fcntl(pipe, F_SETFL, O_NONBLOCK);
   while (!input.empty()) {
     if (const std::optional<int> status = PollChild(shell)) {
-      return {.Status = status};
+      return {.status = status};
     }
     std::array<pollfd, 2> sources = {{{.fd = pipe, .events = POLLOUT, .revents = 0},
                                       {.fd = hold.Descriptor(), .events = POLLIN, .revents = 0}}};
@@ -86,7 +86,7 @@ Fed Feed(pid_t shell, int pipe, std::string_view input, SignalHold& hold) {
     LetSignalsIn(hold, shell);
     if (sources[0].revents != 0) {
       if (const int error = WriteSome(pipe, input)) {
-        return {.Error = error};
+        return {.error = error};
       }
     }
   }
@@ -104,16 +104,16 @@ int RunShellLine(const std::string& line, std::string_view input) {
   UniqueFd write_end(ends[1]);
   SignalHold hold;
   const std::optional<pid_t> shell =
-      StartChild("/bin/sh", {"sh", "-c", kDcopyStandIn + line}, {.Input = read_end.Get()});
+      StartChild("/bin/sh", {"sh", "-c", kDcopyStandIn + line}, {.input = read_end.Get()});
   if (!shell) {
     return Fail("run the shell", errno, kNotStarted);
   }
   read_end.Close();
   const Fed fed = Feed(*shell, write_end.Get(), input, hold);
   write_end.Close();
-  const int status = fed.Status ? *fed.Status : Await(*shell, hold);
-  if (fed.Error != 0 && fed.Error != EPIPE) {
-    return Fail("write to the shell", fed.Error, kNotFed);
+  const int status = fed.status ? *fed.status : Await(*shell, hold);
+  if (fed.error != 0 && fed.error != EPIPE) {
+    return Fail("write to the shell", fed.error, kNotFed);
   }
   return status;
 }
