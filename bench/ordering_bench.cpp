@@ -8,10 +8,11 @@
 #include <cstdint>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "generator/random.h"
-#include "profile/ticks/tick_table.h"
+#include "profile/ticks/ordered_ticks.h"
 
 namespace ptick::bench {
 
@@ -42,8 +43,8 @@ void OrderEntries(benchmark::State& state) {
     for (const TickEntry& entry : arrivals) {
       table.Add(entry.program, entry.line, entry.ticks);
     }
-    table.Order(SortOrder::kDescending, programs > 1);
-    benchmark::DoNotOptimize(table);
+    const OrderedTicks ticks(std::move(table), SortOrder::kDescending, programs > 1);
+    benchmark::DoNotOptimize(ticks);
   }
   CountEntries(state, arrivals);
 }

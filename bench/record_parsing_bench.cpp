@@ -11,13 +11,11 @@
 #include <vector>
 
 #include "bench_texts.h"
-#include "output/output.h"
 #include "profile/parse/record_parser.h"
 #include "profile/scan/tab_fields.h"
 #include "profile/scan/trace_line.h"
 #include "profile/ticks/tick_table.h"
 #include "records/line_blocks.h"
-#include "support/memory_platform.h"
 
 namespace ptick::bench {
 
@@ -100,14 +98,10 @@ BENCHMARK(CutTraces)->Name("trace records/strings");
 
 void ParseRecords(benchmark::State& state, Records kind) {
   const BenchText profile(kind);
-  MemoryPlatform platform;
-  RunOptions options;
-  options.KeyScriptFile = "keys";
   for (auto _ : state) {
-    Output output(platform);
     ProfileTables tables;
     RecordBlocks lines(RecordOfText(profile.Text()));
-    ParseProfileLines(lines, options, output, tables);
+    ParseProfileLines(lines, {}, tables);
     benchmark::DoNotOptimize(tables);
   }
   CountLines(state);

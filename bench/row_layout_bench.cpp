@@ -8,11 +8,12 @@
 #include <cstdio>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "bench_texts.h"
 #include "generator/program_names.h"
 #include "generator/random.h"
-#include "profile/ticks/tick_table.h"
+#include "profile/ticks/ordered_ticks.h"
 #include "reports/row_layout.h"
 
 namespace ptick::bench {
@@ -22,7 +23,7 @@ namespace {
 constexpr std::uint32_t kPrograms = 2000;
 constexpr std::int64_t kTotalTicks = 10'000'000;
 
-TickTable RandomTable() {
+OrderedTicks RandomTicks() {
   TickTable table;
   for (const std::string& name : ProgramNames(kPrograms)) {
     table.Programs().Intern(name);
@@ -33,17 +34,16 @@ TickTable RandomTable() {
     const std::uint32_t line = random.Below(5000) + 1;
     table.Add(program, line, random.Zipf());
   }
-  table.Order(SortOrder::kDescending, false);
-  return table;
+  return OrderedTicks(std::move(table), SortOrder::kDescending, false);
 }
 
 void LayOutRows(benchmark::State& state) {
-  const TickTable table = RandomTable();
+  const OrderedTicks ticks = RandomTicks();
   std::array<char, kRowWidth> row{};
   for (auto _ : state) {
-    RowLayout layout(table, kTotalTicks);
+    RowLayout layout(ticks, kTotalTicks);
     layout.StartList();
-    table.ForEach(0, [&](const TickEntry& entry) {
+    ticks.ForEach(0, [&](const TickEntry& entry) {
       layout.LayOut(entry, row.data());
       benchmark::DoNotOptimize(row.data());
       benchmark::ClobberMemory();
@@ -54,13 +54,13 @@ void LayOutRows(benchmark::State& state) {
 BENCHMARK(LayOutRows)->Name("row layout/RowLayout");
 
 void PrintRows(benchmark::State& state) {
-  const TickTable table = RandomTable();
+  const OrderedTicks ticks = RandomTicks();
   std::array<char, 2 * kRowWidth> row{};
   for (auto _ : state) {
     std::optional<NameTable::Id> previous;
-    table.ForEach(0, [&](const TickEntry& entry) {
+    ticks.ForEach(0, [&](const TickEntry& entry) {
       const bool shows_name = previous != entry.program;
-      const std::string name(shows_name ? table.Programs()[entry.program] : std::string_view());
+      const std::string name(shows_name ? ticks.Programs()[entry.program] : std::string_view());
       const std::int64_t share = std::int64_t{entry.ticks} * 10000 / kTotalTicks;
       std::snprintf(row.data(), row.size(), "%-20.20s %-6u %-8u %-6.4g", name.c_str(), entry.line,
                     entry.ticks, static_cast<double>(share) / 100);

@@ -6,13 +6,15 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "fuzz/fuzz_input.h"
 #include "fuzz/require.h"
 #include "model/comparison.h"
+#include "model/model_list.h"
 #include "model/typed_run.h"
+#include "reports/input_lines.h"
 #include "reports/key_script.h"
-#include "reports/keyboard_lines.h"
 #include "support/memory_platform.h"
 #include "value/number_text.h"
 #include "value/text.h"
@@ -66,33 +68,41 @@ std::string InputOf(std::string_view line, bool& ends_with_return) {
 void CheckDelay(std::string_view line) {
   const std::size_t blank = line.find(' ');
   const std::string_view word = line.substr(0, blank);
-  Require(word == "SLEEP" || word == "TYPEDELAY", "delays stand before the input");
+  Require(word == "SLEEP" || word == "TYPEDELAY", "delays come before the input");
   const std::string number(line.substr(blank + 1));
   Require(ptick::ParseNumber(number).has_value(), "a delay is a number");
   Require(word != "SLEEP" || number.front() != '-', "a pause is not negative");
 }
 
-void CheckInput(const std::string& fields, int code, const std::string& text, bool typing_rate) {
-  ptick::ProfileTables tables;
-  tables.Hertz = typing_rate ? "100" : "7";
-  tables.LastClock = 5;
-  AppendKeyboardLines("input\t" + std::to_string(code) + "\t" + fields + "\t" + text, typing_rate,
-                      tables);
-  for (std::size_t i = 0; i < tables.KeyScript.size(); ++i) {
-    const std::string_view line = tables.KeyScript[i];
+struct TypedInput {
+  std::string code;
+  std::string characters;
+  std::string start_clock;
+  std::string end_clock;
+  std::string text;
+};
+
+void CheckInput(const TypedInput& input, int code, bool typing_rate) {
+  ptick::KeyboardInputs inputs;
+  inputs.Add(ptick::ClockSetting::Kind::kHertz, typing_rate ? "100" : "7");
+  inputs.Add(ptick::ClockSetting::Kind::kStartClock, "5");
+  inputs.Add({{input.code, input.characters, input.start_clock, input.end_clock}, input.text});
+  std::string script;
+  ptick::InputLines(typing_rate).AppendAll(inputs, script);
+  const std::vector<std::string> lines = ptick::model::LinesOf(script);
+  for (const std::string& line : lines) {
     Require(std::ranges::all_of(line, [](char c) { return c >= 32 && c <= 126; }),
             "a script is printable ASCII");
-    if (i + 1 < tables.KeyScript.size()) {
+    if (&line != &lines.back()) {
       CheckDelay(line);
     }
   }
   bool ends_with_return = false;
-  const std::string typed =
-      InputOf(tables.KeyScript[tables.KeyScript.size() - 1], ends_with_return);
+  const std::string typed = InputOf(lines.back(), ends_with_return);
   const bool is_return = code == 10 || code == 13;
   Require(ends_with_return == is_return, "Return ends a text, nothing else does");
   const std::string end = code == 0 || is_return ? "" : std::string(1, static_cast<char>(code));
-  RequireEqual(text + end, typed, "what was typed comes back");
+  RequireEqual(input.text + end, typed, "what was typed comes back");
 }
 
 // A word of a command line as the shell reads it.
@@ -124,8 +134,10 @@ void CheckFileName(const std::string& name) {
   ptick::RunOptions options;
   options.KeyScriptFile = name;
   ptick::MemoryPlatform platform;
-  const ptick::model::Ran ran = ptick::model::RunTyped(
-      [&](ptick::Output& output) { WriteKeyScript({}, options, platform, output); });
+  ptick::ProfileTables tables;
+  const ptick::model::Ran ran = ptick::model::RunTyped([&](ptick::Output& output) {
+    ptick::WriteKeyScript({tables, options, platform, output});
+  });
   const std::string& command = platform.shell_runs.at(0).command_line;
   Require(command.starts_with(kStart), "the script is copied");
   RequireEqual(name, ShellRead(std::string_view(command).substr(kStart.size())),
@@ -139,15 +151,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   ptick::fuzz::FuzzInput input(data, size);
   const bool typing_rate = input.TakeFlag();
   const int code = input.TakeByte();
-  const std::string clocks =
-      input.TakeUpTo('\t') + "\t" + input.TakeUpTo('\t') + "\t" + input.TakeUpTo('\t');
+  TypedInput typed{.code = std::to_string(code),
+                   .characters = input.TakeUpTo('\t'),
+                   .start_clock = input.TakeUpTo('\t'),
+                   .end_clock = input.TakeUpTo('\t'),
+                   .text = ""};
   const std::string name = input.TakeUpTo('\0');
-  const std::string text = input.TakeUpTo('\0');
+  typed.text = input.TakeUpTo('\0');
   ptick::RunOptions options;
   options.KeyScriptFile = "keys";
   options.TypeRateOption = typing_rate;
 
-  CheckInput(clocks, code, text, typing_rate);
+  CheckInput(typed, code, typing_rate);
   CheckFileName(name);
   RequireEqual("", ptick::model::KeyScriptDifference(input.TakeRest(), options),
                "the script of a profile is the model's");

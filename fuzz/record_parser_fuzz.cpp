@@ -9,7 +9,7 @@
 #include "fuzz/require.h"
 #include "model/comparison.h"
 #include "profile/ticks/sort_order.h"
-#include "reports/run_options.h"
+#include "ptick/run_options.h"
 
 namespace {
 

@@ -22,20 +22,17 @@ def documented_kinds():
     return dict(re.findall(r"^\| `(\w+)` \|.*\| (\w+) \|$", DOCUMENT, re.MULTILINE))
 
 
-class RecordFormatTest(ProgramTest):
-    def test_all_types_are_documented(self):
-        source = read("src", "profile", "record_types.cpp")
-        known = re.findall(r'RecordType\{"(\w+)"', source)
-        self.assertEqual(33, len(known))
-        self.assertEqual(sorted(known), sorted(documented_kinds()))
+def known_kinds():
+    """The same of the program's table of record types."""
+    source = read("src", "profile", "tables", "record_types.cpp")
+    rows = re.findall(r'RecordType\{"(\w+)", Merge::k(\w+),', source)
+    return {name: kind.lower() for name, kind in rows}
 
-    def test_merge_kinds_are_those_of_the_program(self):
-        source = read("src", "profile", "merge_line.cpp")
-        rules = dict(re.findall(r'MergeRule\{"(\w+)", MergeKind::k(\w+)\}', source))
-        self.assertEqual(14, len(rules))
-        for record_type, kind in documented_kinds().items():
-            with self.subTest(record_type=record_type):
-                self.assertEqual(rules.get(record_type, "Added").lower(), kind)
+
+class RecordFormatTest(ProgramTest):
+    def test_the_document_and_the_program_have_the_same_types_and_merge_kinds(self):
+        self.assertGreater(len(known_kinds()), 30)
+        self.assertEqual(known_kinds(), documented_kinds())
 
     def test_what_is_said_of_odd_input_holds(self):
         rows = "Source name          Line#  Ticks    %      \n"

@@ -3,40 +3,15 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <memory>
+#include <memory_resource>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "platform/record_file.h"
+
 namespace ptick {
-
-/// A record opened for reading, front to back, once.
-class RecordReader {
- public:
-  RecordReader() = default;
-  RecordReader(const RecordReader&) = delete;
-  RecordReader& operator=(const RecordReader&) = delete;
-  virtual ~RecordReader() = default;
-
-  /// Fills `block` from the front and returns the number of bytes, at least 1 before the end and 0
-  /// at the end. Nothing when the record cannot be read on.
-  virtual std::optional<std::size_t> Read(std::span<char> block) = 0;
-};
-
-/// An open platform file: a directory of records.
-class RecordFile {
- public:
-  RecordFile() = default;
-  RecordFile(const RecordFile&) = delete;
-  RecordFile& operator=(const RecordFile&) = delete;
-  virtual ~RecordFile() = default;
-
-  /// Opens a record. Null when there is none of that name: the names "", "." and "..", and names
-  /// that hold '/' or a zero byte, name no record.
-  virtual std::unique_ptr<RecordReader> OpenRecord(std::string_view name) = 0;
-};
 
 /// Where printed bytes go.
 enum class Stream {
@@ -45,17 +20,10 @@ enum class Stream {
 };
 
 /// The services of the system that the program runs on, as one set of operations.
-class Platform {
+class Platform : public RecordFiles {
  public:
-  Platform() = default;
-  Platform(const Platform&) = delete;
-  Platform& operator=(const Platform&) = delete;
-  virtual ~Platform() = default;
-
-  // --- Files ---
-
-  /// Opens the platform file (directory) `name`; null when that fails.
-  virtual std::unique_ptr<RecordFile> OpenFile(std::string_view name) = 0;
+  /// Memory for tables that may get big; lives as long as the platform.
+  virtual std::pmr::memory_resource* TableMemory() { return std::pmr::get_default_resource(); }
 
   // --- System values ---
 

@@ -63,8 +63,7 @@ class CommandLineParser {
 };
 
 RunOptions CommandLineParser::Parse() {
-  options_.PageWidth = platform_.PageWidth();
-  options_.ReportWidth = options_.PageWidth - 1;
+  options_.ReportWidth = platform_.PageWidth() - 1;
   while (arg_no_ < arguments_.size()) {
     const std::string& argument = arguments_[arg_no_++];
     if (!argument.starts_with('-')) {

@@ -5,7 +5,7 @@
 
 #include "output/output.h"
 #include "platform/platform.h"
-#include "reports/run_options.h"
+#include "ptick/run_options.h"
 
 namespace ptick {
 

@@ -8,9 +8,9 @@
 #include "output/stop.h"
 #include "portctl/control_message.h"
 #include "portctl/monitor_switch.h"
-#include "profile/profile_loader.h"
 #include "ptick/command_line.h"
-#include "ptick/report_choice.h"
+#include "ptick/profile_list.h"
+#include "ptick/report_table.h"
 
 namespace ptick {
 
@@ -28,7 +28,7 @@ int RunSteps(Platform& platform, Output& output) {
   }
   ProfileTables tables;
   LoadProfileList(options, platform, output, tables);
-  PrintChosenReport(tables, options, platform, output);
+  PrintChosenReport(options, {tables, options, platform, output});
   return 0;
 }
 

@@ -11,7 +11,7 @@ namespace ptick {
 
 namespace {
 
-// Behind what has been read there is room for the end of an unended last line, and the padding.
+// After what has been read there is room for the end of an unended last line, and the padding.
 constexpr std::size_t kReserve = kBlockPadding + 1;
 
 // Field marks are rare: one search of the whole range, then a step per mark.
@@ -54,8 +54,8 @@ std::string_view RecordBlocks::Next() {
   return block;
 }
 
-// Reads behind the unfinished line, which is moved to the front of the buffer first; false at the
-// end.
+// Moves the unfinished line to the front of the buffer and reads more after it; false at the end or
+// on a failure.
 bool RecordBlocks::ReadMore() {
   if (begin_ > 0) {
     end_ -= begin_;
@@ -75,7 +75,7 @@ bool RecordBlocks::ReadMore() {
   char* fresh = buffer_.data() + end_;
   TurnFieldMarksIntoLineEnds(fresh, fresh + *size);
   end_ += *size;
-  // Scanners load bytes behind the end; those are the same in every run.
+  // Scanners load bytes past the end: clear them, so that no run depends on stale ones.
   std::memset(fresh + *size, 0, kReserve);
   return true;
 }

@@ -4,12 +4,12 @@
 #include <memory>
 #include <string_view>
 
-#include "platform/platform.h"
+#include "platform/record_file.h"
 #include "value/byte_buffer.h"
 
 namespace ptick {
 
-/// How many readable bytes stand behind every block, so that scanners may load whole words.
+/// How many bytes after the end of a block may be read, so that scanners can load whole words.
 inline constexpr std::size_t kBlockPadding = 64;
 
 /// Profile text as a sequence of blocks of whole lines.
@@ -37,6 +37,12 @@ class RecordBlocks final : public LineBlocks {
 
   /// Whether reading failed before the end; Next has returned an empty block then.
   bool Failed() const { return failed_; }
+
+  /// The system's error number, when reading has failed.
+  int Error() const { return record_->Error(); }
+
+  /// Whether the record gives the same lines when it is opened again.
+  bool CanBeReadAgain() const { return record_->CanBeReadAgain(); }
 
  private:
   bool ReadMore();

@@ -1,32 +1,29 @@
 #include "records/open_record.h"
 
-#include "output/stop.h"
+#include <string>
+
 #include "records/record_place.h"
 
 namespace ptick {
 
-std::unique_ptr<RecordReader> OpenNamedRecord(std::string_view name, Platform& platform,
-                                              Output& output) {
-  const RecordPlace place = SplitProfileName(name);
-  const std::unique_ptr<RecordFile> file = platform.OpenFile(place.directory);
+std::unique_ptr<RecordReader> OpenNamedRecord(std::string_view name, RecordFiles& files,
+                                              ReadProblem& problem) {
+  problem = UnreadableRecord(name, 0);
+  const std::unique_ptr<RecordFile> file = files.OpenFile(problem.place.directory, &problem.error);
   if (!file) {
-    output.PrintMessage(201, place.directory);
+    problem.kind = ReadProblem::Kind::kCannotOpenFile;
     return nullptr;
   }
-  std::unique_ptr<RecordReader> record = file->OpenRecord(place.record);
-  if (!record) {
-    output.PrintMessage(202, place.record);
-  }
-  return record;
+  return file->OpenRecord(problem.place.record, &problem.error);
 }
 
-void ReportUnreadable(std::string_view name, Output& output) {
-  output.PrintMessage(202, SplitProfileName(name).record);
-}
-
-void StopUnreadable(std::string_view name, Output& output) {
-  ReportUnreadable(name, output);
-  throw Stop{1};
+ReadProblem UnreadableRecord(std::string_view name, int error) {
+  ReadProblem problem;
+  problem.kind = ReadProblem::Kind::kCannotReadRecord;
+  problem.name = name;
+  problem.place = SplitProfileName(name);
+  problem.error = error;
+  return problem;
 }
 
 }  // namespace ptick

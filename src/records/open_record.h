@@ -3,20 +3,16 @@
 #include <memory>
 #include <string_view>
 
-#include "output/output.h"
-#include "platform/platform.h"
+#include "platform/record_file.h"
+#include "records/read_problem.h"
 
 namespace ptick {
 
-/// Opens the record that a file name names. When that fails prints message 201 with the directory
-/// or 202 with the record name, and returns null.
-std::unique_ptr<RecordReader> OpenNamedRecord(std::string_view name, Platform& platform,
-                                              Output& output);
+/// Opens the record that a file name names. Null when that fails; `problem` says why then.
+std::unique_ptr<RecordReader> OpenNamedRecord(std::string_view name, RecordFiles& files,
+                                              ReadProblem& problem);
 
-/// Prints message 202 for a record whose reading failed.
-void ReportUnreadable(std::string_view name, Output& output);
-
-/// The same, and throws Stop with status 1.
-[[noreturn]] void StopUnreadable(std::string_view name, Output& output);
+/// The problem of a record whose reading failed with the system's error number `error`.
+ReadProblem UnreadableRecord(std::string_view name, int error);
 
 }  // namespace ptick

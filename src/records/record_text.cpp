@@ -29,9 +29,9 @@ std::optional<std::string_view> RecordText::ReadField(std::size_t n) const {
   return std::string_view(text_).substr(begin, ends_[n - 1] - begin);
 }
 
-std::optional<RecordText> ReadRecordText(RecordFile& file, std::string_view name) {
+std::optional<RecordText> ReadRecordText(RecordFile& file, std::string_view name, int* error) {
   constexpr std::size_t kFirstRoom = std::size_t{16} * 1024;
-  const std::unique_ptr<RecordReader> record = file.OpenRecord(name);
+  const std::unique_ptr<RecordReader> record = file.OpenRecord(name, error);
   if (!record) {
     return std::nullopt;
   }
@@ -43,6 +43,9 @@ std::optional<RecordText> ReadRecordText(RecordFile& file, std::string_view name
     }
     const std::optional<std::size_t> size = record->Read(std::span(text).subspan(used));
     if (!size) {
+      if (error != nullptr) {
+        *error = record->Error();
+      }
       return std::nullopt;
     }
     if (*size == 0) {

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/platform.h"
+#include "platform/record_file.h"
 
 namespace ptick {
 
@@ -26,7 +26,9 @@ class RecordText {
   std::vector<std::size_t> ends_;  ///< of the fields
 };
 
-/// Reads a record whole; nothing when it cannot be opened or read to its end.
-std::optional<RecordText> ReadRecordText(RecordFile& file, std::string_view name);
+/// Reads a record whole. std::nullopt when it cannot be opened or read to its end, with the
+/// system's error number in `error` where that is asked for.
+std::optional<RecordText> ReadRecordText(RecordFile& file, std::string_view name,
+                                         int* error = nullptr);
 
 }  // namespace ptick

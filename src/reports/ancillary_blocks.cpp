@@ -6,9 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "figures/resource_figures.h"
 #include "value/arithmetic.h"
-#include "value/dynamic_array.h"
-#include "value/list_operations.h"
 #include "value/mask.h"
 #include "value/text.h"
 
@@ -16,9 +15,7 @@ namespace ptick {
 
 namespace {
 
-// The resident set sizes come first; they are counted in pages.
-constexpr std::size_t kPageFigures = 2;
-constexpr std::array<std::string_view, 12> kResourceLabels{
+constexpr std::array<std::string_view, kResourceFigures> kResourceLabels{
     "Maximum resident set size          : ",  //
     "Integral resident set size         : ",  //
     "Page faults with no I/O            : ",  //
@@ -58,8 +55,9 @@ void PrintResources(const ProfileTables& tables, Output& output) {
     return;
   }
   Block block("Resource info : ", output);
-  for (std::size_t n = 0; n < kResourceLabels.size(); ++n) {
-    std::string figure = Field(tables.Resource, '\t', static_cast<std::int64_t>(n + 1)).text;
+  const auto figures = ResourceFigures(tables.Resource);
+  for (std::size_t n = 0; n < figures.size(); ++n) {
+    std::string figure(figures[n]);
     if (n < kPageFigures && tables.PageSize.IsTrue()) {
       figure += "  (" + Fmt(Multiply(figure, tables.PageSize), "ML,") + " bytes)";
     }
@@ -74,7 +72,7 @@ void PrintFileStatements(const ProfileTables& tables, Output& output) {
   block.PrintLine("DELETE    statement count          : ", tables.DeleteCount.Text());
   block.PrintLine("CLEARFILE statement count          : ", tables.ClearFileCount.Text());
   block.PrintLine("OPEN      statement count          : ", tables.OpenCount.Text());
-  block.PrintLine("PERFORM   statement count          : ", std::to_string(tables.Performs.size()));
+  block.PrintLine("PERFORM   statement count          : ", std::to_string(tables.Performs.Count()));
 }
 
 }  // namespace ptick

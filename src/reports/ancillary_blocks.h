@@ -5,8 +5,8 @@
 
 namespace ptick {
 
-/// The two blocks that end the ancillary report. The first line of a block carries its label, the
-/// others as many blanks.
+/// The two blocks that end the ancillary report. The first line of a block has its label, the
+/// others are indented by as much.
 
 /// The resource usage of the profiled process, twelve lines; nothing when none was recorded. A
 /// figure that was not recorded is empty. With a page size the resident set sizes are shown in

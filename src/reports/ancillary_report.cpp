@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "figures/clock_time.h"
 #include "reports/ancillary_blocks.h"
 #include "value/arithmetic.h"
 #include "value/conversion.h"
@@ -50,8 +51,8 @@ void PrintTimes(const ProfileTables& tables, Platform& platform, Output& output)
 
 void PrintCpuAndTicks(const ProfileTables& tables, Output& output) {
   if (!tables.UsrCpu.Empty() && !tables.SysCpu.Empty() && !tables.Hertz.Empty()) {
-    output.PrintLine("CPU usage     : User " + Fmt(Divide(tables.UsrCpu, tables.Hertz), "L2") +
-                     " , System " + Fmt(Divide(tables.SysCpu, tables.Hertz), "L2"));
+    output.PrintLine("CPU usage     : User " + Fmt(Seconds(tables.UsrCpu, tables.Hertz), "L2") +
+                     " , System " + Fmt(Seconds(tables.SysCpu, tables.Hertz), "L2"));
   }
   if (!tables.TotalTicks.Empty()) {
     output.PrintLine("Profile ticks : " + Fmt(tables.TotalTicks, "ML,"));
@@ -104,16 +105,18 @@ void PrintKeyboard(const ProfileTables& tables, Output& output) {
   if (CompareWithZero(characters) <= 0) {
     return;
   }
-  const Value seconds = Divide(tables.TypeRate->ticks, tables.Hertz);
+  const Value seconds = Seconds(tables.TypeRate->ticks, tables.Hertz);
   output.PrintLine("Keyboard speed: " + characters.Text() + " characters in " + seconds.Text() +
                    " secs , " + Divide(seconds, characters).Text() + " secs per keystroke");
 }
 
 }  // namespace
 
-void ReportAncillary(const ProfileTables& tables, Platform& platform, Output& output) {
+void ReportAncillary(const ReportJob& job) {
+  const ProfileTables& tables = job.tables;
+  Output& output = job.output;
   PrintProcess(tables, output);
-  PrintTimes(tables, platform, output);
+  PrintTimes(tables, job.platform, output);
   PrintCpuAndTicks(tables, output);
   PrintEvents("Index count   : ", tables.IndexCount, tables.TicksIndex, tables.TotalTicks, output);
   PrintEvents("Trigger count : ", tables.TriggerCount, tables.TicksTrigger, tables.TotalTicks,

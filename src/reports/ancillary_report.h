@@ -1,8 +1,6 @@
 #pragma once
 
-#include "output/output.h"
-#include "platform/platform.h"
-#include "profile/tables/profile_tables.h"
+#include "reports/report_job.h"
 
 namespace ptick {
 
@@ -10,6 +8,6 @@ namespace ptick {
 /// process besides its ticks per line. Plain lines without a page heading. What was not recorded is
 /// left out, except for the index and trigger activity, the INPUT count and the file statements.
 /// Never fails; times are shown in the local time zone of `platform`.
-void ReportAncillary(const ProfileTables& tables, Platform& platform, Output& output);
+void ReportAncillary(const ReportJob& job);
 
 }  // namespace ptick

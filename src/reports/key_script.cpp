@@ -5,7 +5,9 @@
 #include <string>
 #include <string_view>
 
+#include "figures/clock_time.h"
 #include "output/stop.h"
+#include "reports/input_lines.h"
 #include "value/arithmetic.h"
 #include "value/conversion.h"
 #include "value/dynamic_array.h"
@@ -15,28 +17,28 @@ namespace ptick {
 
 namespace {
 
-// Stacked text: every field of it is a line that the next command reads.
-void Stack(std::string_view text, std::string& lines) {
+// Adds text to the script; each field of it becomes a line.
+void AppendLines(std::string_view text, std::string& lines) {
   const std::size_t start = lines.size();
   lines += text;
   std::replace(lines.begin() + static_cast<std::ptrdiff_t>(start), lines.end(), kFieldMark, '\n');
   lines += '\n';
 }
 
-void StackBanner(Platform& platform, std::string& lines) {
+void AppendBanner(Platform& platform, std::string& lines) {
   const ZoneOffset zone = [&platform](std::int64_t time) { return platform.ZoneOffset(time); };
-  Stack("*", lines);
-  Stack("* This script created at " + TimeDate(platform.Now(), zone) + " , port " +
-            platform.OwnPort() + " , account " + platform.AccountName(),
-        lines);
-  Stack("*", lines);
+  AppendLines("*", lines);
+  AppendLines("* This script created at " + TimeDate(platform.Now(), zone) + " , port " +
+                  platform.OwnPort() + " , account " + platform.AccountName(),
+              lines);
+  AppendLines("*", lines);
 }
 
 // The replayed program runs with "-J" where it was profiled with "-JP".
-void StackProgram(std::string_view command, std::string& lines) {
-  Stack("PROGRAM " + Quote(Change(command, " -JP", " -J"), '"') + R"( STDOUT "-" STDERR "-")",
-        lines);
-  Stack("PipeNumber = $PIPE", lines);
+void AppendProgram(std::string_view command, std::string& lines) {
+  AppendLines("PROGRAM " + Quote(Change(command, " -JP", " -J"), '"') + R"( STDOUT "-" STDERR "-")",
+              lines);
+  AppendLines("PipeNumber = $PIPE", lines);
 }
 
 // Seconds per keystroke over the whole run. No characters count as one, so that the time spent
@@ -46,25 +48,24 @@ std::string TypeDelay(const TypingRate& rate, const Value& hertz) {
   if (characters == 0) {
     characters = 1;
   }
-  return Divide(Divide(rate.ticks, characters), hertz).Text();
+  return Seconds(Divide(rate.ticks, characters), hertz).Text();
 }
 
-std::string ScriptLines(const ProfileTables& tables, const RunOptions& options,
-                        Platform& platform) {
+std::string ScriptLines(const ReportJob& job) {
+  const ProfileTables& tables = job.tables;
+  const bool typing_rate = job.options.TypeRateOption;
   std::string lines;
-  StackBanner(platform, lines);
+  AppendBanner(job.platform, lines);
   const bool has_program = !tables.ProgramCommand.empty();
   if (has_program) {
-    StackProgram(tables.ProgramCommand, lines);
+    AppendProgram(tables.ProgramCommand, lines);
   }
-  if (!options.TypeRateOption && !tables.Hertz.Empty() && tables.TypeRate) {
-    Stack("TYPEDELAY " + TypeDelay(*tables.TypeRate, tables.Hertz), lines);
+  if (!typing_rate && !tables.Hertz.Empty() && tables.TypeRate) {
+    AppendLines("TYPEDELAY " + TypeDelay(*tables.TypeRate, tables.Hertz), lines);
   }
-  for (std::size_t n = 0; n < tables.KeyScript.size(); ++n) {
-    Stack(tables.KeyScript[n], lines);
-  }
+  InputLines(typing_rate).AppendAll(tables.Inputs, lines);
   if (has_program) {
-    Stack("WAIT PIPE PipeNumber", lines);
+    AppendLines("WAIT PIPE PipeNumber", lines);
   }
   return lines;
 }
@@ -81,14 +82,13 @@ std::string ShellWord(const std::string& name) {
 
 }  // namespace
 
-void WriteKeyScript(const ProfileTables& tables, const RunOptions& options, Platform& platform,
-                    Output& output) {
-  const int status = platform.RunShell("dcopy > " + ShellWord(options.KeyScriptFile),
-                                       ScriptLines(tables, options, platform));
+void WriteKeyScript(const ReportJob& job) {
+  const std::string& name = job.options.KeyScriptFile;
+  const int status = job.platform.RunShell("dcopy > " + ShellWord(name), ScriptLines(job));
   if (status != 0) {
     throw Stop{1};
   }
-  output.PrintLine("Keyboard profile written to " + Quote(options.KeyScriptFile, '\''));
+  job.output.PrintLine("Keyboard profile written to " + Quote(name, '\''));
 }
 
 }  // namespace ptick

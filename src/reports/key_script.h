@@ -1,9 +1,6 @@
 #pragma once
 
-#include "output/output.h"
-#include "platform/platform.h"
-#include "profile/tables/profile_tables.h"
-#include "reports/run_options.h"
+#include "reports/report_job.h"
 
 namespace ptick {
 
@@ -11,7 +8,6 @@ namespace ptick {
 /// and has the platform command `dcopy` write it to the key file, replacing what the file held.
 /// Says on standard output where the script is. When the copy fails, throws Stop with status 1;
 /// what the shell printed about it stands.
-void WriteKeyScript(const ProfileTables& tables, const RunOptions& options, Platform& platform,
-                    Output& output);
+void WriteKeyScript(const ReportJob& job);
 
 }  // namespace ptick

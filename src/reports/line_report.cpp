@@ -6,7 +6,7 @@
 #include <string>
 #include <utility>
 
-#include "reports/program_order.h"
+#include "figures/program_order.h"
 #include "reports/report_heading.h"
 #include "reports/row_layout.h"
 #include "reports/source_lookup.h"
@@ -18,7 +18,7 @@ namespace {
 
 class LineReport {
  public:
-  LineReport(const ProfileTables& tables, const RunOptions& options, Output& output);
+  explicit LineReport(const ReportJob& job);
 
   void Print();
 
@@ -28,22 +28,24 @@ class LineReport {
   void PrintSubtotal();
 
   const ProfileTables& tables_;
-  const RunOptions& options_;
+  const ReportOptions& options_;
+  OrderedTicks ticks_;
   Output& output_;
   std::string column_heads_;
   RowLayout layout_;
   std::optional<SourceLookup> sources_;
 };
 
-LineReport::LineReport(const ProfileTables& tables, const RunOptions& options, Output& output)
-    : tables_(tables),
-      options_(options),
-      output_(output),
+LineReport::LineReport(const ReportJob& job)
+    : tables_(job.tables),
+      options_(job.options),
+      ticks_(std::move(job.tables.Details), options_.TickOrder, options_.PerProgram),
+      output_(job.output),
       column_heads_(LayOutColumns("Source name", "Line#", "Ticks", "%") + " "),
-      layout_(tables.Details, tables.TotalTicks) {
-  if (!options.SourceFiles.empty()) {
-    const auto width = options.ReportWidth - static_cast<std::int64_t>(column_heads_.size());
-    sources_.emplace(options.SourceFiles, Mask::Left(width));
+      layout_(ticks_, tables_.TotalTicks) {
+  if (!options_.SourceFiles.empty()) {
+    const auto width = options_.ReportWidth - static_cast<std::int64_t>(column_heads_.size());
+    sources_.emplace(options_.SourceFiles, Mask::Left(width));
   }
 }
 
@@ -55,7 +57,8 @@ void LineReport::Print() {
     PrintProgramRows(0);
     return;
   }
-  for (const std::size_t row : ProgramOrder(tables_.Details, options_)) {
+  const ProgramsBy by = options_.CpuOption ? ProgramsBy::kTicks : ProgramsBy::kName;
+  for (const std::size_t row : ProgramOrder(ticks_, by)) {
     PrintProgramRows(row);
     PrintSubtotal();
   }
@@ -64,10 +67,10 @@ void LineReport::Print() {
 void LineReport::PrintProgramRows(std::size_t row) {
   layout_.StartList();
   if (sources_) {
-    tables_.Details.ForEach(row, [this](const TickEntry& entry) { PrintSourceRow(entry); });
+    ticks_.ForEach(row, [this](const TickEntry& entry) { PrintSourceRow(entry); });
     return;
   }
-  tables_.Details.ForEach(row, [this](const TickEntry& entry) {
+  ticks_.ForEach(row, [this](const TickEntry& entry) {
     char* line = output_.LineRoom(kRowWidth);
     layout_.LayOut(entry, line);
     output_.EndLineAt(line + kRowWidth);
@@ -75,11 +78,10 @@ void LineReport::PrintProgramRows(std::size_t row) {
 }
 
 void LineReport::PrintSourceRow(const TickEntry& entry) {
-  const TickTable& details = tables_.Details;
-  const std::string text =
-      entry.HasExactText()
-          ? sources_->FetchSourceLine(details.Programs()[entry.program], details.ExactLine(entry))
-          : sources_->FetchSourceLine(details.Programs()[entry.program], entry.line);
+  const std::string_view program = ticks_.Programs()[entry.program];
+  const std::string text = entry.HasExactText()
+                               ? sources_->FetchSourceLine(program, ticks_.ExactLine(entry))
+                               : sources_->FetchSourceLine(program, entry.line);
   char* line = output_.LineRoom(kRowWidth + 1 + text.size());
   layout_.LayOut(entry, line);
   line[kRowWidth] = ' ';
@@ -96,8 +98,6 @@ void LineReport::PrintSubtotal() {
 
 }  // namespace
 
-void PrintLineReport(const ProfileTables& tables, const RunOptions& options, Output& output) {
-  LineReport(tables, options, output).Print();
-}
+void PrintLineReport(const ReportJob& job) { LineReport(job).Print(); }
 
 }  // namespace ptick

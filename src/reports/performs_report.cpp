@@ -6,12 +6,11 @@
 #include <string>
 #include <string_view>
 
+#include "figures/perform_summary.h"
+#include "figures/perform_times.h"
 #include "output/stop.h"
-#include "reports/perform_summary.h"
 #include "reports/report_heading.h"
-#include "value/arithmetic.h"
 #include "value/mask.h"
-#include "value/number_text.h"
 #include "value/text.h"
 
 namespace ptick {
@@ -27,7 +26,7 @@ ColumnTitles PerformColumns(bool verbose) {
                           : "-----      ------- ---------"};
 }
 
-void PrintSummary(const FieldList& performs, Output& output) {
+void PrintSummary(const PerformTable& performs, Output& output) {
   const Mask times_mask = Mask::Left(10);
   std::string line;
   for (const PerformedCommand& performed : SummarizePerforms(performs)) {
@@ -39,30 +38,22 @@ void PrintSummary(const FieldList& performs, Output& output) {
   }
 }
 
-// Text that is not numeric counts as 0. Passed on as a number, it is parsed once and never copied.
-Value NumberOf(std::string_view text) {
-  return ParseNumber(text).value_or(Number{std::int64_t{0}});
-}
-
-// Lays out the lines of the verbose form, one entry after another.
+// Lays out the lines of the verbose form, one record after another.
 class PerformLine {
  public:
   PerformLine(const Value& hertz, std::int64_t page_width)
       : hertz_(hertz.AsNumber()), page_width_(page_width) {}
 
-  // The line of an entry; valid until the next call.
-  std::string_view Of(std::string_view entry) {
+  // The line of a record; valid until the next call.
+  std::string_view Of(const PerformTable::Record& perform) {
+    const PerformTimes times = TimesOf(perform, hertz_);
     line_.clear();
-    const auto value = [entry](PerformValue n) { return ExtractPerform(entry, n); };
-    const Value elapsed = Subtract(NumberOf(value(PerformValue::kEndClock)),
-                                   NumberOf(value(PerformValue::kStartClock)));
-    Append(Divide(elapsed, hertz_).Text(), elapsed_mask_);
-    Append(UpperCase(value(PerformValue::kType)), type_mask_);
-    Append(value(PerformValue::kTicks), ticks_mask_);
-    Append(Seconds(value(PerformValue::kUsrCpu)) + ',' + Seconds(value(PerformValue::kSysCpu)),
-           cpu_mask_);
+    Append(times.elapsed.Text(), elapsed_mask_);
+    Append(UpperCase(perform.Type()), type_mask_);
+    Append(perform.Text(PerformNumber::kTicks), ticks_mask_);
+    Append(times.usr_cpu.Text() + ',' + times.sys_cpu.Text(), cpu_mask_);
     const std::int64_t room = page_width_ - Len(line_) - 1;
-    line_ += Substring(value(PerformValue::kCommand), 1, std::max<std::int64_t>(room, 0));
+    line_ += Substring(perform.Command(), 1, std::max<std::int64_t>(room, 0));
     return line_;
   }
 
@@ -70,10 +61,6 @@ class PerformLine {
   void Append(std::string_view text, const Mask& mask) {
     mask.Append(text, line_);
     line_ += ' ';
-  }
-
-  std::string Seconds(std::string_view ticks) const {
-    return Divide(NumberOf(ticks), hertz_).Text();
   }
 
   Value hertz_;
@@ -87,25 +74,26 @@ class PerformLine {
 
 void PrintEach(const ProfileTables& tables, std::int64_t page_width, Output& output) {
   PerformLine line(tables.Hertz, page_width);
-  for (std::size_t n = 0; n < tables.Performs.size(); ++n) {
+  for (std::size_t n = 0; n < tables.Performs.RecordCount(); ++n) {
     output.PrintLine(line.Of(tables.Performs[n]));
   }
 }
 
 }  // namespace
 
-void ReportPerforms(const ProfileTables& tables, const RunOptions& options, Platform& platform,
-                    Output& output) {
-  if (options.Verbose && tables.Hertz.Empty()) {
-    output.PrintTerminal("Error! No 'hertz' is available in the profile output");
+void ReportPerforms(const ReportJob& job) {
+  const ProfileTables& tables = job.tables;
+  const bool verbose = job.options.Verbose;
+  if (verbose && tables.Hertz.Empty()) {
+    job.output.PrintTerminal("Error! No 'hertz' is available in the profile output");
     throw Stop{2};
   }
-  BeginReport(ReportTitle("Programs PERFORMed by program ", tables),
-              PerformColumns(options.Verbose), options, output);
-  if (options.Verbose) {
-    PrintEach(tables, platform.PageWidth(), output);
+  BeginReport(ReportTitle("Programs PERFORMed by program ", tables), PerformColumns(verbose), job);
+  if (verbose) {
+    // The width of this moment: ReportWidth was taken when the run began.
+    PrintEach(tables, job.platform.PageWidth(), job.output);
   } else {
-    PrintSummary(tables.Performs, output);
+    PrintSummary(tables.Performs, job.output);
   }
 }
 

@@ -1,9 +1,6 @@
 #pragma once
 
-#include "output/output.h"
-#include "platform/platform.h"
-#include "profile/tables/profile_tables.h"
-#include "reports/run_options.h"
+#include "reports/report_job.h"
 
 namespace ptick {
 
@@ -13,7 +10,6 @@ namespace ptick {
 ///
 /// Without a clock rate the verbose form says so on the terminal and throws Stop with status 2
 /// before anything of it is printed.
-void ReportPerforms(const ProfileTables& tables, const RunOptions& options, Platform& platform,
-                    Output& output);
+void ReportPerforms(const ReportJob& job);
 
 }  // namespace ptick

@@ -21,16 +21,16 @@ PageHeading ReportHeading(std::string title, std::string columns, std::int64_t r
   return {std::move(title), std::move(columns)};
 }
 
-void BeginReport(std::string title, ColumnTitles columns, const RunOptions& options,
-                 Output& output) {
-  if (options.AllReports) {
+void BeginReport(std::string title, ColumnTitles columns, const ReportJob& job) {
+  Output& output = job.output;
+  if (job.options.AllReports) {
     output.PrintLine("");
     output.PrintLine(columns.title);
     output.PrintLine(columns.rule);
     return;
   }
   output.SetHeading(
-      ReportHeading(std::move(title), std::move(columns.heading), options.ReportWidth));
+      ReportHeading(std::move(title), std::move(columns.heading), job.options.ReportWidth));
 }
 
 }  // namespace ptick

@@ -4,9 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "output/output.h"
-#include "profile/tables/profile_tables.h"
-#include "reports/run_options.h"
+#include "reports/report_job.h"
 
 namespace ptick {
 
@@ -16,11 +14,11 @@ namespace ptick {
 /// the profile name.
 std::string ReportTitle(std::string_view what, const ProfileTables& tables);
 
-/// The heading of a report's pages. Blanks behind the title let the page number end near the right
+/// The heading of a report's pages. The title is padded so that the page number ends near the right
 /// edge; a title longer than `report_width` minus 15 gets none.
 PageHeading ReportHeading(std::string title, std::string columns, std::int64_t report_width);
 
-/// What stands over the columns of a report, in both of its forms.
+/// What is above the columns of a report, in both of its forms.
 struct ColumnTitles {
   std::string heading;  ///< in the page heading
   std::string title;    ///< among all reports, where there is no page heading
@@ -29,7 +27,6 @@ struct ColumnTitles {
 
 /// Begins a report. By itself it gets a page heading; as one of all reports (-A) an empty line, the
 /// column titles and their rule are printed instead.
-void BeginReport(std::string title, ColumnTitles columns, const RunOptions& options,
-                 Output& output);
+void BeginReport(std::string title, ColumnTitles columns, const ReportJob& job);
 
 }  // namespace ptick

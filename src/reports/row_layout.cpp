@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cstring>
-#include <variant>
 
 #include "value/arithmetic.h"
 
@@ -11,7 +10,7 @@ namespace ptick {
 
 namespace {
 
-// `text` left-justified in `width` bytes at `at`; returns the place behind them.
+// `text` left-justified in `width` bytes at `at`; returns the place after them.
 char* PutLeft(std::string_view text, std::int64_t width, char* at) {
   const std::string_view shown = text.substr(0, static_cast<std::size_t>(width));
   return std::fill_n(std::copy(shown.begin(), shown.end(), at),
@@ -23,7 +22,8 @@ std::string_view NumberDigits(std::uint32_t number, std::array<char, 10>& digits
   return {digits.data(), static_cast<std::size_t>(end - digits.data())};
 }
 
-/// The line column for small line numbers, which are nearly all: a table is quicker than digits.
+/// Ready-made line columns for line numbers below 10,000, nearly all of them: copying beats
+/// formatting.
 constexpr std::size_t kTabledLines = 10000;
 using LineColumn = std::array<char, kLineWidth>;
 
@@ -69,16 +69,10 @@ std::string LayOutColumns(std::string_view source_name, std::string_view line,
   return row;
 }
 
-RowLayout::RowLayout(const TickTable& details, const Value& total_ticks)
-    : details_(details), total_ticks_(total_ticks), name_columns_(details.Programs().size()) {
-  const Number total = total_ticks.AsNumber();
-  const auto* whole = std::get_if<std::int64_t>(&total);
-  total_is_whole_ = whole != nullptr;
-  if (total_is_whole_) {
-    whole_total_ = static_cast<double>(*whole);
-  }
+RowLayout::RowLayout(const OrderedTicks& ticks, const Value& total_ticks)
+    : ticks_(ticks), share_(total_ticks), name_columns_(ticks.Programs().size()) {
   for (std::size_t program = 0; program < name_columns_.size(); ++program) {
-    PutLeft(details.Programs()[static_cast<NameTable::Id>(program)], kSourceNameWidth,
+    PutLeft(ticks.Programs()[static_cast<NameTable::Id>(program)], kSourceNameWidth,
             name_columns_[program].data());
   }
 }
@@ -101,8 +95,8 @@ void RowLayout::LayOut(const TickEntry& entry, char* row) {
   at += kSourceNameWidth;
   *at++ = ' ';
   if (entry.HasExactText()) {
-    at = PutLeft(details_.ExactLine(entry), kLineWidth, at);
-    SetTicks(details_.ExactTicks(entry));
+    at = PutLeft(ticks_.ExactLine(entry), kLineWidth, at);
+    SetTicks(ticks_.ExactTicks(entry));
   } else {
     at = PutLine(entry.line, at);
     SetTicks(entry.ticks);
@@ -114,13 +108,13 @@ Value RowLayout::SubtotalPercent() const { return Divide(subtotal_hundredths_.To
 
 void RowLayout::SetTicks(std::uint32_t ticks) {
   std::array<char, 10> digits;  // NOLINT(*-member-init): written by to_chars
-  if (!total_is_whole_) {
+  if (!share_.TotalIsWhole()) {
     SetTicks(NumberDigits(ticks, digits));
     return;
   }
   if (!ticks_known_ || ticks != previous_ticks_) {
     previous_ticks_ = ticks;
-    previous_hundredths_ = Hundredths(ticks);
+    previous_hundredths_ = share_.Hundredths(ticks);
     ticks_known_ = true;
     SetTicksColumns(NumberDigits(ticks, digits), previous_hundredths_);
   }
@@ -129,26 +123,19 @@ void RowLayout::SetTicks(std::uint32_t ticks) {
 }
 
 void RowLayout::SetTicks(std::string_view ticks) {
-  const Value hundredths = Int(Divide(Multiply(ticks, 10000), total_ticks_));
+  const Value hundredths = share_.Hundredths(Value(ticks));
   ticks_known_ = false;
   SetTicksColumns(ticks, hundredths);
   subtotal_ticks_.Add(Value(ticks));
   subtotal_hundredths_.Add(hundredths);
 }
 
-// A blank, the ticks, a blank, and the percentage in its plain form.
+// A space, the ticks, a space, and the percentage in its plain form.
 void RowLayout::SetTicksColumns(std::string_view ticks, const Value& hundredths) {
   ticks_columns_.front() = ' ';
   char* at = PutLeft(ticks, kTicksWidth, ticks_columns_.data() + 1);
   *at++ = ' ';
   PutLeft(Divide(hundredths, 100).Text(), kPercentWidth, at);
-}
-
-// The share of the total in hundredths of a per cent, cut.
-std::int64_t RowLayout::Hundredths(std::uint32_t ticks) const {
-  const std::int64_t scaled = std::int64_t{ticks} * 10000;
-  return whole_total_ == 0 ? 0
-                           : static_cast<std::int64_t>(static_cast<double>(scaled) / whole_total_);
 }
 
 }  // namespace ptick

@@ -7,14 +7,15 @@
 #include <string_view>
 #include <vector>
 
-#include "profile/ticks/tick_table.h"
-#include "reports/running_sum.h"
+#include "figures/running_sum.h"
+#include "figures/tick_share.h"
+#include "profile/ticks/ordered_ticks.h"
 #include "value/mask.h"
 #include "value/value.h"
 
 namespace ptick {
 
-/// The columns of the per-line report, all left-justified; a blank stands between them.
+/// The columns of the per-line report, all left-justified, with a space between them.
 inline constexpr std::int64_t kSourceNameWidth = 20;
 inline constexpr std::int64_t kLineWidth = 6;
 inline constexpr std::int64_t kTicksWidth = 8;
@@ -29,7 +30,7 @@ std::string LayOutColumns(std::string_view source_name, std::string_view line,
 /// Lays out the rows of the per-line report, and adds up their ticks and percentages.
 class RowLayout {
  public:
-  RowLayout(const TickTable& details, const Value& total_ticks);
+  RowLayout(const OrderedTicks& ticks, const Value& total_ticks);
 
   /// Begins a list of rows: the sums start at 0, and the first row shows its name.
   void StartList();
@@ -49,12 +50,9 @@ class RowLayout {
   void SetTicks(std::uint32_t ticks);
   void SetTicks(std::string_view ticks);
   void SetTicksColumns(std::string_view ticks, const Value& hundredths);
-  std::int64_t Hundredths(std::uint32_t ticks) const;
 
-  const TickTable& details_;
-  Value total_ticks_;
-  bool total_is_whole_;
-  double whole_total_ = 0;
+  const OrderedTicks& ticks_;
+  TickShare share_;
   std::vector<NameColumn> name_columns_;
 
   // The state of the list: entries are in the order of their ticks, so a row often has the ticks of
@@ -64,7 +62,7 @@ class RowLayout {
   bool ticks_known_ = false;
   std::uint32_t previous_ticks_ = 0;
   std::int64_t previous_hundredths_ = 0;
-  TicksColumns ticks_columns_{};  ///< with the blank in front of them
+  TicksColumns ticks_columns_{};  ///< with the space before them
   RunningSum subtotal_ticks_;
   RunningSum subtotal_hundredths_;
 };

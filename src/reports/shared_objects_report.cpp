@@ -85,20 +85,21 @@ void PrintWithSizes(std::span<const std::string_view> names, Platform& platform,
 
 }  // namespace
 
-void ReportSharedObjects(const ProfileTables& tables, const RunOptions& options, Platform& platform,
-                         Output& output) {
-  BeginReport(ReportTitle("Shared objecs used by program ", tables), ObjectColumns(options.Verbose),
-              options, output);
-  const std::vector<std::string_view> names = SortedNames(tables.SharedObjects);
-  if (!options.Verbose) {
+void ReportSharedObjects(const ReportJob& job) {
+  // "objecs" is the text that users' scripts look for.
+  BeginReport(ReportTitle("Shared objecs used by program ", job.tables),
+              ObjectColumns(job.options.Verbose), job);
+  const std::vector<std::string_view> names = SortedNames(job.tables.SharedObjects);
+  if (!job.options.Verbose) {
     for (const std::string_view name : names) {
-      PrintObject(name, "", output);
+      PrintObject(name, "", job.output);
     }
     return;
   }
   const std::span<const std::string_view> all(names);
   for (std::size_t start = 0; start < all.size(); start += kBatchSize) {
-    PrintWithSizes(all.subspan(start, std::min(kBatchSize, all.size() - start)), platform, output);
+    PrintWithSizes(all.subspan(start, std::min(kBatchSize, all.size() - start)), job.platform,
+                   job.output);
   }
 }
 

@@ -1,9 +1,6 @@
 #pragma once
 
-#include "output/output.h"
-#include "platform/platform.h"
-#include "profile/tables/profile_tables.h"
-#include "reports/run_options.h"
+#include "reports/report_job.h"
 
 namespace ptick {
 
@@ -11,7 +8,6 @@ namespace ptick {
 /// kept. With -v the first line that the platform command "size" writes for an object stands behind
 /// its name; whether the command succeeds is not looked at. Never fails; a profile without shared
 /// objects gives just the titles.
-void ReportSharedObjects(const ProfileTables& tables, const RunOptions& options, Platform& platform,
-                         Output& output);
+void ReportSharedObjects(const ReportJob& job);
 
 }  // namespace ptick

@@ -8,7 +8,7 @@
 
 #include "profile/ticks/name_table.h"
 #include "records/record_text.h"
-#include "reports/run_options.h"
+#include "reports/report_options.h"
 #include "value/mask.h"
 
 namespace ptick {

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string>
 
+#include "figures/subroutine_order.h"
 #include "reports/report_heading.h"
 #include "value/mask.h"
 
@@ -19,17 +20,20 @@ ColumnTitles SubroutineColumns() {
 
 }  // namespace
 
-void ReportSubroutines(const ProfileTables& tables, const RunOptions& options, Output& output) {
-  BeginReport(ReportTitle("Subroutines called by program ", tables), SubroutineColumns(), options,
-              output);
+void ReportSubroutines(const ReportJob& job) {
+  const SubroutineTable& subroutines = job.tables.Subroutines;
+  BeginReport(ReportTitle("Subroutines called by program ", job.tables), SubroutineColumns(), job);
   const Mask times_mask = Mask::Left(10);
+  std::string times;
   std::string line;
-  for (std::size_t n = 0; n < tables.SubroutineTimes.size(); ++n) {
+  for (const std::size_t n : SubroutineOrder(subroutines)) {
+    times.clear();
+    subroutines.AppendTimes(n, times);
     line.clear();
-    times_mask.Append(tables.SubroutineTimes[n], line);
+    times_mask.Append(times, line);
     line += "  ";
-    line += tables.SubroutinesCalled[n];
-    output.PrintLine(line);
+    line += subroutines.Called(n);
+    job.output.PrintLine(line);
   }
 }
 

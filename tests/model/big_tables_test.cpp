@@ -26,11 +26,11 @@ TEST(BigTables, AgreeOnMoreEntriesThanAChunkHolds) {
   for (const bool ascending : {false, true}) {
     for (const std::size_t count : {65535U, 65536U, 65537U, 131073U}) {
       RunBigCase([=](RandomSource& random) {
-        TableOptions options;
-        options.ascending = ascending;
+        RunOptions options;
+        options.TickOrder = ascending ? SortOrder::kAscending : SortOrder::kDescending;
         options.PerProgram = count % 2 == 0;
         return Case{{ManyEntries(count, ascending, random)}, [=](const Texts& texts) {
-                      return ParseDifference(texts.front(), MakeOptions(options), {});
+                      return ParseDifference(texts.front(), options, {});
                     }};
       });
     }
@@ -39,7 +39,7 @@ TEST(BigTables, AgreeOnMoreEntriesThanAChunkHolds) {
 
 TEST(BigTables, AgreeOnHundredsOfPrograms) {
   RunCases(20, [](RandomSource& random) {
-    TableOptions options = RandomOptions(random);
+    RunOptions options = RandomOptions(random);
     options.PerProgram = true;
     const std::size_t programs = random.Between(95, 400);
     std::string text;
@@ -48,9 +48,8 @@ TEST(BigTables, AgreeOnHundredsOfPrograms) {
       text += RandomTicks(random) + "\n";
     }
     return Case{{text}, [=](const Texts& texts) {
-                  const RunOptions made = MakeOptions(options);
-                  return ParseDifference(texts.front(), made, {}) +
-                         LineReportDifference(texts.front(), made);
+                  return ParseDifference(texts.front(), options, {}) +
+                         LineReportDifference(texts.front(), options);
                 }};
   });
 }

@@ -3,7 +3,6 @@
 #include "model/line_difference.h"
 #include "model/model_merge.h"
 #include "model/table_description.h"
-#include "profile/parse/record_parser.h"
 
 namespace ptick::model {
 
@@ -31,16 +30,15 @@ std::vector<std::string> MergedModelLines(const std::vector<std::string>& texts)
 }  // namespace
 
 std::string TablesDifference(const std::vector<std::string>& profile_lines,
-                             const RunOptions& options, const Ran& ran,
-                             const ProfileTables& tables) {
+                             const RunOptions& options, const Ran& ran, ProfileTables& tables) {
   ModelTables model;
   const auto invalid = ParseModelLines(profile_lines, options, model);
   if (invalid) {
     return FirstDifference(Ending(InvalidLineMessage(*invalid), 2),
                            Ending(ran.terminal, ran.stopped));
   }
-  return FirstDifference(Describe(model, options.PerProgram) + Ending("", std::nullopt),
-                         Describe(tables, options.PerProgram) + Ending(ran.terminal, ran.stopped));
+  return FirstDifference(Describe(model, options) + Ending("", std::nullopt),
+                         Describe(tables, options) + Ending(ran.terminal, ran.stopped));
 }
 
 std::string ParseDifference(const std::string& text, const RunOptions& options,
@@ -52,13 +50,10 @@ std::string ParseDifference(const std::string& text, const RunOptions& options,
 
 std::string MergeDifference(const std::vector<std::string>& texts) {
   const std::vector<std::string> lines = MergedModelLines(texts);
-  ProfileMerge merge;
-  const Ran ran = MergeTyped(texts, merge);
-  const std::string ending =
-      lines.empty() ? Ending("No input files...\n", 2) : Ending("", std::nullopt);
-  return FirstDifference("run1 ...\n" + JoinLines(lines) + ending,
-                         merge.FirstName() + " ...\n" + JoinLines(ReadLines(merge)) +
-                             Ending(ran.terminal, ran.stopped));
+  MergedProfile merged = MergeTyped(texts);
+  MergedLines merged_lines = merged.merge.TakeLines();
+  return FirstDifference("run1\n" + JoinLines(lines),
+                         merged.first_name + "\n" + JoinLines(ReadLines(merged_lines)));
 }
 
 std::string MergedParseDifference(const std::vector<std::string>& texts,
@@ -67,11 +62,9 @@ std::string MergedParseDifference(const std::vector<std::string>& texts,
   if (lines.empty()) {
     return "";
   }
-  ProfileMerge merge;
-  MergeTyped(texts, merge);
+  MergedLines merged_lines = MergeTyped(texts).merge.TakeLines();
   ProfileTables tables;
-  const Ran ran =
-      RunTyped([&](Output& output) { ParseProfileLines(merge, options, output, tables); });
+  const Ran ran = ParseTyped(merged_lines, options, tables);
   return TablesDifference(lines, options, ran, tables);
 }
 

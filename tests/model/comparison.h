@@ -6,15 +6,14 @@
 #include "model/model_tables.h"
 #include "model/typed_run.h"
 #include "profile/tables/profile_tables.h"
-#include "reports/run_options.h"
+#include "ptick/run_options.h"
 
 namespace ptick::model {
 
 /// How the tables that a parse filled, or the message that it stopped with, differ from what the
 /// model makes of the same lines; empty when they do not.
 std::string TablesDifference(const std::vector<std::string>& profile_lines,
-                             const RunOptions& options, const Ran& ran,
-                             const ProfileTables& tables);
+                             const RunOptions& options, const Ran& ran, ProfileTables& tables);
 
 /// The same for a text that the parser reads as it is delivered.
 std::string ParseDifference(const std::string& text, const RunOptions& options,

@@ -57,7 +57,9 @@ Harvest GatherProfiles(std::uint64_t count) {
       GatherLine(line, harvest);
     }
     ModelTables tables;
-    const RunOptions options = MakeOptions({.KeyScript = true, .TypeRate = true});
+    RunOptions options;
+    options.KeyScriptFile = "keys";
+    options.TypeRateOption = true;
     harvest.invalid += ParseModelLines(lines, options, tables) ? 1U : 0U;
     GatherTables(tables, harvest);
   }

@@ -46,10 +46,9 @@ TEST(MergeModel, AgreesOnRandomProfiles) {
 
 TEST(MergeModel, AgreesOnTheTablesOfMergedProfiles) {
   RunCases(1000, [](RandomSource& random) {
-    const TableOptions options = RandomOptions(random);
-    return Case{RandomProfiles(random), [=](const Texts& texts) {
-                  return MergedParseDifference(texts, MakeOptions(options));
-                }};
+    const RunOptions options = RandomOptions(random);
+    return Case{RandomProfiles(random),
+                [=](const Texts& texts) { return MergedParseDifference(texts, options); }};
   });
 }
 

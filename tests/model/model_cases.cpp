@@ -86,33 +86,23 @@ void RunBigCase(const std::function<Case(RandomSource&)>& make_case) {
   EXPECT_EQ(made.difference(made.profiles), "") << "PTICK_MODEL_SEED=" << FirstSeed();
 }
 
-TableOptions RandomOptions(RandomSource& random) {
-  TableOptions options;
+RunOptions RandomOptions(RandomSource& random) {
+  RunOptions options;
   options.PerProgram = random.Chance(60);
   options.CpuOption = random.Chance(60);
-  options.ascending = random.Chance(50);
-  options.KeyScript = random.Chance(70);
-  options.TypeRate = random.Chance(50);
+  options.TickOrder = random.Chance(50) ? SortOrder::kAscending : SortOrder::kDescending;
+  options.KeyScriptFile = random.Chance(70) ? "keys" : "";
+  options.TypeRateOption = random.Chance(50);
   return options;
 }
 
-RunOptions MakeOptions(const TableOptions& options) {
-  RunOptions made;
-  made.PerProgram = options.PerProgram;
-  made.CpuOption = options.CpuOption;
-  made.TickOrder = options.ascending ? SortOrder::kAscending : SortOrder::kDescending;
-  made.KeyScriptFile = options.KeyScript ? "keys" : "";
-  made.TypeRateOption = options.TypeRate;
-  return made;
-}
-
-std::string OptionLetters(const TableOptions& options) {
+std::string OptionLetters(const RunOptions& options) {
   std::string letters = "options:";
   letters += options.PerProgram ? " -n" : "";
   letters += options.CpuOption ? " -u" : "";
-  letters += options.ascending ? " -i" : "";
-  letters += options.KeyScript ? " -kkeys" : "";
-  letters += options.TypeRate ? " -t" : "";
+  letters += options.TickOrder == SortOrder::kAscending ? " -i" : "";
+  letters += options.KeyScriptFile.empty() ? "" : " -kkeys";
+  letters += options.TypeRateOption ? " -t" : "";
   return letters + "\n";
 }
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "model/random_source.h"
-#include "reports/run_options.h"
+#include "ptick/run_options.h"
 
 namespace ptick::model {
 
@@ -29,18 +29,9 @@ void RunCases(std::uint64_t count, const std::function<Case(RandomSource&)>& mak
 /// The same for a single big case, whatever PTICK_MODEL_CASES says.
 void RunBigCase(const std::function<Case(RandomSource&)>& make_case);
 
-/// The options that the tables and the per-line report depend on.
-struct TableOptions {
-  bool PerProgram = false;
-  bool CpuOption = false;
-  bool ascending = false;
-  bool KeyScript = false;
-  bool TypeRate = false;
-};
-
-TableOptions RandomOptions(RandomSource& random);
-RunOptions MakeOptions(const TableOptions& options);
+/// The options that the per-line report and the keyboard script depend on.
+RunOptions RandomOptions(RandomSource& random);
 /// As they are written on the command line.
-std::string OptionLetters(const TableOptions& options);
+std::string OptionLetters(const RunOptions& options);
 
 }  // namespace ptick::model

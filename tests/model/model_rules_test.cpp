@@ -13,9 +13,21 @@
 namespace ptick::model {
 namespace {
 
-ModelTables Parse(const std::string& text, const TableOptions& options = {}) {
+RunOptions PerProgram() {
+  RunOptions options;
+  options.PerProgram = true;
+  return options;
+}
+
+RunOptions Ascending() {
+  RunOptions options;
+  options.TickOrder = SortOrder::kAscending;
+  return options;
+}
+
+ModelTables Parse(const std::string& text, const RunOptions& options = {}) {
   ModelTables tables;
-  EXPECT_EQ(ParseModelLines(LinesOf(text), MakeOptions(options), tables), std::nullopt);
+  EXPECT_EQ(ParseModelLines(LinesOf(text), options, tables), std::nullopt);
   return tables;
 }
 
@@ -82,8 +94,8 @@ TEST(ModelRules, EqualTicksComeInReverseOrderOfArrival) {
       "PROFILE:trace\tA\t1\t5\nPROFILE:TRACE\tA\t2\t05\nPROFILE:trace\tB\t3\t7\n"
       "PROFILE:trace\tB\t4\t5\n";
   EXPECT_EQ(Joined(Parse(text).Details[0].lines), "[3][4][2][1]");
-  EXPECT_EQ(Joined(Parse(text, {.ascending = true}).Details[0].lines), "[4][2][1][3]");
-  const ModelTables tables = Parse(text, {.PerProgram = true});
+  EXPECT_EQ(Joined(Parse(text, Ascending()).Details[0].lines), "[4][2][1][3]");
+  const ModelTables tables = Parse(text, PerProgram());
   EXPECT_EQ(Joined(tables.Details[0].lines), "[2][1]");
   EXPECT_EQ(Joined(tables.Details[1].ticks), "[7][5]");
 }
@@ -93,8 +105,8 @@ TEST(ModelRules, TheHundredAndFirstProgramMakesRoomForElevenRows) {
   for (int i = 1; i <= 100; ++i) {
     text += "PROFILE:trace\tP" + std::to_string(i) + "\t1\t1\n";
   }
-  EXPECT_EQ(Parse(text, {.PerProgram = true}).details_rows, 100);
-  const ModelTables tables = Parse(text + "PROFILE:trace\t\t1\t1\n", {.PerProgram = true});
+  EXPECT_EQ(Parse(text, PerProgram()).details_rows, 100);
+  const ModelTables tables = Parse(text + "PROFILE:trace\t\t1\t1\n", PerProgram());
   EXPECT_EQ(tables.details_rows, 111);
   EXPECT_EQ(tables.program_count, 101);
   EXPECT_EQ(tables.Details.size(), 111U);
@@ -115,9 +127,9 @@ TEST(ModelRules, SubtotalsAddWhatTheRowsShow) {
   const ModelTables tables = Parse(
       "PROFILE:ticks\t3\nPROFILE:trace\tb\t1\t1\nPROFILE:trace\tb\t2\t1\n"
       "PROFILE:trace\tB\t3\t2\nPROFILE:trace\tb\t3\t1\n",
-      {.PerProgram = true});
+      PerProgram());
   const std::string rule = std::string(28, ' ') + "-------- ------\n";
-  EXPECT_EQ(JoinLines(ModelLineReport(tables, MakeOptions({.PerProgram = true}))),
+  EXPECT_EQ(JoinLines(ModelLineReport(tables, PerProgram())),
             "B                    3      2        66.66 \n" + rule + std::string(28, ' ') +
                 "2        66.66 \n\n" +
                 "b                    3      1        33.33 \n"

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "model/model_list.h"
-#include "reports/run_options.h"
+#include "ptick/run_options.h"
 
 namespace ptick::model {
 

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "model/random_fields.h"
+#include "profile/tables/record_types.h"
 
 namespace ptick::model {
 
@@ -11,15 +12,6 @@ namespace {
 
 using namespace std::string_view_literals;
 using Fields = std::vector<std::string>;
-
-constexpr std::array kHeaderTypes = {"memused"sv,         "hertz"sv,       "memfree"sv,
-                                     "pagesize"sv,        "starttime"sv,   "startclock"sv,
-                                     "endtime"sv,         "endclock"sv,    "ticks"sv,
-                                     "ticks_index"sv,     "index_count"sv, "ticks_trigger"sv,
-                                     "trigger_count"sv,   "usrcpu"sv,      "syscpu"sv,
-                                     "read_count"sv,      "write_count"sv, "delete_count"sv,
-                                     "clearfile_count"sv, "open_count"sv,  "input_count"sv,
-                                     "portno"sv,          "pid"sv,         "ppid"sv};
 
 constexpr std::array kPerformKeys = {"startclock"sv, "endclock"sv, "starttime"sv, "endtime"sv,
                                      "ticks"sv,      "usrcpu"sv,   "syscpu"sv,    "type"sv};
@@ -31,6 +23,19 @@ constexpr std::array kCommands = {
     "LIST X"sv,     "SORT Y"sv,   "list x"sv, "A*B*C"sv,      "*"sv,        "LIST X Z"sv,
     "RUN\tIT"sv,    "A\375B"sv,   "\375B"sv,  "\xFFkls -l"sv, "\xFF"sv,     "\xFFk"sv,
     "\xFFk\375x"sv, "\xFF\tls"sv, "A\374B"sv, ""sv,           "LIST X\r"sv, "0"sv};
+
+std::string RandomHeaderType(RandomSource& random) {
+  static const std::vector<std::string> types = [] {
+    std::vector<std::string> names;
+    for (const RecordType& type : RecordTypes()) {
+      if (type.header != nullptr) {
+        names.emplace_back(type.name);
+      }
+    }
+    return names;
+  }();
+  return random.Pick(types);
+}
 
 Fields RandomInput(RandomSource& random) {
   return {"input",
@@ -107,7 +112,7 @@ std::vector<std::string> RandomRecord(RandomSource& random) {
   if (kind < 84) {
     return RandomOther(random);
   }
-  return {random.Pick(kHeaderTypes), random.Chance(50) ? RandomClock(random) : RandomTicks(random)};
+  return {RandomHeaderType(random), random.Chance(50) ? RandomClock(random) : RandomTicks(random)};
 }
 
 }  // namespace ptick::model

@@ -1,11 +1,11 @@
+#include "figures/perform_summary.h"
+#include "figures/program_order.h"
 #include "model/comparison.h"
 #include "model/line_difference.h"
 #include "model/model_reports.h"
 #include "reports/key_script.h"
 #include "reports/line_report.h"
-#include "reports/perform_summary.h"
 #include "reports/performs_report.h"
-#include "reports/program_order.h"
 #include "reports/subroutines_report.h"
 #include "support/memory_platform.h"
 #include "value/text.h"
@@ -42,14 +42,15 @@ std::string LineReportPage(const ParsedProfile& parsed, const RunOptions& option
               ModelLineReport(parsed.model, options));
 }
 
-std::string PerformsDifference(const ParsedProfile& parsed) {
+std::string PerformsDifference(ParsedProfile& parsed) {
   constexpr std::int64_t kWidth = 60;
   RunOptions options;
   options.Verbose = !parsed.tables.Hertz.Empty();
   MemoryPlatform platform;
   platform.width = kWidth;
-  const Ran ran =
-      RunTyped([&](Output& output) { ReportPerforms(parsed.tables, options, platform, output); });
+  const Ran ran = RunTyped([&](Output& output) {
+    ReportPerforms({parsed.tables, options, platform, output});
+  });
   const std::string page =
       options.Verbose ? Page("Programs PERFORMed by program ",
                              "Elapsed Type Ticks  CPUusr,CPUsys ProgramPerformed", parsed.model,
@@ -62,17 +63,19 @@ std::string PerformsDifference(const ParsedProfile& parsed) {
 }  // namespace
 
 std::string LineReportDifference(const std::string& text, const RunOptions& options) {
-  const ParsedProfile parsed = ParseBoth(text, options);
+  ParsedProfile parsed = ParseBoth(text, options);
   if (!parsed.valid) {
     return "";
   }
-  const Ran ran =
-      RunTyped([&](Output& output) { PrintLineReport(parsed.tables, options, output); });
+  MemoryPlatform platform;
+  const Ran ran = RunTyped([&](Output& output) {
+    PrintLineReport({parsed.tables, options, platform, output});
+  });
   return FirstDifference(LineReportPage(parsed, options), ran.output);
 }
 
 std::string ProgramOrderDifference(const std::string& text, const RunOptions& options) {
-  const ParsedProfile parsed = ParseBoth(text, options);
+  ParsedProfile parsed = ParseBoth(text, options);
   if (!parsed.valid || !options.PerProgram) {
     return "";
   }
@@ -81,7 +84,9 @@ std::string ProgramOrderDifference(const std::string& text, const RunOptions& op
     model += "row " + std::to_string(row) + "\n";
   }
   std::string program;
-  for (const std::size_t row : ProgramOrder(parsed.tables.Details, options)) {
+  const OrderedTicks ticks(std::move(parsed.tables.Details), options.TickOrder, true);
+  const ProgramsBy by = options.CpuOption ? ProgramsBy::kTicks : ProgramsBy::kName;
+  for (const std::size_t row : ProgramOrder(ticks, by)) {
     program += "row " + std::to_string(row + 1) + "\n";
   }
   return FirstDifference(model, program);
@@ -104,11 +109,15 @@ std::string PerformSummaryDifference(const std::string& text) {
 }
 
 std::string OtherReportsDifference(const std::string& text) {
-  const ParsedProfile parsed = ParseBoth(text, {});
+  ParsedProfile parsed = ParseBoth(text, {});
   if (!parsed.valid) {
     return "";
   }
-  const Ran ran = RunTyped([&](Output& output) { ReportSubroutines(parsed.tables, {}, output); });
+  MemoryPlatform platform;
+  const RunOptions options;
+  const Ran ran = RunTyped([&](Output& output) {
+    ReportSubroutines({parsed.tables, options, platform, output});
+  });
   const std::string page = Page("Subroutines called by program ", "Times       Subroutine",
                                 parsed.model, ModelSubroutines(parsed.model));
   const std::string difference = FirstDifference(page, ran.output);
@@ -116,12 +125,12 @@ std::string OtherReportsDifference(const std::string& text) {
 }
 
 std::string KeyScriptDifference(const std::string& text, const RunOptions& options) {
-  const ParsedProfile parsed = ParseBoth(text, options);
+  ParsedProfile parsed = ParseBoth(text, options);
   if (!parsed.valid) {
     return "";
   }
   MemoryPlatform platform;
-  RunTyped([&](Output& output) { WriteKeyScript(parsed.tables, options, platform, output); });
+  RunTyped([&](Output& output) { WriteKeyScript({parsed.tables, options, platform, output}); });
   const std::string created =
       "* This script created at 00:00:00 01 JAN 1970 , port 0 , account tester";
   return FirstDifference(JoinLines(ModelKeyScript(parsed.model, options, created)),

@@ -15,9 +15,9 @@ using Compare = std::function<std::string(const std::string&, const RunOptions&)
 void RunReportCases(std::uint64_t count, const Compare& compare,
                     const std::function<std::string(RandomSource&)>& make_profile) {
   RunCases(count, [&](RandomSource& random) {
-    const TableOptions options = RandomOptions(random);
+    const RunOptions options = RandomOptions(random);
     return Case{{make_profile(random)}, [=](const Texts& texts) {
-                  const std::string difference = compare(texts.front(), MakeOptions(options));
+                  const std::string difference = compare(texts.front(), options);
                   return difference.empty() ? "" : OptionLetters(options) + difference;
                 }};
   });

@@ -1,9 +1,17 @@
 #include "model/table_description.h"
 
 #include <cstddef>
+#include <map>
 #include <string_view>
 #include <utility>
 
+#include "figures/subroutine_order.h"
+#include "model/model_list.h"
+#include "profile/tables/record_types.h"
+#include "profile/ticks/ordered_ticks.h"
+#include "reports/input_lines.h"
+#include "value/dynamic_array.h"
+#include "value/list_operations.h"
 namespace ptick::model {
 
 namespace {
@@ -37,35 +45,6 @@ class Description {
   std::string text_;
 };
 
-using Header = std::pair<std::string_view, Value ProfileTables::*>;
-
-constexpr std::array kHeaders = {
-    Header{"memused", &ProfileTables::MemUsed},
-    Header{"hertz", &ProfileTables::Hertz},
-    Header{"memfree", &ProfileTables::MemFree},
-    Header{"pagesize", &ProfileTables::PageSize},
-    Header{"starttime", &ProfileTables::StartTime},
-    Header{"startclock", &ProfileTables::StartClock},
-    Header{"endtime", &ProfileTables::EndTime},
-    Header{"endclock", &ProfileTables::EndClock},
-    Header{"ticks", &ProfileTables::TotalTicks},
-    Header{"ticks_index", &ProfileTables::TicksIndex},
-    Header{"index_count", &ProfileTables::IndexCount},
-    Header{"ticks_trigger", &ProfileTables::TicksTrigger},
-    Header{"trigger_count", &ProfileTables::TriggerCount},
-    Header{"usrcpu", &ProfileTables::UsrCpu},
-    Header{"syscpu", &ProfileTables::SysCpu},
-    Header{"read_count", &ProfileTables::ReadCount},
-    Header{"write_count", &ProfileTables::WriteCount},
-    Header{"delete_count", &ProfileTables::DeleteCount},
-    Header{"clearfile_count", &ProfileTables::ClearFileCount},
-    Header{"open_count", &ProfileTables::OpenCount},
-    Header{"input_count", &ProfileTables::InputCount},
-    Header{"portno", &ProfileTables::PortNo},
-    Header{"pid", &ProfileTables::Pid},
-    Header{"ppid", &ProfileTables::PPid},
-};
-
 std::string JoinedRate(const std::optional<TypingRate>& rate) {
   return rate ? rate->characters + kFieldMark + rate->ticks : "";
 }
@@ -76,21 +55,41 @@ void DescribeRow(const DetailsRow& row, Description& description) {
   }
 }
 
-void DescribeRow(const TickTable& details, std::size_t row, Description& description) {
-  details.ForEach(row, [&](const TickEntry& entry) {
+void DescribeRow(const OrderedTicks& ticks, std::size_t row, Description& description) {
+  ticks.ForEach(row, [&](const TickEntry& entry) {
     const bool exact = entry.HasExactText();
     description.AddEntry(
-        details.Programs()[entry.program],
-        exact ? std::string(details.ExactLine(entry)) : std::to_string(entry.line),
-        exact ? std::string(details.ExactTicks(entry)) : std::to_string(entry.ticks));
+        ticks.Programs()[entry.program],
+        exact ? std::string(ticks.ExactLine(entry)) : std::to_string(entry.line),
+        exact ? std::string(ticks.ExactTicks(entry)) : std::to_string(entry.ticks));
   });
+}
+
+// An entry as the lists hold it: nine values; what was assigned after the ninth is never read.
+std::string NineValues(const Value& entry) { return Field(entry.Text(), kValueMark, 1, 9).text; }
+
+std::string PerformEntry(const PerformTable::Record& perform) {
+  std::string entry;
+  for (std::size_t n = 0; n < kPerformNumbers; ++n) {
+    entry += perform.Text(static_cast<PerformNumber>(n)) + kValueMark;
+  }
+  return entry.append(perform.Type()) + kValueMark + std::string(perform.Command());
+}
+
+void DescribeSubroutines(const SubroutineTable& subroutines, Description& description) {
+  for (const std::size_t n : SubroutineOrder(subroutines)) {
+    std::string times;
+    subroutines.AppendTimes(n, times);
+    description.Add("SubroutineTimes", times);
+    description.Add("SubroutinesCalled", subroutines.Called(n));
+  }
 }
 
 }  // namespace
 
-std::string Describe(const ModelTables& tables, bool per_program) {
+std::string Describe(const ModelTables& tables, const RunOptions& options) {
   Description description;
-  if (per_program) {
+  if (options.PerProgram) {
     for (std::size_t row = 0; row < tables.program_names.size(); ++row) {
       description.Add("program", tables.program_names[row].Text());
       DescribeRow(tables.Details[row], description);
@@ -101,45 +100,61 @@ std::string Describe(const ModelTables& tables, bool per_program) {
   description.Add("ProgramCommand", tables.ProgramCommand.Text());
   description.Add("ProgramName", tables.ProgramName.Text());
   description.AddList("SharedObjects", tables.SharedObjects);
-  description.AddList("SubroutineTimes", tables.SubroutineTimes);
-  description.AddList("SubroutinesCalled", tables.SubroutinesCalled);
-  description.AddList("Performs", tables.Performs);
-  description.AddList("KeyScript", tables.KeyScript);
+  for (std::size_t n = 0; n < tables.SubroutineTimes.size(); ++n) {
+    description.Add("SubroutineTimes", tables.SubroutineTimes[n].Text());
+    description.Add("SubroutinesCalled", tables.SubroutinesCalled[n].Text());
+  }
+  for (const Value& entry : tables.Performs) {
+    description.Add("Performs", NineValues(entry));
+  }
+  for (const Value& line : tables.KeyScript) {
+    description.Add("KeyScript", line.Text());
+  }
   description.Add("TypeRate", tables.TypeRate.Text());
   description.Add("Resource", tables.Resource.Text());
-  description.Add("LastClock", tables.LastClock.Text());
   for (const Value& ticks : tables.UserTicks) {
     description.Add("UserTicks", ticks.Text());
   }
-  for (const Header& header : kHeaders) {
-    description.Add(header.first, tables.headers.at(std::string(header.first)).Text());
+  for (const auto& [type, value] : tables.headers) {
+    description.Add(type, value.Text());
   }
   return description.Take();
 }
 
-std::string Describe(const ProfileTables& tables, bool per_program) {
+std::string Describe(ProfileTables& tables, const RunOptions& options) {
   Description description;
-  for (std::size_t row = 0; row < tables.Details.RowCount(); ++row) {
-    if (per_program) {
-      description.Add("program", tables.Details.Programs()[static_cast<NameTable::Id>(row)]);
+  const OrderedTicks ticks(std::move(tables.Details), options.TickOrder, options.PerProgram);
+  for (std::size_t row = 0; row < ticks.RowCount(); ++row) {
+    if (options.PerProgram) {
+      description.Add("program", ticks.Programs()[static_cast<NameTable::Id>(row)]);
     }
-    DescribeRow(tables.Details, row, description);
+    DescribeRow(ticks, row, description);
   }
   description.Add("ProgramCommand", tables.ProgramCommand);
   description.Add("ProgramName", tables.ProgramName);
   description.AddList("SharedObjects", tables.SharedObjects);
-  description.AddList("SubroutineTimes", tables.SubroutineTimes);
-  description.AddList("SubroutinesCalled", tables.SubroutinesCalled);
-  description.AddList("Performs", tables.Performs);
-  description.AddList("KeyScript", tables.KeyScript);
+  DescribeSubroutines(tables.Subroutines, description);
+  for (std::size_t n = 0; n < tables.Performs.RecordCount(); ++n) {
+    description.Add("Performs", PerformEntry(tables.Performs[n]));
+  }
+  std::string script;
+  InputLines(options.TypeRateOption).AppendAll(tables.Inputs, script);
+  for (const std::string& line : LinesOf(script)) {
+    description.Add("KeyScript", line);
+  }
   description.Add("TypeRate", JoinedRate(tables.TypeRate));
   description.Add("Resource", tables.Resource);
-  description.Add("LastClock", tables.LastClock.Text());
-  for (const Value& ticks : tables.UserTicks) {
-    description.Add("UserTicks", ticks.Text());
+  for (const Value& ticks_of_user : tables.UserTicks) {
+    description.Add("UserTicks", ticks_of_user.Text());
   }
-  for (const Header& header : kHeaders) {
-    description.Add(header.first, (tables.*header.second).Text());
+  std::map<std::string_view, std::string> headers;
+  for (const RecordType& type : RecordTypes()) {
+    if (type.header != nullptr) {
+      headers[type.name] = (tables.*type.header).Text();
+    }
+  }
+  for (const auto& [type, text] : headers) {
+    description.Add(type, text);
   }
   return description.Take();
 }

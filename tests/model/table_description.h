@@ -8,8 +8,9 @@
 namespace ptick::model {
 
 /// Everything that the reports can see of the tables, as text with one line per value; equal texts
-/// mean equal tables. `per_program` tells how the tick entries are grouped.
-std::string Describe(const ModelTables& tables, bool per_program);
-std::string Describe(const ProfileTables& tables, bool per_program);
+/// mean equal tables. The options tell how the tick entries are grouped and what the keyboard
+/// script is to hold. Those of the program lose their tick entries.
+std::string Describe(const ModelTables& tables, const RunOptions& options);
+std::string Describe(ProfileTables& tables, const RunOptions& options);
 
 }  // namespace ptick::model

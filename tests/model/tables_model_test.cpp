@@ -9,11 +9,10 @@ namespace {
 
 TEST(TablesModel, AgreesOnRandomProfiles) {
   RunCases(4000, [](RandomSource& random) {
-    const TableOptions options = RandomOptions(random);
+    const RunOptions options = RandomOptions(random);
     const Delivery delivery = RandomDelivery(random);
     return Case{{RandomProfile(random)}, [=](const Texts& texts) {
-                  const std::string difference =
-                      ParseDifference(texts.front(), MakeOptions(options), delivery);
+                  const std::string difference = ParseDifference(texts.front(), options, delivery);
                   return difference.empty() ? "" : OptionLetters(options) + difference;
                 }};
   });

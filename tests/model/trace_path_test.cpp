@@ -17,7 +17,7 @@ namespace {
 std::string Parsed(const std::string& line, const std::string& next) {
   ProfileTables tables;
   const Ran ran = ParseTyped(line + next, {}, {}, tables);
-  return ran.terminal + Describe(tables, false);
+  return ran.terminal + Describe(tables, {});
 }
 
 // Lengths around the 64 bytes that the quick way looks at, digits around the 7 that it reads.

@@ -1,32 +1,16 @@
 #include "model/typed_run.h"
 
 #include <algorithm>
+#include <memory_resource>
+#include <stdexcept>
 #include <utility>
 
 #include "output/stop.h"
 #include "profile/parse/record_parser.h"
+#include "ptick/profile_list.h"
 #include "support/memory_platform.h"
 
 namespace ptick::model {
-
-namespace {
-
-Ran RunOn(MemoryPlatform& platform, const std::function<void(Output&)>& piece) {
-  Ran ran;
-  Output output(platform);
-  try {
-    piece(output);
-    output.Finish();
-  } catch (const Stop& stop) {
-    output.Close();
-    ran.stopped = stop.status;
-  }
-  ran.output = platform.printed;
-  ran.terminal = platform.on_terminal;
-  return ran;
-}
-
-}  // namespace
 
 std::optional<std::size_t> PiecewiseRecord::Read(std::span<char> block) {
   const std::size_t most = std::min({block.size(), text_.size() - at_, longest_piece_});
@@ -44,7 +28,29 @@ Delivery RandomDelivery(RandomSource& random) {
 
 Ran RunTyped(const std::function<void(Output&)>& piece) {
   MemoryPlatform platform;
-  return RunOn(platform, piece);
+  Ran ran;
+  Output output(platform);
+  try {
+    piece(output);
+    output.Finish();
+  } catch (const Stop& stop) {
+    output.Close();
+    ran.stopped = stop.status;
+  }
+  ran.output = platform.printed;
+  ran.terminal = platform.on_terminal;
+  return ran;
+}
+
+Ran ParseTyped(LineBlocks& lines, const RunOptions& options, ProfileTables& tables) {
+  ReadOptions read_options;
+  read_options.keep_inputs = !options.KeyScriptFile.empty();
+  return RunTyped([&](Output& output) {
+    if (const auto problem = ParseProfileLines(lines, read_options, tables)) {
+      PrintProblem(*problem, output);
+      throw Stop{2};
+    }
+  });
 }
 
 Ran ParseTyped(const std::string& text, const Delivery& delivery, const RunOptions& options,
@@ -52,10 +58,10 @@ Ran ParseTyped(const std::string& text, const Delivery& delivery, const RunOptio
   RecordBlocks blocks(
       std::make_unique<PiecewiseRecord>(text, delivery.longest_piece, delivery.seed),
       delivery.block_size);
-  return RunTyped([&](Output& output) { ParseProfileLines(blocks, options, output, tables); });
+  return ParseTyped(blocks, options, tables);
 }
 
-Ran MergeTyped(const std::vector<std::string>& texts, ProfileMerge& merge) {
+MergedProfile MergeTyped(const std::vector<std::string>& texts) {
   MemoryPlatform platform;
   platform.block_size = 1 + texts.front().size() / 3;
   std::vector<std::string> names;
@@ -64,8 +70,9 @@ Ran MergeTyped(const std::vector<std::string>& texts, ProfileMerge& merge) {
     platform.files["."][record] = {text};
     names.push_back(record);
   }
-  return RunOn(platform,
-               [&](Output& output) { MergeProfileFiles(names, platform, output, merge); });
+  return MergeProfileFiles(
+      names, platform, std::pmr::get_default_resource(),
+      [](const ReadProblem& problem) { throw std::logic_error("cannot read " + problem.name); });
 }
 
 std::vector<std::string> ReadLines(LineBlocks& blocks) {

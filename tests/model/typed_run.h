@@ -13,9 +13,9 @@
 #include "model/random_source.h"
 #include "output/output.h"
 #include "platform/platform.h"
-#include "profile/merge/profile_merge.h"
+#include "profile/profile_loader.h"
 #include "profile/tables/profile_tables.h"
-#include "reports/run_options.h"
+#include "ptick/run_options.h"
 
 namespace ptick::model {
 
@@ -54,12 +54,14 @@ struct Ran {
 /// Runs a piece of the program with output into memory, up to its end or stop.
 Ran RunTyped(const std::function<void(Output&)>& piece);
 
-/// The text parsed into the tables.
+/// Lines, or a text, parsed into the tables, everything kept. An invalid line is said and stops the
+/// run as in the program.
+Ran ParseTyped(LineBlocks& lines, const RunOptions& options, ProfileTables& tables);
 Ran ParseTyped(const std::string& text, const Delivery& delivery, const RunOptions& options,
                ProfileTables& tables);
 
-/// Profiles of these texts merged by the loader's rules.
-Ran MergeTyped(const std::vector<std::string>& texts, ProfileMerge& merge);
+/// Profiles of these texts, named run1, run2 and so on, merged by the loader's rules.
+MergedProfile MergeTyped(const std::vector<std::string>& texts);
 
 /// All lines that are left in `blocks`.
 std::vector<std::string> ReadLines(LineBlocks& blocks);

@@ -48,7 +48,9 @@ class PortPlatform : public Platform {
     return ports;
   }
 
-  std::unique_ptr<RecordFile> OpenFile(std::string_view /*name*/) override { return nullptr; }
+  std::unique_ptr<RecordFile> OpenFile(std::string_view /*name*/, int* /*error*/) override {
+    return nullptr;
+  }
   std::int64_t PageWidth() override { return 80; }
   std::string AccountName() override { return ""; }
   std::vector<std::string> CommandLine() override { return {}; }

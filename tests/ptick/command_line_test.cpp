@@ -174,7 +174,6 @@ TEST(CommandLine, TakesTheWidthOfThePage) {
     MemoryPlatform platform;
     platform.width = width;
     const ParsedCommand parsed = ParseCommand({}, platform);
-    EXPECT_EQ(parsed.options.PageWidth, width);
     EXPECT_EQ(parsed.options.ReportWidth, width - 1);
   }
 }

@@ -73,7 +73,7 @@ class OneRecord final : public RecordFile {
   OneRecord(std::string text, std::size_t piece, TextRecord::End end)
       : text_(std::move(text)), piece_(piece), end_(end) {}
 
-  std::unique_ptr<RecordReader> OpenRecord(std::string_view name) override {
+  std::unique_ptr<RecordReader> OpenRecord(std::string_view name, int* /*error*/) override {
     return name == "it" ? std::make_unique<TextRecord>(text_, piece_, end_) : nullptr;
   }
 

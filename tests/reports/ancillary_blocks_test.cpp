@@ -15,7 +15,7 @@ namespace {
 class AncillaryBlocksTest : public ReportTest {
  protected:
   std::string Resources() {
-    return Run([&](Output& output) { PrintResources(tables_, output); }).lines;
+    return Run([&](const ReportJob& job) { PrintResources(tables_, job.output); }).lines;
   }
 
   // The figures behind the labels of the first n lines.
@@ -91,9 +91,9 @@ TEST_F(AncillaryBlocksTest, ShowsResidentSetSizesInBytes) {
 }
 
 TEST_F(AncillaryBlocksTest, CountsPerformsWithACommand) {
-  tables_.Performs = Fields({MakePerform("A"), MakePerform("A")});
+  tables_.Performs = Performs({MakePerform("A"), MakePerform("A")});
   const std::string lines =
-      Run([&](Output& output) { PrintFileStatements(tables_, output); }).lines;
+      Run([&](const ReportJob& job) { PrintFileStatements(tables_, job.output); }).lines;
   EXPECT_EQ(lines,
             "File I/O      : READ      statement count          : 0\n"
             "                WRITE     statement count          : 0\n"

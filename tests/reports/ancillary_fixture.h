@@ -22,9 +22,7 @@ inline const std::string kEmptyTail =
 /// Prints the ancillary report of the tables.
 class AncillaryReportTest : public ReportTest {
  protected:
-  std::string Report() {
-    return Run([&](Output& output) { ReportAncillary(tables_, platform_, output); }).lines;
-  }
+  std::string Report() { return Run(ReportAncillary).lines; }
 };
 
 }  // namespace ptick

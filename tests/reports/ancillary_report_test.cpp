@@ -44,7 +44,7 @@ TEST_F(AncillaryReportTest, PrintsAllInOrder) {
   tables_.DeleteCount = "30";
   tables_.ClearFileCount = "40";
   tables_.OpenCount = "50";
-  tables_.Performs = Fields({MakePerform("A"), MakePerform("B"), MakePerform("A")});
+  tables_.Performs = Performs({MakePerform("A"), MakePerform("B"), MakePerform("A")});
   EXPECT_EQ(Report(),
             "Command line  : PROG -J X\n"
             "Port number   : 12\n"

@@ -21,9 +21,7 @@ class KeyScriptTest : public ReportTest {
     platform_.account = "mavro";
   }
 
-  Printed Write() {
-    return Run([&](Output& output) { WriteKeyScript(tables_, options_, platform_, output); });
-  }
+  Printed Write() { return Run(WriteKeyScript); }
 
   // What the shell command was given to read.
   std::string Script() {
@@ -41,7 +39,10 @@ TEST_F(KeyScriptTest, FramesTheRecordedInput) {
   tables_.ProgramCommand = "PROG -JP X";
   tables_.Hertz = "100";
   tables_.TypeRate = TypingRate{"20", "500"};
-  tables_.KeyScript = Fields({"SLEEP 1.5", R"(INPUT "abc")", R"(INPUT "x~009" NOCR)"});
+  tables_.Inputs.Add(ClockSetting::Kind::kHertz, "100");
+  tables_.Inputs.Add(ClockSetting::Kind::kStartClock, "50");
+  tables_.Inputs.Add({{"13", "3", "200", "200"}, "abc"});
+  tables_.Inputs.Add({{"9", "1", "200", "200"}, "x"});
   EXPECT_EQ(Script(), kBanner +
                           "PROGRAM \"PROG -J X\" STDOUT \"-\" STDERR \"-\"\n"
                           "PipeNumber = $PIPE\n"
@@ -55,8 +56,8 @@ TEST_F(KeyScriptTest, FramesTheRecordedInput) {
 TEST_F(KeyScriptTest, IsJustTheBannerForAnEmptyProfile) { EXPECT_EQ(Script(), kBanner); }
 
 TEST_F(KeyScriptTest, HasInputWithoutProgramAndClockRate) {
-  tables_.KeyScript = Fields({"INPUT \"\" NOCR", ""});
-  EXPECT_EQ(Script(), kBanner + "INPUT \"\" NOCR\n\n");
+  tables_.Inputs.Add({{"0", "0", "100", "200"}, ""});
+  EXPECT_EQ(Script(), kBanner + "INPUT \"\" NOCR\n");
 }
 
 TEST_F(KeyScriptTest, ReplacesTheProfilingSwitchOfTheCommand) {
@@ -189,9 +190,8 @@ TEST_F(KeyScriptTest, StopsSilentlyWhenTheCopyFails) {
 TEST_F(KeyScriptTest, HandsOverAScriptOfAnySize) {
   std::string want = kBanner;
   for (int n = 0; n < 50000; ++n) {
-    const std::string line = "INPUT \"" + std::to_string(n) + "\"";
-    tables_.KeyScript.Append(line);
-    want += line + "\n";
+    tables_.Inputs.Add({{"13", "1", "1", "2"}, std::to_string(n)});
+    want += "INPUT \"" + std::to_string(n) + "\"\n";
   }
   EXPECT_EQ(Script(), want);
 }

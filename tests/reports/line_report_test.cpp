@@ -23,9 +23,9 @@ class LineReportTest : public ReportTest {
 
   /// The report of a profile named "run1".
   std::string Report(std::string_view profile) {
-    tables_ = std::move(*testing::Parse(profile, options_).tables);
+    tables_ = std::move(*testing::Parse(profile).tables);
     tables_.ProfileName = "run1";
-    return Run([&](Output& output) { PrintLineReport(tables_, options_, output); }).lines;
+    return Run(PrintLineReport).lines;
   }
 
   /// The same without its heading.
@@ -34,7 +34,7 @@ class LineReportTest : public ReportTest {
     return report.substr(report.find('\n', report.find('\n') + 1) + 1);
   }
 
-  /// Opens a source file of these records, behind those open already.
+  /// Opens a source file of these records, after those open already.
   void OpenSource(const std::string& name, MemoryPlatform::Directory records) {
     platform_.files[name] = std::move(records);
     options_.SourceFiles.push_back({name, platform_.OpenFile(name)});

@@ -16,15 +16,13 @@ namespace {
 
 class PerformsReportTest : public ReportTest {
  protected:
-  Printed Report() {
-    return Run([&](Output& output) { ReportPerforms(tables_, options_, platform_, output); });
-  }
+  Printed Report() { return Run(ReportPerforms); }
 
   // The one body line of the verbose form.
   std::string VerboseLine(const PerformSample& sample) {
     options_.Verbose = true;
     options_.AllReports = true;
-    tables_.Performs = Fields({MakePerform(sample)});
+    tables_.Performs = Performs({sample});
     const std::string lines = Report().lines;
     const std::string titles =
         "\n"
@@ -39,7 +37,7 @@ const std::string kTitle =
     "Programs PERFORMed by program PROG from profile run1" + std::string(12, ' ') + " Page 1\n";
 
 TEST_F(PerformsReportTest, CountsDistinctCommands) {
-  tables_.Performs = Fields(
+  tables_.Performs = Performs(
       {MakePerform("LIST X"), MakePerform("SORT Y"), MakePerform("LIST X"), MakePerform("LIST X")});
   EXPECT_EQ(Report().lines, kTitle +
                                 "Times      Program PERFORMed\n"
@@ -48,8 +46,8 @@ TEST_F(PerformsReportTest, CountsDistinctCommands) {
 }
 
 TEST_F(PerformsReportTest, OrdersEqualCountsByText) {
-  tables_.Performs = Fields({MakePerform("B*2"), MakePerform("b"), MakePerform("A*"),
-                             MakePerform("b"), MakePerform("A*"), MakePerform("B*2")});
+  tables_.Performs = Performs({MakePerform("B*2"), MakePerform("b"), MakePerform("A*"),
+                               MakePerform("b"), MakePerform("A*"), MakePerform("B*2")});
   EXPECT_EQ(Report().lines, kTitle +
                                 "Times      Program PERFORMed\n"
                                 "2          A*\n"
@@ -59,7 +57,7 @@ TEST_F(PerformsReportTest, OrdersEqualCountsByText) {
 
 TEST_F(PerformsReportTest, SummaryHasTitlesAndRuleAmongAllReports) {
   options_.AllReports = true;
-  tables_.Performs = Fields({MakePerform("WHO")});
+  tables_.Performs = Performs({MakePerform("WHO")});
   EXPECT_EQ(Report().lines,
             "\n"
             "Times      Program PERFORMed\n"
@@ -69,7 +67,7 @@ TEST_F(PerformsReportTest, SummaryHasTitlesAndRuleAmongAllReports) {
 
 TEST_F(PerformsReportTest, SummaryNeedsNoClockRateAndCutsNothing) {
   const std::string command = "LIST " + std::string(500, 'x') + " ";
-  tables_.Performs = Fields({MakePerform(command)});
+  tables_.Performs = Performs({MakePerform(command)});
   const Printed printed = Report();
   EXPECT_EQ(printed.lines, kTitle + "Times      Program PERFORMed\n1          " + command + "\n");
   EXPECT_EQ(printed.stopped, std::nullopt);
@@ -101,9 +99,9 @@ TEST_F(PerformsReportTest, PrintsJustTheTitlesWithoutPerforms) {
 TEST_F(PerformsReportTest, ListsEveryPerformInRecordedOrderWhenVerbose) {
   options_.Verbose = true;
   tables_.Hertz = "100";
-  tables_.Performs = Fields({MakePerform({"1000", "1250", "17", "150", "25", "tcl", "SORT Y"}),
-                             MakePerform({"1300", "1300", "0", "0", "0", "sh", "LIST X"}),
-                             MakePerform({"1400", "1433", "3", "30", "3", "tcl", "SORT Y"})});
+  tables_.Performs = Performs({{"1000", "1250", "17", "150", "25", "tcl", "SORT Y"},
+                               {"1300", "1300", "0", "0", "0", "sh", "LIST X"},
+                               {"1400", "1433", "3", "30", "3", "tcl", "SORT Y"}});
   EXPECT_EQ(Report().lines, kTitle +
                                 "Elapsed Type Ticks  CPUusr,CPUsys ProgramPerformed\n"
                                 "2.5     TCL  17      1.5,0.25      SORT Y\n"
@@ -113,7 +111,7 @@ TEST_F(PerformsReportTest, ListsEveryPerformInRecordedOrderWhenVerbose) {
 
 TEST_F(PerformsReportTest, StopsWithoutAClockRateWhenVerbose) {
   options_.Verbose = true;
-  tables_.Performs = Fields({MakePerform("WHO")});
+  tables_.Performs = Performs({MakePerform("WHO")});
   for (const bool all_reports : {false, true}) {
     options_.AllReports = all_reports;
     const Printed printed = Report();

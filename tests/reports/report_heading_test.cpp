@@ -17,7 +17,7 @@ using ReportHeadingTest = ReportTest;
 TEST(ReportHeading, FillsTheTitleUpToThePageNumber) {
   struct Case {
     std::size_t title_length;
-    std::int64_t ReportWidth;
+    std::int64_t width;
     std::size_t blanks;
   };
   const std::vector<Case> cases = {
@@ -26,9 +26,8 @@ TEST(ReportHeading, FillsTheTitleUpToThePageNumber) {
       {0, 16, 1},   {10, -50, 0}, {1, 32766, 32750}, {14, 29, 0}, {13, 29, 1},
   };
   for (const Case& c : cases) {
-    SCOPED_TRACE(testing::Message() << c.title_length << " in " << c.ReportWidth);
-    const PageHeading heading =
-        ReportHeading(std::string(c.title_length, 't'), "columns", c.ReportWidth);
+    SCOPED_TRACE(testing::Message() << c.title_length << " in " << c.width);
+    const PageHeading heading = ReportHeading(std::string(c.title_length, 't'), "columns", c.width);
     EXPECT_EQ(heading.title, std::string(c.title_length, 't') + std::string(c.blanks, ' '));
     EXPECT_EQ(heading.columns, "columns");
   }
@@ -50,18 +49,16 @@ TEST(ReportTitle, NamesProgramAndProfile) {
 
 TEST_F(ReportHeadingTest, BeginsAReportByItselfWithAPageHeading) {
   options_.ReportWidth = 30;
-  const Printed printed = Run([&](Output& output) {
-    BeginReport("A title", {.heading = "heading", .title = "title", .rule = "rule"}, options_,
-                output);
+  const Printed printed = Run([](const ReportJob& job) {
+    BeginReport("A title", {.heading = "heading", .title = "title", .rule = "rule"}, job);
   });
   EXPECT_EQ(printed.lines, "A title         Page 1\nheading\n");
 }
 
 TEST_F(ReportHeadingTest, BeginsAReportAmongAllWithTitlesAndRule) {
   options_.AllReports = true;
-  const Printed printed = Run([&](Output& output) {
-    BeginReport("A title", {.heading = "heading", .title = "title", .rule = "rule"}, options_,
-                output);
+  const Printed printed = Run([](const ReportJob& job) {
+    BeginReport("A title", {.heading = "heading", .title = "title", .rule = "rule"}, job);
   });
   EXPECT_EQ(printed.lines, "\ntitle\nrule\n");
 }

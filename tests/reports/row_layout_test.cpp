@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace ptick {
@@ -16,18 +17,17 @@ struct Sample {
   std::string_view ticks;
 };
 
-TickTable MakeTable(const std::vector<Sample>& samples) {
+OrderedTicks MakeTicks(const std::vector<Sample>& samples) {
   TickTable table;
   for (const Sample& sample : samples) {
     table.Add(sample.program, sample.line, sample.ticks);
   }
-  table.Order(SortOrder::kDescending, false);
-  return table;
+  return OrderedTicks(std::move(table), SortOrder::kDescending, false);
 }
 
-std::vector<std::string> Rows(const TickTable& table, RowLayout& layout) {
+std::vector<std::string> Rows(const OrderedTicks& ticks, RowLayout& layout) {
   std::vector<std::string> rows;
-  table.ForEach(0, [&](const TickEntry& entry) {
+  ticks.ForEach(0, [&](const TickEntry& entry) {
     std::string row(static_cast<std::size_t>(kRowWidth), '?');
     layout.LayOut(entry, row.data());
     rows.push_back(row);
@@ -36,10 +36,10 @@ std::vector<std::string> Rows(const TickTable& table, RowLayout& layout) {
 }
 
 std::string OnlyRow(const Sample& sample, const Value& total) {
-  const TickTable table = MakeTable({sample});
-  RowLayout layout(table, total);
+  const OrderedTicks ticks = MakeTicks({sample});
+  RowLayout layout(ticks, total);
   layout.StartList();
-  return Rows(table, layout).front();
+  return Rows(ticks, layout).front();
 }
 
 TEST(Columns, AreLeftJustifiedWithABlankBetween) {
@@ -160,8 +160,8 @@ TEST(RowLayout, CutsEveryShareOfEverySmallTotal) {
 }
 
 /// The name column of each row, without its padding.
-std::vector<std::string> NameColumns(const TickTable& table, RowLayout& layout) {
-  std::vector<std::string> names = Rows(table, layout);
+std::vector<std::string> NameColumns(const OrderedTicks& ticks, RowLayout& layout) {
+  std::vector<std::string> names = Rows(ticks, layout);
   for (std::string& name : names) {
     name.resize(20);
     name.erase(name.find_last_not_of(' ') + 1);
@@ -185,22 +185,22 @@ TEST(RowLayout, ShowsANameWhereItDiffersFromTheRowBefore) {
        {"A.NAME.OF.TWENTY.ONE", "A.NAME.OF.TWENTY.ONE"}},
   };
   for (const Row& row : rows) {
-    const TickTable table = MakeTable(row.samples);
-    RowLayout layout(table, 10);
+    const OrderedTicks ticks = MakeTicks(row.samples);
+    RowLayout layout(ticks, 10);
     layout.StartList();
-    EXPECT_EQ(NameColumns(table, layout), row.want);
+    EXPECT_EQ(NameColumns(ticks, layout), row.want);
     layout.StartList();
-    EXPECT_EQ(NameColumns(table, layout), row.want) << "in a second list";
+    EXPECT_EQ(NameColumns(ticks, layout), row.want) << "in a second list";
   }
 }
 
 TEST(RowLayout, ShowsTheNameAgainInTheNextList) {
-  const TickTable table = MakeTable({{"A", "1", "9"}, {"A", "2", "8"}});
-  RowLayout layout(table, 10);
+  const OrderedTicks ticks = MakeTicks({{"A", "1", "9"}, {"A", "2", "8"}});
+  RowLayout layout(ticks, 10);
   layout.StartList();
-  EXPECT_EQ(NameColumns(table, layout), (std::vector<std::string>{"A", ""}));
+  EXPECT_EQ(NameColumns(ticks, layout), (std::vector<std::string>{"A", ""}));
   layout.StartList();
-  EXPECT_EQ(NameColumns(table, layout), (std::vector<std::string>{"A", ""}));
+  EXPECT_EQ(NameColumns(ticks, layout), (std::vector<std::string>{"A", ""}));
 }
 
 TEST(RowLayout, AddsUpTicksAndThePercentagesShown) {
@@ -220,12 +220,12 @@ TEST(RowLayout, AddsUpTicksAndThePercentagesShown) {
       {3, "5", "0", "15", "0"},       {2, "9223372036854775807", "1", "18446744073709551616", ""},
   };
   for (const Row& row : rows) {
-    const TickTable table =
-        MakeTable(std::vector<Sample>(static_cast<std::size_t>(row.rows), {"P", "1", row.ticks}));
-    RowLayout layout(table, row.total);
+    const OrderedTicks ticks =
+        MakeTicks(std::vector<Sample>(static_cast<std::size_t>(row.rows), {"P", "1", row.ticks}));
+    RowLayout layout(ticks, row.total);
     for (int list = 1; list <= 2; ++list) {
       layout.StartList();
-      Rows(table, layout);
+      Rows(ticks, layout);
       EXPECT_EQ(layout.SubtotalTicks().Text(), row.want_ticks) << row.ticks << " of " << row.total;
       if (!row.want_percent.empty()) {
         EXPECT_EQ(layout.SubtotalPercent().Text(), row.want_percent)
@@ -237,11 +237,11 @@ TEST(RowLayout, AddsUpTicksAndThePercentagesShown) {
 
 // Rows of the same ticks follow each other; whatever is kept from one for the next, each is right.
 TEST(RowLayout, TakesUsualAndUnusualTicksInTurn) {
-  const TickTable table = MakeTable(
+  const OrderedTicks ticks = MakeTicks(
       {{"P", "1", "3"}, {"P", "2", "3"}, {"P", "3", "3.0"}, {"P", "4", "3"}, {"P", "5", "03"}});
-  RowLayout layout(table, 12);
+  RowLayout layout(ticks, 12);
   layout.StartList();
-  EXPECT_EQ(Rows(table, layout), (std::vector<std::string>{
+  EXPECT_EQ(Rows(ticks, layout), (std::vector<std::string>{
                                      "P                    5      03       25    ",
                                      "                     4      3        25    ",
                                      "                     3      3.0      25    ",

@@ -13,10 +13,7 @@ namespace {
 
 class SharedObjectsReportTest : public ReportTest {
  protected:
-  std::string Report() {
-    return Run([&](Output& output) { ReportSharedObjects(tables_, options_, platform_, output); })
-        .lines;
-  }
+  std::string Report() { return Run(ReportSharedObjects).lines; }
 };
 
 const std::string kPlainHeading = "Shared objecs used by program PROG from profile run1" +
@@ -114,7 +111,7 @@ TEST_F(SharedObjectsReportTest, SplitsTheCommandAtBlanksOnly) {
     MemoryPlatform platform;
     Output output(platform);
     tables_.SharedObjects = Fields({c.name});
-    ReportSharedObjects(tables_, options_, platform, output);
+    ReportSharedObjects({tables_, options_, platform, output});
     ASSERT_EQ(platform.commands_run.size(), 1U);
     EXPECT_EQ(platform.commands_run[0], c.want);
   }

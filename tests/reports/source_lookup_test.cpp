@@ -25,7 +25,7 @@ class MemoryFile final : public RecordFile {
   MemoryFile(Records records, std::vector<std::string>& opened)
       : records_(std::move(records)), opened_(opened) {}
 
-  std::unique_ptr<RecordReader> OpenRecord(std::string_view name) override {
+  std::unique_ptr<RecordReader> OpenRecord(std::string_view name, int* /*error*/) override {
     opened_.emplace_back(name);
     const auto record = records_.find(name);
     if (record == records_.end()) {

@@ -15,9 +15,7 @@ namespace {
 
 class SubroutinesReportTest : public ReportTest {
  protected:
-  std::string Report() {
-    return Run([&](Output& output) { ReportSubroutines(tables_, options_, output); }).lines;
-  }
+  std::string Report() { return Run(ReportSubroutines).lines; }
 };
 
 const std::string_view kHeading =
@@ -25,8 +23,7 @@ const std::string_view kHeading =
     "Times       Subroutine\n";
 
 TEST_F(SubroutinesReportTest, ListsCallsInStoredOrder) {
-  tables_.SubroutineTimes = Fields({"12", "7", "5"});
-  tables_.SubroutinesCalled = Fields({"TWELVE", "SEVEN", "FIVE"});
+  tables_.Subroutines = Subroutines({{"12", "TWELVE"}, {"7", "SEVEN"}, {"5", "FIVE"}});
   EXPECT_EQ(Report(), std::string(kHeading) +
                           "12          TWELVE\n"
                           "7           SEVEN\n"
@@ -41,8 +38,7 @@ TEST_F(SubroutinesReportTest, HasTitlesAndRuleAmongAllReports) {
             "\n"
             "Times       Subroutine called\n"
             "-----       ---------- ------\n");
-  tables_.SubroutineTimes = Fields({"3"});
-  tables_.SubroutinesCalled = Fields({"SUB"});
+  tables_.Subroutines = Subroutines({{"3", "SUB"}});
   EXPECT_EQ(Report(),
             "\n"
             "Times       Subroutine called\n"
@@ -51,8 +47,7 @@ TEST_F(SubroutinesReportTest, HasTitlesAndRuleAmongAllReports) {
 }
 
 TEST_F(SubroutinesReportTest, IsTheSameWhenVerbose) {
-  tables_.SubroutineTimes = Fields({"3"});
-  tables_.SubroutinesCalled = Fields({"SUB"});
+  tables_.Subroutines = Subroutines({{"3", "SUB"}});
   const std::string plain = Report();
   options_.Verbose = true;
   EXPECT_EQ(Report(), plain);
@@ -76,8 +71,7 @@ TEST_F(SubroutinesReportTest, LaysOutEveryLine) {
   };
   options_.AllReports = true;
   for (const Case& c : cases) {
-    tables_.SubroutineTimes = Fields({c.times});
-    tables_.SubroutinesCalled = Fields({c.called});
+    tables_.Subroutines = Subroutines({{c.times, c.called}});
     EXPECT_EQ(Report(), "\nTimes       Subroutine called\n-----       ---------- ------\n" +
                             std::string(c.want) + "\n")
         << c.times << " " << c.called;
@@ -85,8 +79,7 @@ TEST_F(SubroutinesReportTest, LaysOutEveryLine) {
 }
 
 TEST_F(SubroutinesReportTest, KeepsEqualEntriesApart) {
-  tables_.SubroutineTimes = Fields({"2", "2"});
-  tables_.SubroutinesCalled = Fields({"SUB", "SUB"});
+  tables_.Subroutines = Subroutines({{"2", "SUB"}, {"2", "SUB"}});
   EXPECT_EQ(Report(), std::string(kHeading) + "2           SUB\n2           SUB\n");
 }
 

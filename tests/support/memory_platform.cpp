@@ -5,10 +5,20 @@
 namespace ptick {
 namespace {
 
+std::nullptr_t NotThere(int* error) {
+  if (error != nullptr) {
+    *error = ENOENT;
+  }
+  return nullptr;
+}
+
 class MemoryReader final : public RecordReader {
  public:
   MemoryReader(const MemoryPlatform::Record& record, std::size_t block_size)
-      : text_(record.text), fails_after_(record.fails_after), block_size_(block_size) {}
+      : text_(record.text),
+        fails_after_(record.fails_after),
+        is_pipe_(record.is_pipe),
+        block_size_(block_size) {}
 
   std::optional<std::size_t> Read(std::span<char> block) override {
     if (fails_after_ && position_ >= *fails_after_) {
@@ -21,9 +31,12 @@ class MemoryReader final : public RecordReader {
     return count;
   }
 
+  bool CanBeReadAgain() const override { return !is_pipe_; }
+
  private:
   std::string text_;
   std::optional<std::size_t> fails_after_;
+  bool is_pipe_;
   std::size_t block_size_;
   std::size_t position_ = 0;
 };
@@ -33,12 +46,12 @@ class MemoryFile final : public RecordFile {
   MemoryFile(MemoryPlatform& platform, std::string name)
       : platform_(platform), name_(std::move(name)) {}
 
-  std::unique_ptr<RecordReader> OpenRecord(std::string_view name) override {
+  std::unique_ptr<RecordReader> OpenRecord(std::string_view name, int* error) override {
     platform_.reads.emplace_back(name_, name);
     const MemoryPlatform::Directory& directory = platform_.files[name_];
     const auto found = directory.find(name);
     if (found == directory.end()) {
-      return nullptr;
+      return NotThere(error);
     }
     return std::make_unique<MemoryReader>(found->second, platform_.block_size);
   }
@@ -58,10 +71,10 @@ std::string JoinWords(const std::vector<std::string>& words) {
 
 }  // namespace
 
-std::unique_ptr<RecordFile> MemoryPlatform::OpenFile(std::string_view name) {
+std::unique_ptr<RecordFile> MemoryPlatform::OpenFile(std::string_view name, int* error) {
   opened_files.emplace_back(name);
   if (files.find(name) == files.end()) {
-    return nullptr;
+    return NotThere(error);
   }
   return std::make_unique<MemoryFile>(*this, std::string(name));
 }

@@ -22,10 +22,12 @@ namespace ptick {
 /// it left. Everything not set is absent, empty or the default shown here.
 class MemoryPlatform final : public Platform {
  public:
-  /// A record: its text, and after how many bytes reading it fails, if it does.
+  /// A record: its text, after how many bytes reading it fails, if it does, and whether it can be
+  /// read more than once.
   struct Record {
     std::string text;
     std::optional<std::size_t> fails_after = std::nullopt;
+    bool is_pipe = false;
   };
   using Directory = std::map<std::string, Record, std::less<>>;
 
@@ -90,7 +92,7 @@ class MemoryPlatform final : public Platform {
 
   // --- Platform ---
 
-  std::unique_ptr<RecordFile> OpenFile(std::string_view name) override;
+  std::unique_ptr<RecordFile> OpenFile(std::string_view name, int* error = nullptr) override;
   std::int64_t PageWidth() override { return width; }
   std::string AccountName() override { return account; }
   std::string OwnPort() override { return own_port; }

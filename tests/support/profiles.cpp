@@ -1,12 +1,11 @@
 #include "support/profiles.h"
 
 #include <algorithm>
+#include <sstream>
 #include <utility>
 
-#include "output/output.h"
-#include "output/stop.h"
 #include "profile/parse/record_parser.h"
-#include "support/memory_platform.h"
+#include "reports/input_lines.h"
 #include "support/text_record.h"
 
 namespace ptick::testing {
@@ -34,6 +33,11 @@ std::string LinesOf(LineBlocks& blocks) {
   return text;
 }
 
+std::string LinesOf(ProfileMerge& merge) {
+  MergedLines lines = merge.TakeLines();
+  return LinesOf(lines);
+}
+
 void AddLines(ProfileMerge& merge, std::string_view lines) {
   std::string padded(lines);
   padded.append(kBlockPadding, '\t');
@@ -41,39 +45,59 @@ void AddLines(ProfileMerge& merge, std::string_view lines) {
   merge.AddLines(std::string_view(padded).substr(0, lines.size()));
 }
 
-Parsed Parse(std::string_view text, const RunOptions& options) {
-  MemoryPlatform platform;
-  Output output(platform);
+Parsed Parse(std::string_view text, const ReadOptions& options) {
   Parsed parsed;
   RecordBlocks lines(std::make_unique<TextRecord>(std::string(text)));
-  try {
-    ParseProfileLines(lines, options, output, *parsed.tables);
-  } catch (const Stop& stop) {
-    parsed.stopped = stop.status;
-  }
-  parsed.terminal = std::move(platform.on_terminal);
+  parsed.problem = ParseProfileLines(lines, options, *parsed.tables);
   return parsed;
 }
 
-std::string RowText(const TickTable& details, std::size_t row) {
+std::string RowText(const OrderedTicks& ticks, std::size_t row) {
   std::string text;
-  details.ForEach(row, [&](const TickEntry& entry) {
+  ticks.ForEach(row, [&](const TickEntry& entry) {
     text += text.empty() ? "" : " ";
-    text += details.Programs()[entry.program];
+    text += ticks.Programs()[entry.program];
     text += '|';
-    text += entry.HasExactText() ? details.ExactLine(entry) : std::to_string(entry.line);
+    text += entry.HasExactText() ? ticks.ExactLine(entry) : std::to_string(entry.line);
     text += '|';
-    text += entry.HasExactText() ? details.ExactTicks(entry) : std::to_string(entry.ticks);
+    text += entry.HasExactText() ? ticks.ExactTicks(entry) : std::to_string(entry.ticks);
   });
   return text;
 }
 
-std::string RowTexts(const TickTable& details) {
+std::string RowTexts(const OrderedTicks& ticks) {
   std::string text;
-  for (std::size_t row = 0; row < details.RowCount(); ++row) {
-    text += (row == 0 ? "" : " / ") + RowText(details, row);
+  for (std::size_t row = 0; row < ticks.RowCount(); ++row) {
+    text += (row == 0 ? "" : " / ") + RowText(ticks, row);
   }
   return text;
+}
+
+std::string RowTexts(TickTable&& ticks, SortOrder order, bool per_program) {
+  return RowTexts(OrderedTicks(std::move(ticks), order, per_program));
+}
+
+std::vector<std::string> Texts(const PerformTable& performs) {
+  std::vector<std::string> texts;
+  for (std::size_t n = 0; n < performs.RecordCount(); ++n) {
+    std::string& text = texts.emplace_back();
+    for (std::size_t number = 0; number < kPerformNumbers; ++number) {
+      text += performs[n].Text(static_cast<PerformNumber>(number)) + "]";
+    }
+    text.append(performs[n].Type()).append("]").append(performs[n].Command());
+  }
+  return texts;
+}
+
+std::vector<std::string> ScriptLines(const KeyboardInputs& inputs, bool typing_rate) {
+  std::string script;
+  InputLines(typing_rate).AppendAll(inputs, script);
+  std::vector<std::string> lines;
+  std::istringstream text(script);
+  for (std::string line; std::getline(text, line);) {
+    lines.push_back(line);
+  }
+  return lines;
 }
 
 std::vector<std::string> Texts(const FieldList& list) {

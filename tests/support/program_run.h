@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "reports/run_options.h"
+#include "ptick/run_options.h"
 #include "support/memory_platform.h"
 
 namespace ptick::testing {

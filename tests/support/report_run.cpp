@@ -12,13 +12,13 @@ ReportTest::ReportTest() {
   tables_.ProfileName = "run1";
 }
 
-Printed ReportTest::Run(const std::function<void(Output&)>& report) {
+Printed ReportTest::Run(const std::function<void(const ReportJob&)>& report) {
   platform_.printed.clear();
   platform_.on_terminal.clear();
   Printed printed;
   Output output(platform_);
   try {
-    report(output);
+    report({tables_, options_, platform_, output});
     output.Finish();
   } catch (const Stop& stop) {
     printed.stopped = stop.status;
@@ -37,18 +37,34 @@ FieldList Fields(std::initializer_list<std::string_view> texts) {
   return fields;
 }
 
-std::string MakePerform(const PerformSample& sample) {
-  std::string entry = sample.StartClock;
-  for (const std::string& value : {sample.EndClock, std::string(), std::string(), sample.ticks,
-                                   sample.UsrCpu, sample.SysCpu, sample.type, sample.command}) {
-    entry += kValueMark;
-    entry += value;
-  }
-  return entry;
+PerformSample MakePerform(std::string_view command) {
+  PerformSample sample;
+  sample.command = command;
+  return sample;
 }
 
-std::string MakePerform(std::string_view command) {
-  return MakePerform({"", "", "", "", "", "", std::string(command)});
+PerformTable Performs(const std::vector<PerformSample>& samples) {
+  PerformTable performs;
+  for (const PerformSample& sample : samples) {
+    PerformTexts texts;
+    texts[PerformNumber::kStartClock] = sample.start_clock;
+    texts[PerformNumber::kEndClock] = sample.end_clock;
+    texts[PerformNumber::kTicks] = sample.ticks;
+    texts[PerformNumber::kUsrCpu] = sample.usr_cpu;
+    texts[PerformNumber::kSysCpu] = sample.sys_cpu;
+    texts.type = sample.type;
+    texts.command = sample.command;
+    performs.Add(texts, true);
+  }
+  return performs;
+}
+
+SubroutineTable Subroutines(std::initializer_list<CallSample> samples) {
+  SubroutineTable subroutines;
+  for (const CallSample& sample : samples) {
+    subroutines.Add({.caller = "CALLER", .called = sample.called, .times = sample.times}, false);
+  }
+  return subroutines;
 }
 
 }  // namespace ptick

@@ -7,10 +7,12 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "output/output.h"
 #include "profile/tables/profile_tables.h"
-#include "reports/run_options.h"
+#include "ptick/run_options.h"
+#include "reports/report_job.h"
 #include "support/memory_platform.h"
 #include "value/field_list.h"
 
@@ -29,7 +31,7 @@ class ReportTest : public ::testing::Test {
   ReportTest();
 
   /// Runs a report to its end, early or not.
-  Printed Run(const std::function<void(Output&)>& report);
+  Printed Run(const std::function<void(const ReportJob&)>& report);
 
   MemoryPlatform platform_;
   ProfileTables tables_;
@@ -38,19 +40,27 @@ class ReportTest : public ::testing::Test {
 
 FieldList Fields(std::initializer_list<std::string_view> texts);
 
-/// A `Performs` entry.
+/// A PERFORM in texts.
 struct PerformSample {
-  std::string StartClock;
-  std::string EndClock;
+  std::string start_clock;
+  std::string end_clock;
   std::string ticks;
-  std::string UsrCpu;
-  std::string SysCpu;
+  std::string usr_cpu;
+  std::string sys_cpu;
   std::string type;
   std::string command;
 };
-std::string MakePerform(const PerformSample& sample);
 
-/// An entry with nothing but a command.
-std::string MakePerform(std::string_view command);
+/// One with nothing but a command.
+PerformSample MakePerform(std::string_view command);
+
+PerformTable Performs(const std::vector<PerformSample>& samples);
+
+/// Calls of subroutines, in order of arrival.
+struct CallSample {
+  std::string_view times;
+  std::string_view called;
+};
+SubroutineTable Subroutines(std::initializer_list<CallSample> samples);
 
 }  // namespace ptick

@@ -5,8 +5,8 @@
 
 namespace ptick {
 
-/// Memory for tables that may get big. What is larger than a large page comes in such pages, where
-/// the system has them: lookups all over a big table then wait less for its addresses. Whatever is
+/// Memory for tables that may get big. Allocations of 2 MiB and more are mapped with huge pages
+/// where the system has them, so that random lookups in a big table miss the TLB less. Whatever is
 /// smaller comes from the heap.
 class LargePages final : public std::pmr::memory_resource {
  public:

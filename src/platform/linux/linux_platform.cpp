@@ -28,8 +28,8 @@ LinuxPlatform::LinuxPlatform(int argc, const char* const* argv)
   PrepareProcess();
 }
 
-std::unique_ptr<RecordFile> LinuxPlatform::OpenFile(std::string_view name) {
-  return OpenRecordFile(name);
+std::unique_ptr<RecordFile> LinuxPlatform::OpenFile(std::string_view name, int* error) {
+  return OpenRecordFile(name, error);
 }
 
 std::int64_t LinuxPlatform::PageWidth() { return ReadPageWidth(); }

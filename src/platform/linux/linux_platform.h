@@ -2,12 +2,14 @@
 
 #include <functional>
 #include <memory>
+#include <memory_resource>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "platform/linux/large_pages.h"
 #include "platform/platform.h"
 
 namespace ptick {
@@ -16,10 +18,12 @@ namespace ptick {
 /// opened: making it fills closed standard descriptors and ignores SIGPIPE.
 class LinuxPlatform final : public Platform {
  public:
-  /// The words stay where they are; making this needs no memory.
+  /// Keeps a view of argv and allocates nothing.
   LinuxPlatform(int argc, const char* const* argv);
 
-  std::unique_ptr<RecordFile> OpenFile(std::string_view name) override;
+  std::unique_ptr<RecordFile> OpenFile(std::string_view name, int* error = nullptr) override;
+
+  std::pmr::memory_resource* TableMemory() override { return &large_pages_; }
 
   std::int64_t PageWidth() override;
   std::string AccountName() override;
@@ -45,6 +49,7 @@ class LinuxPlatform final : public Platform {
   std::vector<std::int64_t> ListeningPorts(std::int64_t first, std::int64_t last) override;
 
  private:
+  LargePages large_pages_;
   std::span<const char* const> command_line_;
 };
 

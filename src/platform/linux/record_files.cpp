@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstddef>
 #include <string>
 #include <utility>
 
@@ -28,9 +29,16 @@ UniqueFd OpenAt(int directory, const std::string& name, int flags) {
   return UniqueFd(fd);
 }
 
+std::nullptr_t Refuse(int reason, int* error) {
+  if (error != nullptr) {
+    *error = reason;
+  }
+  return nullptr;
+}
+
 class LinuxRecordReader final : public RecordReader {
  public:
-  explicit LinuxRecordReader(UniqueFd fd) : fd_(std::move(fd)) {}
+  LinuxRecordReader(UniqueFd fd, bool is_regular) : fd_(std::move(fd)), is_regular_(is_regular) {}
 
   std::optional<std::size_t> Read(std::span<char> block) override {
     ssize_t got = 0;
@@ -38,33 +46,43 @@ class LinuxRecordReader final : public RecordReader {
       got = ::read(fd_.Get(), block.data(), block.size());
     } while (got < 0 && errno == EINTR);
     if (got < 0) {
+      error_ = errno;
       return std::nullopt;
     }
     return static_cast<std::size_t>(got);
   }
 
+  int Error() const override { return error_; }
+  bool CanBeReadAgain() const override { return is_regular_; }
+
  private:
   UniqueFd fd_;
+  bool is_regular_;
+  int error_ = 0;
 };
 
 class LinuxRecordFile final : public RecordFile {
  public:
   explicit LinuxRecordFile(UniqueFd directory) : directory_(std::move(directory)) {}
 
-  std::unique_ptr<RecordReader> OpenRecord(std::string_view name) override {
+  std::unique_ptr<RecordReader> OpenRecord(std::string_view name, int* error) override {
     if (!NamesRecord(name)) {
-      return nullptr;
+      return Refuse(name == "." || name == ".." ? EISDIR : ENOENT, error);
     }
     UniqueFd fd = OpenAt(directory_.Get(), std::string(name), O_RDONLY | O_NOCTTY);
     struct stat status = {};
-    if (!fd.IsOpen() || ::fstat(fd.Get(), &status) != 0 || S_ISDIR(status.st_mode)) {
-      return nullptr;
+    if (!fd.IsOpen() || ::fstat(fd.Get(), &status) != 0) {
+      return Refuse(errno, error);
     }
-    if (S_ISREG(status.st_mode)) {
+    if (S_ISDIR(status.st_mode)) {
+      return Refuse(EISDIR, error);
+    }
+    const bool is_regular = S_ISREG(status.st_mode);
+    if (is_regular) {
       // Only advice: where it is refused, reading is merely slower.
       ::posix_fadvise(fd.Get(), 0, 0, POSIX_FADV_SEQUENTIAL);
     }
-    return std::make_unique<LinuxRecordReader>(std::move(fd));
+    return std::make_unique<LinuxRecordReader>(std::move(fd), is_regular);
   }
 
  private:
@@ -73,14 +91,14 @@ class LinuxRecordFile final : public RecordFile {
 
 }  // namespace
 
-std::unique_ptr<RecordFile> OpenRecordFile(std::string_view name) {
+std::unique_ptr<RecordFile> OpenRecordFile(std::string_view name, int* error) {
   if (name.empty() || name.find('\0') != std::string_view::npos) {
-    return nullptr;
+    return Refuse(ENOENT, error);
   }
   // O_PATH: a directory that may be entered but not listed has records that can be read.
   UniqueFd directory = OpenAt(AT_FDCWD, std::string(name), O_PATH | O_DIRECTORY);
   if (!directory.IsOpen()) {
-    return nullptr;
+    return Refuse(errno, error);
   }
   return std::make_unique<LinuxRecordFile>(std::move(directory));
 }

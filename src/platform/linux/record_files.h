@@ -3,15 +3,16 @@
 #include <memory>
 #include <string_view>
 
-#include "platform/platform.h"
+#include "platform/record_file.h"
 
 namespace ptick {
 
 /// Opens the directory `name` as a platform file, its entries being the records. Null when there is
-/// no such directory, or the name is empty or holds a zero byte.
+/// no such directory, or the name is empty or holds a zero byte (ENOENT); `error`, where given,
+/// gets the system's error number.
 ///
 /// A record is any entry that can be read to its end: a regular file, a pipe, a device, or a link
 /// to one of them; a directory or a socket is none. Opening a FIFO waits for its writer.
-std::unique_ptr<RecordFile> OpenRecordFile(std::string_view name);
+std::unique_ptr<RecordFile> OpenRecordFile(std::string_view name, int* error = nullptr);
 
 }  // namespace ptick

@@ -1,27 +1,100 @@
 #include "profile/merge/merge_keys.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
+#include <new>
 
 namespace ptick {
 
 namespace {
 
 constexpr unsigned kFirstSlotBits = 6;
+constexpr unsigned kMaxSlotBits = 31;
+
+// As many lookups at a time as there are misses that the processor can wait for at once, and some.
+constexpr std::size_t kBatch = 32;
+
+// With more heads than this their texts are not in the cache either.
+constexpr std::size_t kManyHeads = 10000;
 
 }  // namespace
 
-MergeKeys::MergeKeys() : slots_(std::size_t{1} << kFirstSlotBits), slot_bits_(kFirstSlotBits) {}
+MergeKeys::MergeKeys(std::pmr::memory_resource* memory)
+    : entries_(memory),
+      slots_(std::size_t{1} << kFirstSlotBits, memory),
+      slot_bits_(kFirstSlotBits) {}
 
-MergeKeys::Id MergeKeys::FindOrAdd(const Lookup& lookup) {
-  std::size_t slot = FirstSlot(lookup.hash_);
-  for (; slots_[slot] != 0; slot = NextSlot(slot)) {
-    if (Checks(slots_[slot], lookup.hash_) && IsAt(IdIn(slots_[slot]), lookup)) {
-      return IdIn(slots_[slot]);
+void MergeKeys::Intern(std::span<const MergeKey> keys, Id* ids) {
+  for (std::size_t start = 0; start < keys.size(); start += kBatch) {
+    InternBatch(keys.subspan(start, std::min(kBatch, keys.size() - start)), ids + start);
+  }
+}
+
+MergeKeys::Id MergeKeys::Intern(const MergeKey& key) {
+  Lookup lookup;  // NOLINT(*-member-init): filled step by step
+  lookup.key = &key;
+  lookup.head_hash = HashName(key.head);
+  InternHead(lookup);
+  return FindOrAdd(lookup);
+}
+
+void MergeKeys::InternBatch(std::span<const MergeKey> keys, Id* ids) {
+  std::array<Lookup, kBatch> batch;  // NOLINT(*-member-init): filled step by step
+  const std::span<Lookup> lookups = std::span(batch).first(keys.size());
+  for (std::size_t i = 0; i < keys.size(); ++i) {
+    lookups[i].key = &keys[i];
+    lookups[i].head_hash = HashName(keys[i].head);
+    heads_.PrefetchSlot(lookups[i].head_hash);
+  }
+  if (heads_.size() > kManyHeads) {
+    for (Lookup& lookup : lookups) {
+      lookup.likely_head = heads_.LikelyId(lookup.head_hash);
+      heads_.PrefetchEnd(lookup.likely_head);
+    }
+    for (const Lookup& lookup : lookups) {
+      heads_.PrefetchText(lookup.likely_head);
     }
   }
-  entries_.push_back({{lookup.head_, lookup.key_.number}, 0});
-  slots_[slot] = CheckOf(lookup.hash_) | static_cast<Slot>(entries_.size());
+  for (Lookup& lookup : lookups) {
+    InternHead(lookup);
+  }
+  for (Lookup& lookup : lookups) {
+    FindLikelyId(lookup);
+  }
+  for (const Lookup& lookup : lookups) {
+    const bool is_known = lookup.likely_id < size() && HasKey(lookup.likely_id, lookup);
+    *ids++ = is_known ? lookup.likely_id : FindOrAdd(lookup);
+  }
+}
+
+void MergeKeys::InternHead(Lookup& lookup) {
+  lookup.head = heads_.Intern(lookup.key->head, lookup.head_hash);
+  lookup.hash = Hash({lookup.head, lookup.key->number});
+  __builtin_prefetch(&slots_[FirstSlot(lookup.hash)]);
+}
+
+// The first key with these hash bits, nearly always the right one.
+void MergeKeys::FindLikelyId(Lookup& lookup) const {
+  lookup.likely_id = 0;
+  for (std::size_t slot = FirstSlot(lookup.hash); slots_[slot] != 0; slot = NextSlot(slot)) {
+    if (MatchesHash(slots_[slot], lookup.hash)) {
+      lookup.likely_id = IdOf(slots_[slot]);
+      break;
+    }
+  }
+  __builtin_prefetch(entries_.data() + lookup.likely_id);
+}
+
+MergeKeys::Id MergeKeys::FindOrAdd(const Lookup& lookup) {
+  std::size_t slot = FirstSlot(lookup.hash);
+  for (; slots_[slot] != 0; slot = NextSlot(slot)) {
+    if (MatchesHash(slots_[slot], lookup.hash) && HasKey(IdOf(slots_[slot]), lookup)) {
+      return IdOf(slots_[slot]);
+    }
+  }
+  entries_.push_back({{lookup.head, lookup.key->number}, 0});
+  slots_[slot] = HashBitsOf(lookup.hash) | static_cast<Slot>(entries_.size());
   if (2 * entries_.size() >= slots_.size()) {
     Grow();
   }
@@ -40,16 +113,19 @@ void MergeKeys::AppendText(Id id, std::string& out) const {
 }
 
 void MergeKeys::Grow() {
-  slots_ = std::pmr::vector<Slot>(2 * slots_.size());
+  if (slot_bits_ == kMaxSlotBits) {
+    throw std::bad_alloc();
+  }
+  slots_ = std::pmr::vector<Slot>(2 * slots_.size(), slots_.get_allocator());
   ++slot_bits_;
-  Slot mark = 0;
+  Slot id_plus_1 = 0;
   for (const Entry& entry : entries_) {
     const std::uint64_t hash = Hash(entry.key);
     std::size_t slot = FirstSlot(hash);
     while (slots_[slot] != 0) {
       slot = NextSlot(slot);
     }
-    slots_[slot] = CheckOf(hash) | ++mark;
+    slots_[slot] = HashBitsOf(hash) | ++id_plus_1;
   }
 }
 

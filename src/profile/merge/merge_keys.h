@@ -5,6 +5,7 @@
 #include <limits>
 #include <memory_resource>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,8 +15,8 @@
 
 namespace ptick {
 
-/// A merge key without its prefix "PROFILE:", taken apart: nearly all keys of a big profile end in
-/// a line number, behind one of few programs.
+/// A merge key without its prefix "PROFILE:", split into a head and a number: nearly all keys of a
+/// big profile are one of few programs and a line number.
 struct MergeKey {
   static constexpr std::uint32_t kNoNumber = std::numeric_limits<std::uint32_t>::max();
 
@@ -25,8 +26,8 @@ struct MergeKey {
   bool operator==(const MergeKey&) const = default;
 };
 
-/// Takes the text of a key apart. Equal texts give equal keys, different ones different keys.
-inline MergeKey DivideKey(std::string_view text) {
+/// Splits the text of a key. Equal texts give equal keys, different ones different keys.
+inline MergeKey SplitKey(std::string_view text) {
   if (const auto tab = text.rfind('\t'); tab != std::string_view::npos) {
     const std::optional<std::uint32_t> number = ParseOrdinary(text.substr(tab + 1));
     if (number && *number != MergeKey::kNoNumber) {
@@ -36,69 +37,24 @@ inline MergeKey DivideKey(std::string_view text) {
   return {text, MergeKey::kNoNumber};
 }
 
-/// Distinct merge keys, numbered from 0 in order of first appearance: `MergeKeys`. Each has a cell
-/// for its value beside it, where it is near as soon as the key has been found.
+/// Distinct merge keys, numbered from 0 in order of first appearance: `MergeKeys`. Beside each is a
+/// cell for its value: finding the key brings the value into the cache.
+///
+/// In a big table every step of a lookup misses the cache, so lookups run in batches, one step of
+/// all of them at a time; each step prefetches what the next one reads.
 class MergeKeys {
  public:
   using Id = std::uint32_t;
 
-  MergeKeys();
+  /// Its tables take their memory from `memory`, which must outlive this.
+  explicit MergeKeys(std::pmr::memory_resource* memory = std::pmr::get_default_resource());
 
-  /// A lookup on its way. A big table lies far away in memory, so that lookups are made in batches,
-  /// step by step: each step brings near what the next one needs.
-  class Lookup {
-    friend class MergeKeys;
+  /// The numbers of keys, each given at its first appearance; `ids` has room for all of them.
+  /// Throws std::bad_alloc beyond 2^30 keys.
+  void Intern(std::span<const MergeKey> keys, Id* ids);
 
-    MergeKey key_;
-    std::uint64_t head_hash_;
-    NameTable::Id likely_head_;  ///< after FindLikelyHead
-    NameTable::Id head_;         ///< after InternHead
-    std::uint64_t hash_;         ///< after InternHead
-    Id likely_id_;               ///< after FindLikelyId: the number of the key, if it has one
-  };
-  Lookup StartLookup(const MergeKey& key) const {
-    Lookup lookup;
-    lookup.key_ = key;
-    lookup.head_hash_ = HashName(key.head);
-    heads_.PrefetchSlot(lookup.head_hash_);
-    return lookup;
-  }
-  /// Whether the heads are too many to be near; the next two steps are of use only then.
-  bool HasManyHeads() const { return heads_.size() > 10000; }
-  void FindLikelyHead(Lookup& lookup) const {
-    lookup.likely_head_ = heads_.LikelyId(lookup.head_hash_);
-    heads_.PrefetchEnd(lookup.likely_head_);
-  }
-  void FetchLikelyHead(const Lookup& lookup) const { heads_.PrefetchText(lookup.likely_head_); }
-  void InternHead(Lookup& lookup) {
-    lookup.head_ = heads_.Intern(lookup.key_.head, lookup.head_hash_);
-    lookup.hash_ = Hash({lookup.head_, lookup.key_.number});
-    __builtin_prefetch(&slots_[FirstSlot(lookup.hash_)]);
-  }
-  void FindLikelyId(Lookup& lookup) const {
-    lookup.likely_id_ = 0;
-    for (std::size_t slot = FirstSlot(lookup.hash_); slots_[slot] != 0; slot = NextSlot(slot)) {
-      if (Checks(slots_[slot], lookup.hash_)) {
-        lookup.likely_id_ = IdIn(slots_[slot]);
-        break;
-      }
-    }
-    __builtin_prefetch(entries_.data() + lookup.likely_id_);
-  }
-  /// The number of the key, given at its first appearance; after all steps.
-  Id Intern(const Lookup& lookup) {
-    if (lookup.likely_id_ < size() && IsAt(lookup.likely_id_, lookup)) {
-      return lookup.likely_id_;
-    }
-    return FindOrAdd(lookup);
-  }
-
-  /// The same without the steps.
-  Id Intern(const MergeKey& key) {
-    Lookup lookup = StartLookup(key);
-    InternHead(lookup);
-    return FindOrAdd(lookup);
-  }
+  /// The same for one key.
+  Id Intern(const MergeKey& key);
 
   /// Whether `id` is the number of `key`.
   bool Is(Id id, const MergeKey& key) const {
@@ -108,6 +64,7 @@ class MergeKeys {
 
   /// The cell beside a key, 0 at first.
   std::int64_t& CellOf(Id id) { return entries_[id].cell; }
+  std::int64_t CellOf(Id id) const { return entries_[id].cell; }
 
   std::size_t size() const { return entries_.size(); }
 
@@ -118,18 +75,26 @@ class MergeKeys {
   struct Key {
     NameTable::Id head;
     std::uint32_t number;
-
     bool operator==(const Key&) const = default;
   };
-
   struct Entry {
     MergeKeys::Key key;
     std::int64_t cell;
   };
 
-  /// A place in the open-addressing index, as small as can be, for the index of a big merge is what
-  /// lookups wait for: the number of a key plus 1 in the low bits, which have room for half as many
-  /// as there are slots, and bits of its hash above them, compared before the key; 0 is free.
+  /// A lookup in progress.
+  struct Lookup {
+    const MergeKey* key;
+    std::uint64_t head_hash;
+    NameTable::Id likely_head;
+    NameTable::Id head;
+    std::uint64_t hash;
+    Id likely_id;
+  };
+
+  /// A slot of the open-addressing index, 4 bytes because a big merge waits for it. The low
+  /// slot_bits_ bits hold the key's number plus 1 (0: free), the rest some bits of its hash, which
+  /// are compared before the key.
   using Slot = std::uint32_t;
 
   static std::uint64_t Hash(Key key) {
@@ -138,16 +103,21 @@ class MergeKeys {
     const std::uint64_t mixed = (word ^ word >> 29U) * kOdd;
     return (mixed ^ mixed >> 32U) * kOdd;
   }
+
   std::size_t FirstSlot(std::uint64_t hash) const { return hash >> (64 - slot_bits_); }
   std::size_t NextSlot(std::size_t slot) const { return (slot + 1) & (slots_.size() - 1); }
-  Slot CheckOf(std::uint64_t hash) const { return static_cast<Slot>(hash) << slot_bits_; }
-  bool Checks(Slot slot, std::uint64_t hash) const {
-    return slot >> slot_bits_ == CheckOf(hash) >> slot_bits_;
+  Slot HashBitsOf(std::uint64_t hash) const { return static_cast<Slot>(hash) << slot_bits_; }
+  bool MatchesHash(Slot slot, std::uint64_t hash) const {
+    return slot >> slot_bits_ == HashBitsOf(hash) >> slot_bits_;
   }
-  Id IdIn(Slot slot) const { return (slot & ((Slot{1} << slot_bits_) - 1)) - 1; }
-  bool IsAt(Id id, const Lookup& lookup) const {
-    return entries_[id].key == Key{lookup.head_, lookup.key_.number};
+  Id IdOf(Slot slot) const { return (slot & ((Slot{1} << slot_bits_) - 1)) - 1; }
+  bool HasKey(Id id, const Lookup& lookup) const {
+    return entries_[id].key == Key{lookup.head, lookup.key->number};
   }
+
+  void InternBatch(std::span<const MergeKey> keys, Id* ids);
+  void InternHead(Lookup& lookup);
+  void FindLikelyId(Lookup& lookup) const;
   Id FindOrAdd(const Lookup& lookup);
   void Grow();
 

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <memory_resource>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -10,13 +11,18 @@
 
 namespace ptick {
 
-/// The values of merge keys, `MergeValues`. Most are ordinary numbers: those stand in the cells
-/// beside the keys. Any other text is held as it was read.
+/// Merge keys with their values, `MergeValues`. Most values are ordinary numbers: those are in the
+/// cells beside the keys. Any other text is held as it was read.
 class MergeValues {
  public:
   using Id = MergeKeys::Id;
 
-  explicit MergeValues(MergeKeys& keys) : keys_(keys) {}
+  /// The tables take their memory from `memory`, which must outlive this.
+  explicit MergeValues(std::pmr::memory_resource* memory = std::pmr::get_default_resource())
+      : keys_(memory) {}
+
+  MergeKeys& Keys() { return keys_; }
+  const MergeKeys& Keys() const { return keys_; }
 
   void Set(Id key, std::string_view text);
 
@@ -38,7 +44,7 @@ class MergeValues {
   /// In a cell: the text is held aside.
   static constexpr std::int64_t kTextAside = std::numeric_limits<std::int64_t>::min();
 
-  MergeKeys& keys_;
+  MergeKeys keys_;
   std::unordered_map<Id, std::string> texts_;
 };
 

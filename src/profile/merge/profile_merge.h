@@ -1,67 +1,63 @@
 #pragma once
 
-#include <cstddef>
+#include <array>
 #include <cstdint>
-#include <span>
+#include <memory_resource>
 #include <string>
 #include <string_view>
-#include <vector>
 
-#include "output/output.h"
-#include "platform/platform.h"
-#include "profile/merge/merge_keys.h"
 #include "profile/merge/merge_line.h"
 #include "profile/merge/merge_values.h"
 #include "records/line_blocks.h"
 
 namespace ptick {
 
-/// Several profiles merged into one. A line's key is all of it but its last TAB-separated field,
-/// its value is that field; lines of equal keys become one, in order of first appearance. The
-/// merged lines are handed out as blocks; memory follows the distinct keys, not the lines.
-class ProfileMerge final : public LineBlocks {
+/// The lines of a merged profile, in order of the first appearance of their keys. Those are lines
+/// of a profile again.
+class MergedLines final : public LineBlocks {
  public:
-  /// Takes in the lines of a block as LineBlocks hands them out. Lines without a TAB or without the
-  /// prefix "PROFILE:" are passed over.
-  void AddLines(std::string_view block);
-
-  bool Empty() const { return keys_.size() == 0; }
-
-  /// The name of the first profile that could be read.
-  const std::string& FirstName() const { return first_name_; }
-  /// Notes that the profile of that name has been read.
-  void NoteName(std::string_view name) {
-    if (first_name_.empty()) {
-      first_name_ = name;
-    }
-  }
+  explicit MergedLines(MergeValues&& values) : values_(std::move(values)) {}
 
   std::string_view Next() override;
 
  private:
-  /// A trace line whose key is being looked up.
-  struct WaitingLine {
-    MergeKeys::Lookup key;
-    std::uint32_t ticks;
-  };
-
-  void AddTraces(std::span<WaitingLine> lines);
-  void AddOther(std::string_view line);
-  void Combine(MergeKeys::Id key, const MergeLine& line);
-
-  MergeKeys keys_;
-  MergeValues values_{keys_};
-  MergeKeys::Id next_key_ = 0;  ///< the key behind that of the line before
-  std::string first_name_;
-  MergeKeys::Id handed_out_ = 0;  ///< keys whose lines have been handed out
+  MergeValues values_;
+  MergeKeys::Id next_ = 0;  ///< the key whose line comes next
   std::string block_;
 };
 
-/// Merges the files of these names, in order. A file that cannot be opened or read is passed over
-/// after message 201 or 202; when nothing was merged prints "No input files..." and throws Stop
-/// with status 2. A file whose reading breaks off midway cannot be taken out of the sums again:
-/// that is message 202 and Stop with status 1.
-void MergeProfileFiles(const std::vector<std::string>& names, Platform& platform, Output& output,
-                       ProfileMerge& merge);
+/// Collects profiles into one. A line's key is all of it but its last TAB-separated field, its
+/// value is that field; lines of equal keys become one. Memory follows the distinct keys, not the
+/// lines.
+class ProfileMerge {
+ public:
+  /// The tables take their memory from `memory`, which must outlive this and its lines.
+  explicit ProfileMerge(std::pmr::memory_resource* memory = std::pmr::get_default_resource())
+      : values_(memory) {}
+
+  /// Takes in the lines of a block as LineBlocks hands them out. Lines without a TAB or without the
+  /// prefix "PROFILE:" are passed over.
+  void AddLines(std::string_view block);
+
+  bool Empty() const { return values_.Keys().size() == 0; }
+
+  /// The merged lines; nothing is left here.
+  MergedLines TakeLines() { return MergedLines(std::move(values_)); }
+
+ private:
+  static constexpr std::size_t kBatch = 32;
+
+  void AddWaiting();
+  void AddOther(std::string_view line);
+  void Combine(MergeKeys::Id key, const MergeLine& line);
+
+  MergeValues values_;
+  MergeKeys::Id next_key_ = 0;  ///< the key after the one used last: the likeliest next one
+
+  /// Trace lines whose keys are looked up together; the keys point into the block.
+  std::array<MergeKey, kBatch> waiting_keys_;
+  std::array<std::uint32_t, kBatch> waiting_ticks_{};
+  std::size_t waiting_ = 0;
+};
 
 }  // namespace ptick

@@ -1,5 +1,6 @@
 #include "profile/parse/record_parser.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -7,13 +8,10 @@
 #include <string_view>
 #include <variant>
 
-#include "output/stop.h"
-#include "profile/parse/perform_entry.h"
+#include "profile/parse/perform_fields.h"
 #include "profile/scan/tab_fields.h"
 #include "profile/scan/trace_line.h"
 #include "profile/tables/record_types.h"
-#include "reports/keyboard_lines.h"
-#include "reports/subroutine_order.h"
 #include "value/arithmetic.h"
 #include "value/list_operations.h"
 #include "value/text.h"
@@ -40,28 +38,33 @@ class TabTrimmer {
 
 class RecordParser {
  public:
-  RecordParser(const RunOptions& options, Output& output, ProfileTables& tables)
-      : options_(options), output_(output), tables_(tables) {}
+  RecordParser(const ReadOptions& options, ProfileTables& tables)
+      : options_(options), tables_(tables) {}
 
-  void ParseBlock(std::string_view block);
-  void Finish();
+  /// False at a line of an unknown record type; Problem tells which.
+  bool ParseBlock(std::string_view block);
+
+  const ReadProblem& Problem() const { return problem_; }
 
  private:
-  void ParseLine(std::string_view line);
-  void ParseRecord(const RecordType& type, std::string_view profile_line);
+  bool ParseLine(std::string_view line);
+  void ParseRecord(const RecordType& type, TabFields fields);
   void ParseProgram(std::string_view command);
   void ParseSharedObject(TabFields fields);
+  void ParseSubroutineCall(TabFields fields);
+  void ParseInput(TabFields fields);
+  void ParseClock(const RecordType& type, ClockSetting::Kind kind, std::string_view value);
   void ParseUserTicks(TabFields fields);
-  [[noreturn]] void StopAtInvalidLine(std::string_view profile_line);
 
-  const RunOptions& options_;
-  Output& output_;
+  const ReadOptions& options_;
   ProfileTables& tables_;
   TabTrimmer trimmer_;
   std::int64_t line_no_ = 0;
+  ReadProblem problem_;
 };
 
-void RecordParser::ParseBlock(std::string_view block) {
+// Nearly all lines are trace lines in their usual form; ScanTraceLine is a fast path for those.
+bool RecordParser::ParseBlock(std::string_view block) {
   const char* line = block.data();
   const char* const end = line + block.size();
   while (line != end) {
@@ -74,27 +77,34 @@ void RecordParser::ParseBlock(std::string_view block) {
     }
     const auto* line_end =
         static_cast<const char*>(std::memchr(line, '\n', static_cast<std::size_t>(end - line)));
-    ParseLine({line, static_cast<std::size_t>(line_end - line)});
+    if (!ParseLine({line, static_cast<std::size_t>(line_end - line)})) {
+      return false;
+    }
     line = line_end + 1;
   }
+  return true;
 }
 
-void RecordParser::ParseLine(std::string_view line) {
+bool RecordParser::ParseLine(std::string_view line) {
   std::string_view profile_line = trimmer_.Trimmed(line);
   if (!profile_line.starts_with(kProfilePrefix)) {
-    return;
+    return true;
   }
   profile_line.remove_prefix(kProfilePrefix.size());
-  const RecordType* type = FindRecordType(TabFields(profile_line).Next());
+  TabFields fields(profile_line);
+  const RecordType* type = FindRecordType(fields.Next());
   if (type == nullptr) {
-    StopAtInvalidLine(profile_line);
+    problem_.kind = ReadProblem::Kind::kInvalidLine;
+    problem_.line = line_no_;
+    problem_.text = profile_line;
+    return false;
   }
-  ParseRecord(*type, profile_line);
+  ParseRecord(*type, fields);
+  return true;
 }
 
-void RecordParser::ParseRecord(const RecordType& type, std::string_view profile_line) {
-  TabFields fields(profile_line);
-  fields.Next();  // the record type
+// `fields` are those after the record type.
+void RecordParser::ParseRecord(const RecordType& type, TabFields fields) {
   switch (type.kind) {
     case RecordKind::kTrace: {
       const std::string_view program = fields.Next();
@@ -108,28 +118,23 @@ void RecordParser::ParseRecord(const RecordType& type, std::string_view profile_
     case RecordKind::kSharedObject:
       ParseSharedObject(fields);
       break;
-    case RecordKind::kSubroutineCall: {
-      const std::string_view call = fields.Next();
-      tables_.SubroutinesCalled.Append(Field(call, ' ', 2).text);
-      tables_.SubroutineTimes.Append(fields.Next());
+    case RecordKind::kSubroutineCall:
+      ParseSubroutineCall(fields);
       break;
-    }
     case RecordKind::kInput:
-      tables_.InputCount = Increment(tables_.InputCount);
-      if (!options_.KeyScriptFile.empty()) {
-        AppendKeyboardLines(profile_line, options_.TypeRateOption, tables_);
-      }
+      ParseInput(fields);
       break;
     case RecordKind::kPerform:
-      if (const std::string entry = PerformEntry(profile_line); !entry.empty()) {
-        tables_.Performs.Append(entry);
-      }
+      AddPerform(fields, options_.keep_performs, tables_.Performs);
       break;
     case RecordKind::kHeader:
       tables_.*type.header = fields.Next();
       break;
+    case RecordKind::kHertz:
+      ParseClock(type, ClockSetting::Kind::kHertz, fields.Next());
+      break;
     case RecordKind::kStartClock:
-      tables_.LastClock = tables_.*type.header = fields.Next();
+      ParseClock(type, ClockSetting::Kind::kStartClock, fields.Next());
       break;
     case RecordKind::kResource:
       tables_.Resource = fields.Rest();
@@ -157,6 +162,38 @@ void RecordParser::ParseSharedObject(TabFields fields) {
   }
 }
 
+// Field 2 of the record is the caller and the subroutine called, separated by a space.
+void RecordParser::ParseSubroutineCall(TabFields fields) {
+  const std::string_view call = fields.Next();
+  const std::size_t space = std::min(call.find(' '), call.size());
+  const std::string_view rest = call.substr(std::min(space + 1, call.size()));
+  tables_.Subroutines.Add({.caller = call.substr(0, space),
+                           .called = rest.substr(0, rest.find(' ')),
+                           .times = fields.Next()},
+                          options_.keep_callers);
+}
+
+void RecordParser::ParseInput(TabFields fields) {
+  tables_.InputCount = Increment(tables_.InputCount);
+  if (!options_.keep_inputs) {
+    return;
+  }
+  KeyboardInputs::Texts texts;
+  for (std::string_view& number : texts.numbers) {
+    number = fields.Next();
+  }
+  texts.text = fields.Rest();
+  tables_.Inputs.Add(texts);
+}
+
+void RecordParser::ParseClock(const RecordType& type, ClockSetting::Kind kind,
+                              std::string_view value) {
+  tables_.*type.header = value;
+  if (options_.keep_inputs) {
+    tables_.Inputs.Add(kind, value);
+  }
+}
+
 void RecordParser::ParseUserTicks(TabFields fields) {
   const Value index = fields.Next();
   if (!Num(index) || index < 1 || index > 10) {
@@ -167,26 +204,17 @@ void RecordParser::ParseUserTicks(TabFields fields) {
   ticks = Add(ticks, fields.Next());
 }
 
-void RecordParser::StopAtInvalidLine(std::string_view profile_line) {
-  output_.PrintTerminal("Invalid format in profile file at line " + std::to_string(line_no_));
-  output_.PrintTerminal(std::string("\t").append(profile_line));
-  throw Stop{2};
-}
-
-void RecordParser::Finish() {
-  tables_.Details.Order(options_.TickOrder, options_.PerProgram);
-  OrderSubroutines(tables_);
-}
-
 }  // namespace
 
-void ParseProfileLines(LineBlocks& lines, const RunOptions& options, Output& output,
-                       ProfileTables& tables) {
-  RecordParser parser(options, output, tables);
+std::optional<ReadProblem> ParseProfileLines(LineBlocks& lines, const ReadOptions& options,
+                                             ProfileTables& tables) {
+  RecordParser parser(options, tables);
   for (std::string_view block = lines.Next(); !block.empty(); block = lines.Next()) {
-    parser.ParseBlock(block);
+    if (!parser.ParseBlock(block)) {
+      return parser.Problem();
+    }
   }
-  parser.Finish();
+  return std::nullopt;
 }
 
 }  // namespace ptick

@@ -3,8 +3,10 @@
 #include <array>
 #include <optional>
 #include <string>
-#include <string_view>
 
+#include "profile/tables/keyboard_inputs.h"
+#include "profile/tables/perform_table.h"
+#include "profile/tables/subroutine_table.h"
 #include "profile/ticks/tick_table.h"
 #include "value/field_list.h"
 #include "value/value.h"
@@ -17,40 +19,20 @@ struct TypingRate {
   std::string ticks;       ///< clock ticks spent typing them
 };
 
-/// Positions of the values of a `Performs` entry.
-enum class PerformValue {
-  kStartClock = 1,
-  kEndClock,
-  kStartTime,
-  kEndTime,
-  kTicks,
-  kUsrCpu,
-  kSysCpu,
-  kType,
-  kCommand,
-};
-
-/// The in-memory model of a profile. Written by the record parser only (the loader sets
-/// ProfileName), read by the reports. Texts are kept as they were read.
+/// The in-memory model of a profile: facts as they were read, in order of arrival. Written by the
+/// record parser (the loader adds the name), read by everything that shows a profile. Not to be
+/// written by two threads at once; read by any number of them.
 struct ProfileTables {
   std::string ProfileName;  ///< what headings show after " from profile "
 
-  TickTable Details;  ///< the trace entries, ordered by ticks when the parse ends
+  TickTable Details;  ///< the trace entries
 
   std::string ProgramCommand;             ///< command line of the profiled run
   std::string ProgramName = "(unknown)";  ///< its first word
-
-  FieldList SharedObjects;  ///< in order of arrival, duplicates kept
-  FieldList
-      SubroutineTimes;  ///< call counts, largest first, equal ones in reverse order of arrival
-  FieldList SubroutinesCalled;  ///< parallel to SubroutineTimes
-
-  /// One entry per performed command, in order of arrival: its values joined by value marks (see
-  /// PerformValue), the command never empty.
-  FieldList Performs;
-
-  FieldList KeyScript;  ///< body lines of the keyboard script; only with -k
-
+  FieldList SharedObjects;                ///< duplicates kept
+  SubroutineTable Subroutines;
+  PerformTable Performs;
+  KeyboardInputs Inputs;  ///< where they are wanted; InputCount counts them always
   std::optional<TypingRate> TypeRate;
   std::array<Value, 10> UserTicks{0, 0, 0, 0, 0, 0, 0, 0, 0, 0};
 
@@ -80,10 +62,6 @@ struct ProfileTables {
   Value PortNo = -1;
   Value Pid = -1;
   Value PPid = -1;
-  Value LastClock = 0;  ///< where the next pause of the keyboard script is measured from
 };
-
-/// Value n of a `Performs` entry; empty when there is none.
-std::string_view ExtractPerform(std::string_view entry, PerformValue n);
 
 }  // namespace ptick

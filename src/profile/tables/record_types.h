@@ -19,23 +19,38 @@ enum class RecordKind {
   kInput,
   kPerform,
   kHeader,      ///< stores its field 2 in a header value
-  kStartClock,  ///< the same, and starts the clock of the keyboard script
+  kHertz,       ///< the same, and sets the clock of the inputs after it
+  kStartClock,  ///< the same
   kResource,
   kTypeRate,
   kUserTicks,
 };
 
-/// A type of record: its name as it stands in a profile, in lower case.
-struct RecordType {
-  std::string_view name;
-  RecordKind kind;
-  Value ProfileTables::*header = nullptr;  ///< for the header kinds
+/// How lines of one type with equal keys become one when profiles are merged.
+enum class MergeKind {
+  kSmallest,  ///< the smallest value stays
+  kLargest,
+  kDropped,  ///< a merged profile has no such lines
+  kLast,     ///< the value read last stays
+  kAdded,    ///< the values are added as numbers
 };
 
-/// All types of record.
+/// A type of record, the one place that says everything about it. docs/record-format.md has the
+/// same table for those who write profiles.
+struct RecordType {
+  std::string_view name;  ///< as it is written in a profile, in lower case
+  MergeKind merge;
+  RecordKind kind;
+  Value ProfileTables::*header = nullptr;  ///< for the kinds that store a header value
+};
+
 std::span<const RecordType> RecordTypes();
 
 /// The type of that name, upper and lower case alike; null when there is none.
 const RecordType* FindRecordType(std::string_view name);
+
+/// How lines of that type are merged. Names are compared exactly, and lines of unknown types are
+/// added: `MinKeys`, `MaxKeys`, `DroppedKeys` and `LastKeys`.
+MergeKind MergeKindOf(std::string_view name);
 
 }  // namespace ptick

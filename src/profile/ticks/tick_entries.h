@@ -38,8 +38,19 @@ class TickEntries {
     ticks_seen_ |= entry.ticks;
   }
 
-  /// The entries by ticks in `order`, equal ticks in reverse order of arrival. Leaves nothing
-  /// behind here.
+  /// Calls `visit` with every entry, in order of arrival.
+  template <typename Visit>
+  void ForEach(Visit visit) const {
+    for (std::size_t chunk = 0; chunk < chunks_.size(); ++chunk) {
+      const bool is_last = chunk + 1 == chunks_.size();
+      for (const TickEntry& entry : chunks_[chunk].Entries().first(is_last ? used_ : kChunk)) {
+        visit(entry);
+      }
+    }
+  }
+
+  /// The entries by ticks in `order`, equal ticks in reverse order of arrival. Empties this
+  /// collection.
   TickEntryBlock TakeOrdered(SortOrder order);
 
  private:

@@ -13,7 +13,7 @@ namespace {
 
 using testing::Tabs;
 
-TEST(MergeKeys, AreDividedInFrontOfAnOrdinaryNumber) {
+TEST(MergeKeys, AreSplitBeforeAnOrdinaryNumber) {
   struct Row {
     std::string text;
     std::string head;
@@ -43,7 +43,7 @@ TEST(MergeKeys, AreDividedInFrontOfAnOrdinaryNumber) {
   };
   for (const Row& row : rows) {
     const std::string text = Tabs(row.text);
-    const MergeKey key = DivideKey(text);
+    const MergeKey key = SplitKey(text);
     EXPECT_EQ(key.head, Tabs(row.head)) << row.text;
     EXPECT_EQ(key.number, row.number) << row.text;
   }
@@ -54,11 +54,11 @@ TEST(MergeKeys, AreNumberedInOrderOfFirstAppearance) {
   const std::vector<std::string> texts = {"trace\tP\t10",  "trace\tP\t11", "trace\tp\t10",
                                           "trace\tP\t010", "trace\tP",     "trace\tP\t"};
   for (MergeKeys::Id id = 0; id < texts.size(); ++id) {
-    EXPECT_EQ(keys.Intern(DivideKey(texts[id])), id);
+    EXPECT_EQ(keys.Intern(SplitKey(texts[id])), id);
   }
   EXPECT_EQ(keys.size(), texts.size());
   for (MergeKeys::Id id = 0; id < texts.size(); ++id) {
-    EXPECT_EQ(keys.Intern(DivideKey(texts[id])), id) << "again";
+    EXPECT_EQ(keys.Intern(SplitKey(texts[id])), id) << "again";
     std::string text = ">";
     keys.AppendText(id, text);
     EXPECT_EQ(text, ">" + texts[id]);
@@ -68,15 +68,15 @@ TEST(MergeKeys, AreNumberedInOrderOfFirstAppearance) {
 
 TEST(MergeKeys, KnowWhoseNumberAnIdIs) {
   MergeKeys keys;
-  EXPECT_FALSE(keys.Is(0, DivideKey("a\t1")));
-  keys.Intern(DivideKey("a\t1"));
-  keys.Intern(DivideKey("b"));
-  EXPECT_TRUE(keys.Is(0, DivideKey("a\t1")));
-  EXPECT_FALSE(keys.Is(0, DivideKey("a\t2")));
-  EXPECT_FALSE(keys.Is(0, DivideKey("b\t1")));
-  EXPECT_FALSE(keys.Is(0, DivideKey("a")));
-  EXPECT_TRUE(keys.Is(1, DivideKey("b")));
-  EXPECT_FALSE(keys.Is(2, DivideKey("b")));
+  EXPECT_FALSE(keys.Is(0, SplitKey("a\t1")));
+  keys.Intern(SplitKey("a\t1"));
+  keys.Intern(SplitKey("b"));
+  EXPECT_TRUE(keys.Is(0, SplitKey("a\t1")));
+  EXPECT_FALSE(keys.Is(0, SplitKey("a\t2")));
+  EXPECT_FALSE(keys.Is(0, SplitKey("b\t1")));
+  EXPECT_FALSE(keys.Is(0, SplitKey("a")));
+  EXPECT_TRUE(keys.Is(1, SplitKey("b")));
+  EXPECT_FALSE(keys.Is(2, SplitKey("b")));
 }
 
 // Through many doublings of the index, with many heads and with many numbers.
@@ -87,17 +87,17 @@ TEST(MergeKeys, AreFoundAgainHoweverManyThereAre) {
   };
   constexpr MergeKeys::Id kCount = 60000;
   for (MergeKeys::Id id = 0; id < kCount; ++id) {
-    ASSERT_EQ(keys.Intern(DivideKey(text(id))), id);
+    ASSERT_EQ(keys.Intern(SplitKey(text(id))), id);
   }
   for (MergeKeys::Id id = 0; id < kCount; ++id) {
-    ASSERT_EQ(keys.Intern(DivideKey(text(id))), id) << "again";
+    ASSERT_EQ(keys.Intern(SplitKey(text(id))), id) << "again";
   }
 }
 
 TEST(MergeKeys, HaveACellEach) {
   MergeKeys keys;
   for (MergeKeys::Id id = 0; id < 100; ++id) {
-    keys.Intern(DivideKey("head\t" + std::to_string(id)));
+    keys.Intern(SplitKey("head\t" + std::to_string(id)));
     EXPECT_EQ(keys.CellOf(id), 0);
     keys.CellOf(id) = id;
   }
@@ -106,37 +106,29 @@ TEST(MergeKeys, HaveACellEach) {
   }
 }
 
-// All steps of a batch, of which some keys are there, some are not, and some come twice.
-TEST(MergeKeys, AreLookedUpStepByStep) {
-  for (const bool many_heads : {false, true}) {
+// Batches of which some keys are there, some are not, and some come twice.
+TEST(MergeKeys, AreLookedUpManyAtATime) {
+  for (const MergeKeys::Id known : {MergeKeys::Id{1}, MergeKeys::Id{10001}}) {
     MergeKeys keys;
-    MergeKeys::Id known = 0;
-    for (; known < (many_heads ? 10001U : 1U); ++known) {
-      keys.Intern(DivideKey("head" + std::to_string(known)));
+    for (MergeKeys::Id id = 0; id < known; ++id) {
+      keys.Intern(SplitKey("head" + std::to_string(id)));
     }
-    EXPECT_EQ(keys.HasManyHeads(), many_heads);
-    const std::vector<std::string> texts = {"head0", "new\t1", "head0\t1", "new\t1", "new\t2", ""};
-    std::vector<MergeKeys::Lookup> lookups;
-    for (const std::string& text : texts) {
-      lookups.push_back(keys.StartLookup(DivideKey(text)));
+    std::vector<MergeKey> batch;
+    std::vector<MergeKeys::Id> want;
+    for (int round = 0; round < 20; ++round) {
+      for (const std::string_view text : {"head0", "new\t1", "head0\t1", "new\t1", "new\t2", ""}) {
+        batch.push_back(SplitKey(text));
+      }
+      want.insert(want.end(), {0, known, known + 1, known, known + 2, known + 3});
     }
-    for (MergeKeys::Lookup& lookup : lookups) {
-      keys.FindLikelyHead(lookup);
-      keys.FetchLikelyHead(lookup);
-    }
-    for (MergeKeys::Lookup& lookup : lookups) {
-      keys.InternHead(lookup);
-    }
-    for (MergeKeys::Lookup& lookup : lookups) {
-      keys.FindLikelyId(lookup);
-    }
-    std::vector<MergeKeys::Id> ids;
-    for (const MergeKeys::Lookup& lookup : lookups) {
-      ids.push_back(keys.Intern(lookup));
-    }
-    EXPECT_EQ(ids, (std::vector<MergeKeys::Id>{0, known, known + 1, known, known + 2, known + 3}));
+    std::vector<MergeKeys::Id> ids(batch.size());
+    keys.Intern(batch, ids.data());
+    EXPECT_EQ(ids, want) << known;
+    keys.Intern({}, ids.data());
+    EXPECT_EQ(ids, want) << known;
   }
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -15,7 +15,7 @@ using testing::Tabs;
 
 /// The line divided: key, "=", value; "-" for one that is not merged.
 std::string Divided(std::string_view line) {
-  const MergeLine divided = DivideLine(line);
+  const MergeLine divided = SplitLine(line);
   if (divided.kind == MergeKind::kDropped) {
     return "-";
   }

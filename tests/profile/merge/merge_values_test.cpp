@@ -11,12 +11,11 @@ namespace {
 
 /// Values of as many keys, numbered from 0.
 struct Values {
-  MergeKeys keys;
-  MergeValues merged{keys};
+  MergeValues merged;
 
   void Append(std::string_view text) {
-    const std::string head = "key" + std::to_string(keys.size());
-    merged.Set(keys.Intern(MergeKey{.head = head}), text);
+    const std::string head = "key" + std::to_string(merged.Keys().size());
+    merged.Set(merged.Keys().Intern(MergeKey{.head = head}), text);
   }
 };
 
@@ -147,7 +146,7 @@ TEST(MergeValues, GoOnBeyondWholeNumbers) {
 // Numbers that were read as such, beside texts.
 TEST(MergeValues, TakeNumbers) {
   Values values;
-  values.keys.Intern(MergeKey{.head = "new"});
+  values.merged.Keys().Intern(MergeKey{.head = "new"});
   values.merged.AddTo(0, 5U);
   EXPECT_EQ(values.merged.Text(0), "5");
   values.merged.AddTo(0, 4294967295U);

@@ -58,7 +58,7 @@ TEST(ProfileMerge, PassesOverOtherLines) {
     ProfileMerge merge;
     AddLines(merge, Tabs(line) + "\n");
     EXPECT_TRUE(merge.Empty()) << line;
-    EXPECT_EQ(merge.Next(), "") << line;
+    EXPECT_EQ(LinesOf(merge), "") << line;
   }
 }
 
@@ -184,8 +184,9 @@ TEST(ProfileMerge, HandsOutAnyNumberOfLines) {
   for (int line = 50000; line >= 1; --line) {
     AddLines(merge, "PROFILE:trace\tPROGRAM\t" + std::to_string(line) + "\t2\n");
   }
-  EXPECT_TRUE(LinesOf(merge) == want);
-  EXPECT_EQ(merge.Next(), "");
+  MergedLines merged = merge.TakeLines();
+  EXPECT_TRUE(LinesOf(merged) == want);
+  EXPECT_EQ(merged.Next(), "");
 }
 
 // More programs than are looked up without preparation.
@@ -207,19 +208,12 @@ TEST(ProfileMerge, AddsUpTheLinesOfManyPrograms) {
   EXPECT_TRUE(LinesOf(merge) == lines(false, "7"));
 }
 
-TEST(ProfileMerge, HasReadableBytesBehindItsBlocks) {
+TEST(ProfileMerge, HasReadableBytesAfterItsBlocks) {
   ProfileMerge merge;
   AddLines(merge, "PROFILE:ticks\t5\n");
-  const std::string_view block = merge.Next();
+  MergedLines merged = merge.TakeLines();
+  const std::string_view block = merged.Next();
   EXPECT_EQ(std::string(block.data() + block.size(), kBlockPadding).size(), kBlockPadding);
-}
-
-TEST(ProfileMerge, RemembersTheFirstName) {
-  ProfileMerge merge;
-  EXPECT_EQ(merge.FirstName(), "");
-  merge.NoteName("a/run1");
-  merge.NoteName("run2");
-  EXPECT_EQ(merge.FirstName(), "a/run1");
 }
 
 }  // namespace

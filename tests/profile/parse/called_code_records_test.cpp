@@ -6,7 +6,6 @@
 #include <string_view>
 #include <vector>
 
-#include "profile/ticks/sort_order.h"
 #include "support/profiles.h"
 
 namespace ptick {
@@ -15,6 +14,7 @@ namespace {
 using testing::Parse;
 using testing::Parsed;
 using testing::Records;
+using testing::ScriptLines;
 using testing::Texts;
 
 using Lines = std::vector<std::string>;
@@ -62,48 +62,64 @@ TEST(SubroutineRecords, NameTheSecondWord) {
     std::string_view record;
     std::string_view want_name;
     std::string_view want_times;
+    std::string_view want_caller = "MAIN";
   };
   const std::vector<Row> rows = {
       {"subroutine_call|MAIN SUB|5", "SUB", "5"},
       {"SUBROUTINE_CALL|MAIN SUB|5", "SUB", "5"},
       {"subroutine_call|MAIN SUB MORE|5|9", "SUB", "5"},
       {"subroutine_call|MAIN  SUB|5", "", "5"},
-      {"subroutine_call| SUB|5", "SUB", "5"},
+      {"subroutine_call| SUB|5", "SUB", "5", ""},
       {"subroutine_call|MAIN|5", "", "5"},
       {"subroutine_call|MAIN |5", "", "5"},
       {"subroutine_call|MAIN|SUB|5", "", "SUB"},
       {"subroutine_call|MAIN SUB|007", "SUB", "007"},
       {"subroutine_call|MAIN SUB", "SUB", ""},
-      {"subroutine_call", "", ""},
+      {"subroutine_call", "", "", ""},
   };
   for (const Row& row : rows) {
     const Parsed parsed = Parse(Records({row.record}));
-    EXPECT_EQ(Texts(parsed.tables->SubroutinesCalled), Lines{std::string(row.want_name)})
-        << row.record;
-    EXPECT_EQ(Texts(parsed.tables->SubroutineTimes), Lines{std::string(row.want_times)})
-        << row.record;
+    const SubroutineTable& subroutines = parsed.tables->Subroutines;
+    ASSERT_EQ(subroutines.Count(), 1U) << row.record;
+    std::string times;
+    subroutines.AppendTimes(0, times);
+    EXPECT_EQ(subroutines.Called(0), row.want_name) << row.record;
+    EXPECT_EQ(times, row.want_times) << row.record;
+    EXPECT_EQ(subroutines.Caller(0), row.want_caller) << row.record;
   }
 }
 
-TEST(SubroutineRecords, AreOrderedByTheirCounts) {
-  RunOptions options;
-  options.TickOrder = SortOrder::kAscending;  // of no concern here
-  const Parsed parsed = Parse(Records({"subroutine_call|M A|5", "subroutine_call|M B|10",
-                                       "subroutine_call|M C|5", "subroutine_call|M A|5"}),
-                              options);
-  EXPECT_EQ(Texts(parsed.tables->SubroutineTimes), (Lines{"10", "5", "5", "5"}));
-  EXPECT_EQ(Texts(parsed.tables->SubroutinesCalled), (Lines{"B", "A", "C", "A"}));
+TEST(SubroutineRecords, KeepTheirCallersOnlyWhereTheyAreWanted) {
+  ReadOptions options;
+  options.keep_callers = false;
+  const std::string text = Records({"subroutine_call|M A|5", "subroutine_call|N B|10"});
+  const Parsed without = Parse(text, options);
+  EXPECT_EQ(without.tables->Subroutines.Caller(1), "");
+  EXPECT_EQ(without.tables->Subroutines.Called(1), "B");
+  EXPECT_EQ(Parse(text).tables->Subroutines.Caller(1), "N");
 }
 
 TEST(PerformRecords, AreListedWhenTheyHaveACommand) {
   const Parsed parsed = Parse(Records(
       {"perform|ticks|5|cmd|LIST", "perform|ticks|5", "PERFORM|cmd|WHO", "perform|cmd|\xfdX",
        "perform|cmd|LIST A|B", "perform|cmd|LIST", "perform||cmd|RUN"}));
-  const std::string blank(8, '\xfd');
-  EXPECT_EQ(Texts(parsed.tables->Performs),
-            (Lines{"\xfd\xfd\xfd\xfd"
-                   "5\xfd\xfd\xfd\xfdLIST",
-                   blank + "WHO", blank + "LIST A\tB", blank + "LIST", blank + "RUN"}));
+  EXPECT_EQ(
+      Texts(parsed.tables->Performs),
+      (Lines{"]]]]5]]]]LIST", "]]]]]]]]WHO", "]]]]]]]]LIST A\tB", "]]]]]]]]LIST", "]]]]]]]]RUN"}));
+}
+
+TEST(PerformRecords, AreCountedWhereTheyAreNotKept) {
+  ReadOptions options;
+  options.keep_performs = false;
+  const Parsed parsed = Parse(
+      Records({"perform|ticks|5|cmd|LIST", "perform|cmd|WHO", "perform|x|y", "perform|cmd|LIST"}),
+      options);
+  const PerformTable& performs = parsed.tables->Performs;
+  EXPECT_EQ(performs.RecordCount(), 0U);
+  EXPECT_EQ(performs.Count(), 3U);
+  ASSERT_EQ(performs.Commands().size(), 2U);
+  EXPECT_EQ(performs.TimesOf(0), 2U);
+  EXPECT_EQ(performs.Commands()[0], "LIST");
 }
 
 TEST(InputRecords, AreCounted) {
@@ -126,25 +142,22 @@ TEST(InputRecords, AreCounted) {
   }
 }
 
-TEST(InputRecords, MakeKeyboardLinesOnlyWhereAScriptIsWanted) {
+TEST(InputRecords, AreKeptOnlyWhereTheyAreWanted) {
   const std::string text =
       Records({"hertz|100", "startclock|100", "input|13|1|200|300|a", "input|0|1|350|400|b|c"});
-  const Parsed without = Parse(text);
-  EXPECT_TRUE(without.tables->KeyScript.empty());
+  ReadOptions options;
+  options.keep_inputs = false;
+  const Parsed without = Parse(text, options);
+  EXPECT_EQ(without.tables->Inputs.Count(), 0U);
+  EXPECT_TRUE(without.tables->Inputs.ClockSettings().empty());
   EXPECT_EQ(without.tables->InputCount.Text(), "2");
-  EXPECT_EQ(without.tables->LastClock.Text(), "100");
 
-  RunOptions options;
-  options.TypeRateOption = true;
-  EXPECT_TRUE(Parse(text, options).tables->KeyScript.empty());
-  options.KeyScriptFile = "keys";
-  const Parsed delayed = Parse(text, options);
-  EXPECT_EQ(Texts(delayed.tables->KeyScript),
+  const Parsed parsed = Parse(text);
+  EXPECT_EQ(parsed.tables->Inputs.Count(), 2U);
+  EXPECT_EQ(ScriptLines(parsed.tables->Inputs, true),
             (Lines{"SLEEP 1", "TYPEDELAY 0.5", R"(INPUT "a")", "SLEEP 0.5", "TYPEDELAY 0.5",
                    R"(INPUT "b~009c" NOCR)"}));
-  EXPECT_EQ(delayed.tables->LastClock.Text(), "400");
-  options.TypeRateOption = false;
-  EXPECT_EQ(Texts(Parse(text, options).tables->KeyScript),
+  EXPECT_EQ(ScriptLines(parsed.tables->Inputs),
             (Lines{"SLEEP 1", R"(INPUT "a")", "SLEEP 0.5", R"(INPUT "b~009c" NOCR)"}));
 }
 
@@ -165,10 +178,8 @@ TEST(InputRecords, KnowTheClockFromTheRecordsBefore) {
       {Records({"hertz|100", input, "startclock|100", input}), {line, "SLEEP 1", line}},
       {Records({"hertz|100", "startclock|100", "hertz", input}), {line}},
   };
-  RunOptions options;
-  options.KeyScriptFile = "keys";
   for (const Row& row : rows) {
-    EXPECT_EQ(Texts(Parse(row.text, options).tables->KeyScript), row.want) << row.text;
+    EXPECT_EQ(ScriptLines(Parse(row.text).tables->Inputs), row.want) << row.text;
   }
 }
 

@@ -2,9 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <optional>
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "profile/tables/record_types.h"
@@ -59,44 +60,43 @@ TEST(RecordParser, ReadsLinesThatBeginWithThePrefix) {
   for (const Row& row : rows) {
     const Parsed parsed = Parse(Tabs(row.text));
     EXPECT_EQ(parsed.tables->TotalTicks.Text(), row.want) << row.text;
-    EXPECT_EQ(parsed.stopped, std::nullopt) << row.text;
-    EXPECT_EQ(parsed.terminal, "") << row.text;
+    EXPECT_FALSE(parsed.problem) << row.text;
   }
 }
 
 TEST(RecordParser, StopsAtALineOfAnUnknownType) {
   struct Row {
     std::string_view text;
-    std::string_view want_line;
+    std::int64_t want_line;
     std::string_view want_text;
   };
   const std::vector<Row> rows = {
-      {"PROFILE:bogus|1", "1", "bogus|1"},
-      {"PROFILE:bogus|1\nPROFILE:other", "1", "bogus|1"},
-      {"a\n\nc\nPROFILE:ticks|5\nPROFILE:trace|A|1|2\n|x\nPROFILE:bogus|1|2\n", "7", "bogus|1|2"},
+      {"PROFILE:bogus|1", 1, "bogus|1"},
+      {"PROFILE:bogus|1\nPROFILE:other", 1, "bogus|1"},
+      {"a\n\nc\nPROFILE:ticks|5\nPROFILE:trace|A|1|2\n|x\nPROFILE:bogus|1|2\n", 7, "bogus|1|2"},
       {"a\xfe"
        "b\xfePROFILE:Bogus",
-       "3", "Bogus"},
-      {"PROFILE:trace|A|1|2\nPROFILE:trace|A|1|2\nPROFILE:bogus", "3", "bogus"},
-      {"PROFILE:", "1", ""},
-      {"PROFILE:|", "1", ""},
-      {"PROFILE:|ticks|5", "1", "|ticks|5"},
-      {"PROFILE:||ticks||5|", "1", "|ticks|5"},
-      {"||PROFILE:bogus||1||", "1", "bogus|1"},
-      {"PROFILE:ticks |5", "1", "ticks |5"},
-      {"PROFILE: ticks|5", "1", " ticks|5"},
-      {"PROFILE:ticks:|5", "1", "ticks:|5"},
-      {"PROFILE:ticks 5", "1", "ticks 5"},
-      {"PROFILE:ticks\r\n", "1", "ticks\r"},
-      {"PROFILE:PROFILE:ticks|5", "1", "PROFILE:ticks|5"},
-      {"PROFILE:trace\xfd|A|1|2", "1", "trace\xfd|A|1|2"},
+       3, "Bogus"},
+      {"PROFILE:trace|A|1|2\nPROFILE:trace|A|1|2\nPROFILE:bogus", 3, "bogus"},
+      {"PROFILE:", 1, ""},
+      {"PROFILE:|", 1, ""},
+      {"PROFILE:|ticks|5", 1, "|ticks|5"},
+      {"PROFILE:||ticks||5|", 1, "|ticks|5"},
+      {"||PROFILE:bogus||1||", 1, "bogus|1"},
+      {"PROFILE:ticks |5", 1, "ticks |5"},
+      {"PROFILE: ticks|5", 1, " ticks|5"},
+      {"PROFILE:ticks:|5", 1, "ticks:|5"},
+      {"PROFILE:ticks 5", 1, "ticks 5"},
+      {"PROFILE:ticks\r\n", 1, "ticks\r"},
+      {"PROFILE:PROFILE:ticks|5", 1, "PROFILE:ticks|5"},
+      {"PROFILE:trace\xfd|A|1|2", 1, "trace\xfd|A|1|2"},
   };
   for (const Row& row : rows) {
     const Parsed parsed = Parse(Tabs(row.text));
-    EXPECT_EQ(parsed.stopped, 2) << row.text;
-    EXPECT_EQ(parsed.terminal, "Invalid format in profile file at line " +
-                                   std::string(row.want_line) + "\n\t" + Tabs(row.want_text) + "\n")
-        << row.text;
+    ASSERT_TRUE(parsed.problem) << row.text;
+    EXPECT_EQ(parsed.problem->kind, ReadProblem::Kind::kInvalidLine) << row.text;
+    EXPECT_EQ(parsed.problem->line, row.want_line) << row.text;
+    EXPECT_EQ(parsed.problem->text, Tabs(row.want_text)) << row.text;
   }
 }
 
@@ -104,15 +104,14 @@ TEST(RecordParser, StopsAtALineOfAnUnknownType) {
 TEST(RecordParser, TakesRecordsWithoutFields) {
   for (const RecordType& type : RecordTypes()) {
     const Parsed parsed = Parse("PROFILE:" + std::string(type.name) + "\n");
-    EXPECT_EQ(parsed.stopped, std::nullopt) << type.name;
-    EXPECT_EQ(parsed.terminal, "") << type.name;
+    EXPECT_FALSE(parsed.problem) << type.name;
   }
 }
 
 TEST(RecordParser, ReadsLinesOfAnyLength) {
   const std::string name(1000000, 'n');
   const Parsed parsed = Parse("PROFILE:trace\t" + name + "\t1\t2\nPROFILE:ticks\t5\n");
-  EXPECT_TRUE(testing::RowText(parsed.tables->Details, 0) == name + "|1|2");
+  EXPECT_TRUE(testing::RowTexts(std::move(parsed.tables->Details)) == name + "|1|2");
   EXPECT_EQ(parsed.tables->TotalTicks.Text(), "5");
 }
 
@@ -121,8 +120,10 @@ TEST(RecordParser, CountsLinesOfLongProfiles) {
   for (int line = 1; line <= 99999; ++line) {
     text += line % 3 == 0 ? "not for us\n" : "PROFILE:trace\tA\t1\t2\n";
   }
-  EXPECT_EQ(Parse(text + "PROFILE:x").terminal,
-            "Invalid format in profile file at line 100000\n\tx\n");
+  const Parsed parsed = Parse(text + "PROFILE:x");
+  ASSERT_TRUE(parsed.problem);
+  EXPECT_EQ(parsed.problem->line, 100000);
+  EXPECT_EQ(parsed.problem->text, "x");
 }
 
 }  // namespace

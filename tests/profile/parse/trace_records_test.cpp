@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "profile/ticks/sort_order.h"
@@ -17,12 +18,8 @@ using testing::Records;
 using testing::RowTexts;
 
 std::string Details(std::string_view text, bool per_program, bool increasing) {
-  RunOptions options;
-  options.PerProgram = per_program;
-  if (increasing) {
-    options.TickOrder = SortOrder::kAscending;
-  }
-  return RowTexts(Parse(text, options).tables->Details);
+  return RowTexts(std::move(Parse(text).tables->Details),
+                  increasing ? SortOrder::kAscending : SortOrder::kDescending, per_program);
 }
 
 TEST(TraceRecords, MakeAnEntryEach) {

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cerrno>
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string_view>
+
+namespace ptick {
+
+/// A record opened for reading, front to back, once.
+class RecordReader {
+ public:
+  RecordReader() = default;
+  RecordReader(const RecordReader&) = delete;
+  RecordReader& operator=(const RecordReader&) = delete;
+  virtual ~RecordReader() = default;
+
+  /// Fills `block` from the front and returns the number of bytes, at least 1 before the end and 0
+  /// at the end. std::nullopt when reading fails; Error says why.
+  virtual std::optional<std::size_t> Read(std::span<char> block) = 0;
+
+  /// The system's error number for a Read that failed.
+  virtual int Error() const { return EIO; }
+
+  /// Whether opening the record again gives the same bytes from the front: not so for a pipe.
+  virtual bool CanBeReadAgain() const { return true; }
+};
+
+/// An open platform file: a directory of records.
+class RecordFile {
+ public:
+  RecordFile() = default;
+  RecordFile(const RecordFile&) = delete;
+  RecordFile& operator=(const RecordFile&) = delete;
+  virtual ~RecordFile() = default;
+
+  /// Opens a record. Null when there is none of that name, with the system's error number in
+  /// `error` where that is asked for: the names "", "." and "..", and names that hold '/' or a zero
+  /// byte, name no record.
+  virtual std::unique_ptr<RecordReader> OpenRecord(std::string_view name, int* error = nullptr) = 0;
+};
+
+/// Where platform files are found.
+class RecordFiles {
+ public:
+  RecordFiles() = default;
+  RecordFiles(const RecordFiles&) = delete;
+  RecordFiles& operator=(const RecordFiles&) = delete;
+  virtual ~RecordFiles() = default;
+
+  /// Opens the platform file (directory) `name`; null when that fails, with the system's error
+  /// number in `error` where that is asked for.
+  virtual std::unique_ptr<RecordFile> OpenFile(std::string_view name, int* error = nullptr) = 0;
+};
+
+}  // namespace ptick

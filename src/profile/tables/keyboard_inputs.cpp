@@ -1,0 +1,34 @@
+#include "profile/tables/keyboard_inputs.h"
+
+#include <algorithm>
+
+namespace ptick {
+
+void KeyboardInputs::Add(const Texts& texts) {
+  std::array<NumberTexts::Id, 4>& numbers = numbers_.emplace_back();
+  std::transform(texts.numbers.begin(), texts.numbers.end(), numbers.begin(),
+                 [this](std::string_view text) { return values_.Add(text); });
+  texts_.Append(texts.text);
+}
+
+void KeyboardInputs::Add(ClockSetting::Kind kind, std::string_view value) {
+  for (auto last = settings_.rbegin(); last != settings_.rend() && last->inputs_before == Count();
+       ++last) {
+    if (last->kind == kind) {
+      last->value = value;
+      return;
+    }
+  }
+  settings_.push_back({Count(), kind, std::string(value)});
+}
+
+KeyboardInput KeyboardInputs::operator[](std::size_t n) const {
+  const std::array<NumberTexts::Id, 4>& numbers = numbers_[n];
+  return {.code = values_.Text(numbers[0]),
+          .characters = values_.Text(numbers[1]),
+          .start_clock = values_.Text(numbers[2]),
+          .end_clock = values_.Text(numbers[3]),
+          .text = texts_[n]};
+}
+
+}  // namespace ptick

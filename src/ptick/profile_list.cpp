@@ -1,0 +1,74 @@
+#include "ptick/profile_list.h"
+
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "output/stop.h"
+#include "profile/profile_loader.h"
+
+namespace ptick {
+
+namespace {
+
+// What no report of the run shows is not kept.
+ReadOptions ReadOptionsFor(const RunOptions& options, Platform& platform) {
+  const bool shows_performs = options.AllReports || options.PerformsOption;
+  return {.keep_performs = shows_performs && options.Verbose,
+          .keep_callers = false,
+          .keep_inputs = !options.KeyScriptFile.empty(),
+          .table_memory = platform.TableMemory()};
+}
+
+std::optional<ReadProblem> LoadMerged(const RunOptions& options, const ReadOptions& read_options,
+                                      Platform& platform, Output& output, ProfileTables& tables) {
+  MergedProfile merged =
+      MergeProfileFiles(options.ProfileList, platform, read_options.table_memory,
+                        [&output](const ReadProblem& problem) { PrintProblem(problem, output); });
+  if (merged.is_broken) {
+    throw Stop{1};
+  }
+  if (merged.merge.Empty()) {
+    output.PrintTerminal("No input files...");
+    throw Stop{2};
+  }
+  return ReadMergedProfile(std::move(merged), read_options, tables);
+}
+
+}  // namespace
+
+void PrintProblem(const ReadProblem& problem, Output& output) {
+  switch (problem.kind) {
+    case ReadProblem::Kind::kCannotOpenFile:
+      output.PrintMessage(201, problem.place.directory);
+      break;
+    case ReadProblem::Kind::kCannotReadRecord:
+      output.PrintMessage(202, problem.place.record);
+      break;
+    case ReadProblem::Kind::kInvalidLine:
+      output.PrintTerminal("Invalid format in profile file at line " +
+                           std::to_string(problem.line));
+      output.PrintTerminal("\t" + problem.text);
+      break;
+  }
+}
+
+void LoadProfileList(const RunOptions& options, Platform& platform, Output& output,
+                     ProfileTables& tables) {
+  const std::vector<std::string>& names = options.ProfileList;
+  const ReadOptions read_options = ReadOptionsFor(options, platform);
+  std::optional<ReadProblem> problem;
+  if (names.size() > 1) {
+    problem = LoadMerged(options, read_options, platform, output, tables);
+  } else {
+    const std::string name = names.empty() ? "ptick_" + platform.OwnPort() : names.front();
+    problem = LoadProfile(name, platform, read_options, tables);
+  }
+  if (problem) {
+    PrintProblem(*problem, output);
+    throw Stop{problem->kind == ReadProblem::Kind::kInvalidLine ? 2 : 1};
+  }
+}
+
+}  // namespace ptick

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/record_file.h"
+#include "profile/ticks/sort_order.h"
+
+namespace ptick {
+
+/// A source file named by -f or -F, open. A copy is the same open file.
+struct SourceFile {
+  std::string name;
+  std::shared_ptr<RecordFile> file;
+};
+
+/// At most this many source files are open, those of -f and -F together.
+inline constexpr std::size_t kSourceFileLimit = 500;
+
+/// What the reports can be told.
+struct ReportOptions {
+  bool PerProgram = false;                       ///< -n: subtotal and sort by program
+  bool CpuOption = false;                        ///< -u: with -n, programs by their total ticks
+  SortOrder TickOrder = SortOrder::kDescending;  ///< -i: ascending
+  bool Verbose = false;                          ///< -v
+  bool TypeRateOption = false;          ///< -t: the keyboard script gets a typing delay per input
+  bool AllReports = false;              ///< -A: reports come without page headings
+  std::string KeyScriptFile;            ///< -k: non-empty asks for the keyboard script
+  std::vector<SourceFile> SourceFiles;  ///< in command-line order, at most kSourceFileLimit
+  std::int64_t ReportWidth = 79;        ///< page width minus 1: heading padding and source column
+};
+
+}  // namespace ptick
