@@ -15,4 +15,12 @@ namespace ptick {
 /// to one of them; a directory or a socket is none. Opening a FIFO waits for its writer.
 std::unique_ptr<RecordFile> OpenRecordFile(std::string_view name, int* error = nullptr);
 
+/// The platform files of the system, for a program that needs nothing else of it.
+class LinuxRecordFiles final : public RecordFiles {
+ public:
+  std::unique_ptr<RecordFile> OpenFile(std::string_view name, int* error = nullptr) override {
+    return OpenRecordFile(name, error);
+  }
+};
+
 }  // namespace ptick

@@ -28,8 +28,8 @@ struct Received {
 ///
 ///   ports::PortEndpoint endpoint(5);
 ///   while (auto received = endpoint.Receive(std::nullopt)) {
-///     if (received->Request.What == ports::PortRequest::Kind::kControl) {
-///       Act(received->Request.Text);
+///     if (received->request.what == ports::PortRequest::Kind::kControl) {
+///       Act(received->request.text);
 ///     } else {
 ///       received->Reply(0);
 ///     }

@@ -1,0 +1,3 @@
+# find_package(ptick): reading and merging profiles (ptick::profile), record files of the system and
+# listening on a port (ptick::linux).
+include("${CMAKE_CURRENT_LIST_DIR}/ptick-targets.cmake")
