@@ -11,7 +11,7 @@ namespace ptick {
 /// The command line as the control forms read it.
 struct ControlCall {
   std::string target_port;   ///< the first argument, as it was typed; empty when there is none
-  std::string control_text;  ///< all arguments behind it, joined with one blank between each two
+  std::string control_text;  ///< all arguments after it, joined by single spaces
 };
 
 /// Splits a command line without the command's own name. An argument that holds a field mark counts
@@ -19,8 +19,8 @@ struct ControlCall {
 ControlCall SplitControlCall(const std::vector<std::string>& arguments);
 
 /// The control form: a port number followed by commands, or a range of ports with or without them.
-/// Sends "TICKCTL:" and the commands to the process on each port and prints one line on what has
-/// come of it; a message that cannot be sent is no failure of the run. Returns false, with nothing
+/// Sends "TICKCTL:" and the commands to the process on each port and prints one line with the
+/// result; a message that cannot be sent is no failure of the run. Returns false, with nothing
 /// printed or changed, when the call is none of these.
 ///
 /// A range costs one look at the listening ports and one send for each; ports that nobody listens

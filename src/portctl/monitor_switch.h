@@ -7,8 +7,8 @@
 namespace ptick {
 
 /// The -j form: switches the monitor of the process on a port on or off. The words are those of
-/// `call.ControlText` between single blanks: ON or OFF in any case, the port or "%" for the own
-/// one, and for ON a file name and options; what follows is ignored. A port may be any numeric text
+/// `call.ControlText` between single blanks: ON or OFF in any case, the port or "%" for this
+/// process's port, and for ON a file name and options; what follows is ignored. A port may be any numeric text
 /// and counts with its integer part.
 ///
 /// Returns the exit status of the run: 0; 2 for a bad port or type, said on the terminal; else the

@@ -6,8 +6,8 @@
 
 namespace ptick {
 
-/// A value as the port number that the platform is asked for: its integer part, with what leaves 64
-/// bits cut to the nearest number that fits; such a number is no port, and the platform says so.
+/// A value as the port number that the platform is asked for: its integer part, clamped to 64
+/// bits; the platform refuses a number that is no port.
 std::int64_t PortNumber(const Value& port);
 
 }  // namespace ptick

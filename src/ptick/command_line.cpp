@@ -94,7 +94,7 @@ void CommandLineParser::ParseLetter(char letter) {
       break;
     case 'f':
       if (options_.SourceFiles.size() >= kSourceFileLimit) {
-        // No name is taken: one that stands in the next argument becomes a profile name.
+        // No name is taken: one in the next argument becomes a profile name.
         output_.PrintTerminal("Too many files specified with -f option");
         arg_rest_ = {};
       } else {

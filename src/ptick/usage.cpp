@@ -7,6 +7,8 @@ namespace ptick {
 
 namespace {
 
+// The misspellings ("ancilliary", "{-Flistoffiles]}") are those of the
+// established text: users' scripts look for it, so they stay.
 // clang-format off
 constexpr std::array<std::string_view, 27> kUsage = {
     "Called as :",

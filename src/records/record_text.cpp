@@ -9,7 +9,7 @@
 
 namespace ptick {
 
-// A line end ends a field, so the last one makes no further field; a field mark stands between two.
+// A line end ends a field, so the last one makes no further field; a field mark separates two.
 RecordText::RecordText(std::string text) : text_(std::move(text)) {
   for (std::size_t i = 0; i < text_.size(); ++i) {
     if (text_[i] == '\n' || text_[i] == kFieldMark) {

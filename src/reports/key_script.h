@@ -7,7 +7,7 @@ namespace ptick {
 /// The keyboard replay script (-k): frames the recorded keyboard input as a script for `typeplay`
 /// and has the platform command `dcopy` write it to the key file, replacing what the file held.
 /// Says on standard output where the script is. When the copy fails, throws Stop with status 1;
-/// what the shell printed about it stands.
+/// the shell has said why.
 void WriteKeyScript(const ReportJob& job);
 
 }  // namespace ptick

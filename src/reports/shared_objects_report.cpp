@@ -62,7 +62,7 @@ std::vector<std::string> SizeCommand(std::string_view name) {
   return words;
 }
 
-// Prints sorted names with their sizes. Equal names stand next to each other and share one run.
+// Prints sorted names with their sizes. Equal names are next to each other and share one run.
 void PrintWithSizes(std::span<const std::string_view> names, Platform& platform, Output& output) {
   std::vector<std::vector<std::string>> commands;
   for (std::size_t n = 0; n < names.size(); ++n) {

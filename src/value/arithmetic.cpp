@@ -2,7 +2,7 @@
 //
 // Figures in a profile are hundredths at most, but 0.1 has no exact floating form, and a sum of
 // sixty of them would be cut to 5.9999. So an operand that is a whole number, or a floating number
-// that stands for a decimal of at most four places, is taken as whole digits with a decimal count,
+// that is a decimal of at most four places, is taken as whole digits with a decimal count,
 // and the operation is done on the digits. Only what does not fit goes on as floating.
 
 #include "value/arithmetic.h"
@@ -22,14 +22,14 @@ namespace {
 
 constexpr std::array<std::int64_t, 9> kPowersOfTen = {
     1, 10, 100, 1'000, 10'000, 100'000, 1'000'000, 10'000'000, 100'000'000};
-constexpr int kMostDecimals = 4;
+constexpr int kMaxDecimals = 4;
 
 /// Up to here every whole number is a double.
-constexpr std::int64_t kMostExact = std::int64_t{1} << 53;
+constexpr std::int64_t kMaxExact = std::int64_t{1} << 53;
 
 /// Below this, neighbouring doubles are closer than 0.0001 by far: each decimal of four places has
 /// a double of its own.
-constexpr double kMostDistinct = 1e11;
+constexpr double kFourDecimalsDistinctBelow = 1e11;
 
 /// Digits / 10^Decimals.
 struct Figure {
@@ -52,18 +52,18 @@ std::optional<Figure> AsFigure(const Number& number) {
     return Figure{*whole, 0};
   }
   const double floating = std::get<double>(number);
-  if (floating == std::trunc(floating) && std::abs(floating) <= static_cast<double>(kMostExact)) {
+  if (floating == std::trunc(floating) && std::abs(floating) <= static_cast<double>(kMaxExact)) {
     return Figure{static_cast<std::int64_t>(floating), 0};
   }
-  if (std::abs(floating) >= kMostDistinct) {
+  if (std::abs(floating) >= kFourDecimalsDistinctBelow) {
     return std::nullopt;
   }
-  const auto scale = static_cast<double>(PowerOfTen(kMostDecimals));
+  const auto scale = static_cast<double>(PowerOfTen(kMaxDecimals));
   const double digits = std::round(floating * scale);
   if (digits / scale != floating) {
     return std::nullopt;
   }
-  return Shortened({static_cast<std::int64_t>(digits), kMostDecimals});
+  return Shortened({static_cast<std::int64_t>(digits), kMaxDecimals});
 }
 
 struct Figures {
@@ -99,13 +99,13 @@ std::optional<Figures> AsAlignedFigures(const Number& left, const Number& right)
   return figures;
 }
 
-/// The number a figure stands for, when its digits are not too many.
+/// The number of a figure, when its digits are not too many.
 std::optional<Value> Result(Figure figure) {
   figure = Shortened(figure);
   if (figure.decimals == 0) {
     return Value(figure.digits);
   }
-  if (figure.digits < -kMostExact || figure.digits > kMostExact) {
+  if (figure.digits < -kMaxExact || figure.digits > kMaxExact) {
     return std::nullopt;
   }
   return Value(static_cast<double>(figure.digits) /

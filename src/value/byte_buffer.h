@@ -7,8 +7,8 @@
 
 namespace ptick {
 
-/// Room for bytes that is left as it comes: a large buffer costs a small run nothing, for memory
-/// that nobody writes to is never fetched.
+/// An uninitialised byte buffer. The system maps a page only when it is written to, so a large
+/// buffer costs a short run nothing.
 class ByteBuffer {
  public:
   ByteBuffer() = default;

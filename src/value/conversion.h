@@ -11,7 +11,7 @@
 namespace ptick {
 
 /// How many seconds local time is ahead of universal time at a moment; nothing when no calendar
-/// shows that moment. An empty function stands for universal time.
+/// shows that moment. An empty function means universal time.
 using ZoneOffset = std::function<std::optional<std::int64_t>(std::int64_t)>;
 
 /// OCONV: x converted by a code. A value that the code cannot convert is returned unchanged: text

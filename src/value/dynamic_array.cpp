@@ -78,7 +78,7 @@ Step StepInto(std::string_view array, Span list, char mark, std::int64_t positio
 struct Spot {
   Span list;          ///< the innermost list that is there
   Span element;       ///< empty, at the end of List, when the element is missing
-  std::string marks;  ///< what to add in front of a missing element; empty when it is there
+  std::string marks;  ///< what to add before a missing element; empty when it is there
 };
 
 Spot FindSpot(std::string_view array, const Path& path) {

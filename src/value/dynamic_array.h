@@ -34,11 +34,11 @@ std::string Extract(std::string_view array, Place place);
 /// x are marks of the result.
 std::string Assign(std::string_view array, Place place, const Value& x);
 
-/// The array with x inserted before the element at `place`; behind the end, as Assign. Inserting
+/// The array with x inserted before the element at `place`; after the end, as Assign. Inserting
 /// into an empty list, at its first place or by -1, gives just x.
 std::string Insert(std::string_view array, Place place, const Value& x);
 
-/// The array without the element at `place` and one mark beside it: the mark behind it, or the one
+/// The array without the element at `place` and one mark beside it: the mark after it, or the one
 /// before it where it is the last. Unchanged when there is no such element.
 std::string DeleteAt(std::string_view array, Place place);
 

@@ -19,7 +19,7 @@ namespace ptick {
 ///   "ML,"   a whole number with commas between groups of three digits
 ///
 /// Number masks have no width and add no padding. They round half away from zero on the decimal
-/// value, the digits as they are written however many ("1.005" by "L2" is 1.01); leading zeros and
+/// value, on all digits as written ("1.005" by "L2" is 1.01); leading zeros and
 /// a plus sign vanish, and nothing is shown as "-0". Empty and non-numeric text stays unchanged. A
 /// width of zero or less gives the empty text.
 class Mask {

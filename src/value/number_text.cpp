@@ -28,7 +28,7 @@ bool AllZeros(std::string_view digits) {
   return digits.find_first_not_of('0') == std::string_view::npos;
 }
 
-/// What from_chars reports as out of range, it leaves unset.
+/// from_chars leaves its result unset when it is out of range.
 double OutOfRange(const DecimalDigits& digits) {
   const double size = AllZeros(digits.whole) ? std::numeric_limits<double>::denorm_min()
                                              : std::numeric_limits<double>::max();

@@ -14,14 +14,14 @@ namespace ptick {
 namespace {
 
 /// Finite, and 0 without a sign.
-double Tame(double number) {
-  constexpr double kMost = std::numeric_limits<double>::max();
-  return std::isnan(number) ? 0 : std::clamp(number, -kMost, kMost) + 0.0;
+double MakeFinite(double number) {
+  constexpr double kMax = std::numeric_limits<double>::max();
+  return std::isnan(number) ? 0 : std::clamp(number, -kMax, kMax) + 0.0;
 }
 
-Number Tame(const Number& number) {
+Number MakeFinite(const Number& number) {
   const auto* floating = std::get_if<double>(&number);
-  return floating == nullptr ? number : Number(Tame(*floating));
+  return floating == nullptr ? number : Number(MakeFinite(*floating));
 }
 
 /// Holds every whole number of 64 bits and every double exactly.
@@ -34,10 +34,10 @@ Wide AsWide(const Number& number) {
 
 }  // namespace
 
-Value::Value(double number) : form_(Tame(number)) {}
+Value::Value(double number) : form_(MakeFinite(number)) {}
 
 Value::Value(const Number& number) {
-  std::visit([this](auto form) { form_ = form; }, Tame(number));
+  std::visit([this](auto form) { form_ = form; }, MakeFinite(number));
 }
 
 std::string Value::Text() const {

@@ -12,8 +12,8 @@ namespace ptick {
 /// A number as arithmetic sees it: whole in 64 bits, or floating.
 using Number = std::variant<std::int64_t, double>;
 
-/// A piece of data: an integer, a floating-point number or a byte string, each usable as the
-/// others.
+/// A piece of data: an integer, a floating-point number or a byte string; each converts to
+/// the others on demand.
 ///
 /// A numeric string is an optional sign, one or more digits and optionally a point and one or more
 /// digits, and nothing else: no blanks, no exponent, no CR. In arithmetic any other text, the empty
@@ -31,7 +31,7 @@ class Value {
   Value(const Number& number);                                   // NOLINT(*-explicit-*)
 
   /// The text form. A floating number is rounded to 15 significant digits, then cut (not rounded)
-  /// to at most 4 decimals; a "0" in front of the point, no trailing zeros, no exponent, no "-0".
+  /// to at most 4 decimals; a "0" before the point, no trailing zeros, no exponent, no "-0".
   std::string Text() const;
 
   /// The text form with all decimals of the 15 significant digits: what masks round.

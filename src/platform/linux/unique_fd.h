@@ -10,7 +10,7 @@ namespace ptick {
 class UniqueFd {
  public:
   UniqueFd() = default;
-  /// Takes `fd` over; a negative number stands for none, as a failed open returns it.
+  /// Takes `fd` over; a negative number means none, as a failed open returns it.
   explicit UniqueFd(int fd) : fd_(fd) {}
   UniqueFd(const UniqueFd&) = delete;
   UniqueFd& operator=(const UniqueFd&) = delete;

@@ -10,7 +10,6 @@ class TabFields {
  public:
   explicit TabFields(std::string_view line) : rest_(line) {}
 
-  /// The next field.
   std::string_view Next() {
     const std::string_view::size_type tab = rest_.find('\t');
     const std::string_view field = rest_.substr(0, tab);
@@ -18,7 +17,7 @@ class TabFields {
     return field;
   }
 
-  /// Everything behind the TAB that ended the last field, TABs included.
+  /// Everything after the TAB that ended the last field, TABs included.
   std::string_view Rest() const { return rest_; }
 
  private:

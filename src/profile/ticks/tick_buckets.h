@@ -9,9 +9,8 @@
 
 namespace ptick {
 
-/// Trace entries with small tick counts, kept apart by tick count as they arrive: what would be
-/// sorted is in order already, and the count itself takes no memory. Nearly all entries of a
-/// profile are of this kind.
+/// Trace entries with small tick counts, one list per tick count: nothing has to be sorted later, and
+/// the count itself is not stored. Nearly all entries of a profile are of this kind.
 class TickBuckets {
  public:
   /// Tick counts below this have a bucket.
@@ -60,7 +59,7 @@ class TickBuckets {
 
   struct Bucket {
     Slot* next = nullptr;  ///< the slot to be taken next
-    Slot* end = nullptr;   ///< behind the last slot of the last chunk
+    Slot* end = nullptr;   ///< after the last slot of the last chunk
     std::uint32_t last_chunk = kNoChunk;
   };
 

@@ -14,8 +14,8 @@ namespace ptick {
 
 namespace {
 
-// Few enough counters, and places written to in turn, for the processor to keep at hand.
-constexpr unsigned kMostDigitBits = 11;
+// 2,048 counters and write positions still fit the first-level cache.
+constexpr unsigned kMaxDigitBits = 11;
 
 /// One digit of the sort key: some bits of the ticks.
 struct Digit {
@@ -27,7 +27,7 @@ struct Digit {
 
 /// The digits of tick counts of up to `bits` bits, the least significant one first.
 std::vector<Digit> TickDigits(unsigned bits) {
-  const unsigned count = (bits + kMostDigitBits - 1) / kMostDigitBits;
+  const unsigned count = (bits + kMaxDigitBits - 1) / kMaxDigitBits;
   std::vector<Digit> digits;
   for (unsigned i = 0, shift = 0; i < count; ++i) {
     const unsigned width = (bits - shift + count - i - 1) / (count - i);
@@ -38,13 +38,13 @@ std::vector<Digit> TickDigits(unsigned bits) {
 }
 
 /// Where the next entry of each digit value goes.
-class Places {
+class SortOffsets {
  public:
-  explicit Places(const Digit& digit) : digit_(digit), places_(std::size_t{digit.mask} + 1) {}
+  explicit SortOffsets(const Digit& digit) : digit_(digit), places_(std::size_t{digit.mask} + 1) {}
 
   void Count(const TickEntry& entry) { ++places_[digit_.Of(entry)]; }
 
-  void CountsToPlaces(SortOrder order) {
+  void CountsToOffsets(SortOrder order) {
     std::size_t place = 0;
     const auto assign = [&place](std::size_t& count) { place += std::exchange(count, place); };
     if (order == SortOrder::kDescending) {
@@ -78,20 +78,20 @@ TickEntryBlock TickEntries::TakeOrdered(SortOrder order) {
   const auto used = [&](std::size_t chunk) {
     return chunks[chunk].Entries().first(chunk < last ? kChunk : in_last);
   };
-  std::vector<Places> passes;
+  std::vector<SortOffsets> passes;
   const auto bits = static_cast<unsigned>(std::bit_width(std::exchange(ticks_seen_, 0)));
   for (const Digit& digit : TickDigits(std::max(bits, 1U))) {
     passes.emplace_back(digit);
   }
   for (std::size_t chunk = 0; chunk <= last; ++chunk) {
     for (const TickEntry& entry : used(chunk)) {
-      for (Places& pass : passes) {
+      for (SortOffsets& pass : passes) {
         pass.Count(entry);
       }
     }
   }
-  for (Places& pass : passes) {
-    pass.CountsToPlaces(order);
+  for (SortOffsets& pass : passes) {
+    pass.CountsToOffsets(order);
   }
 
   TickEntryBlock ordered(last * kChunk + in_last);
