@@ -24,14 +24,20 @@ _ptick_name_before() {
   name=$taken
 }
 
-# Offers file names that begin with $1, or directories only behind the letter f, with $2 in front.
+# Offers the files whose names begin with $1, after the letter f directories only. $2 are the option
+# letters in the same word: with them bash takes no word for a directory, so it gets its slash here,
+# and no blank.
 _ptick_files() {
   local kind=-f path
   [[ $name == f ]] && kind=-d
   compopt -o filenames 2>/dev/null
   while IFS= read -r path; do
+    [[ $2 && -d $path ]] && path+=/
     COMPREPLY+=("$2$path")
   done < <(compgen "$kind" -- "$1")
+  if [[ $2 && ${#COMPREPLY[@]} -eq 1 && ${COMPREPLY[0]} == */ ]]; then
+    compopt -o nospace 2>/dev/null
+  fi
 }
 
 # Offers the words of `-j ON|OFF portnumber | % {filename options}`.
@@ -65,7 +71,10 @@ _ptick() {
   if [[ $current == - ]]; then
     mapfile -t COMPREPLY < <(compgen -W '-a -j -f -F -i -k -n -o -p -s -t -u -v -A -h' -- "$current")
   elif [[ $name ]]; then
-    _ptick_files "${current:${#letters}}" "$letters"
+    current=${current:${#letters}}
+    # bash replaces what follows an open quotation mark, the letters before it stay.
+    [[ $current == [\"\']* && $current != [\"\']*[\"\']* ]] && letters=''
+    _ptick_files "$current" "$letters"
   else
     COMPREPLY=("$current")
   fi
