@@ -18,7 +18,8 @@ function(ptick_library name)
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/ptick>)
   target_compile_features(${name} PUBLIC cxx_std_20)
   target_link_libraries(${name} PUBLIC ${library_LINK}
-    PRIVATE $<BUILD_INTERFACE:ptick_warnings> PUBLIC $<BUILD_INTERFACE:ptick_instrument>)
+    PRIVATE $<BUILD_INTERFACE:ptick_warnings>
+    PUBLIC $<BUILD_INTERFACE:ptick_instrument> $<BUILD_INTERFACE:ptick_hardening>)
 endfunction()
 
 include(GNUInstallDirs)
