@@ -1,85 +1,73 @@
-"""Runs every command that the README shows and compares what it prints.
-
-In a ```console block a line after "$ " is a command, the lines behind it are what it prints on both
-streams; a line "..." stands for any number of lines. The commands of a block run in one shell, in a
-folder with the examples, with the programs on the path.
-"""
+"""Runs every command that the README shows, from top to bottom in one shell as after ./quickstart, and
+compares what it prints."""
 
 import os
-import re
-import subprocess
 import sys
 import unittest
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+from support.documents import (  # noqa: E402
+    blocks,
+    check_commands,
+    commands_shown,
+    in_repository,
+    links,
+    pattern,
+    read,
+)
 from support.program import PTICK, SOURCE_DIR, ProgramTest, clean_environment  # noqa: E402
 
-# These build the program; the script `test` runs the one and is the other.
+# These build the program: tests/quickstart runs the one, and the other runs this.
 SET_UP = ("./quickstart", "./test")
-MARK = "-- end of a command --"
-
-
-def console_blocks():
-    """The (command, printed) pairs of each block."""
-    with open(os.path.join(SOURCE_DIR, "README.md"), encoding="utf-8") as file:
-        text = file.read()
-    for block in re.findall(r"^```console\n(.*?)^```$", text, re.MULTILINE | re.DOTALL):
-        yield [
-            tuple(part.partition("\n")[::2])
-            for part in re.split(r"^\$ ", block, flags=re.MULTILINE)[1:]
-        ]
-
-
-def as_script(commands):
-    """The commands with a mark behind each; one in the background is first waited to have begun."""
-    script = ""
-    for command in commands:
-        script += command + "\n"
-        background = re.fullmatch(r".* > (\S+) &", command)
-        if background:
-            script += f"until [ -s {background[1]} ]; do :; done\n"
-        script += f"echo {MARK}\n"
-    return script
-
-
-def pattern(printed):
-    lines = []
-    for line in printed.splitlines():
-        if line == "...":
-            lines.append(r"(?:.*\n)*?")
-        else:
-            # Trailing blanks are not shown in a document.
-            lines.append(re.escape(line.rstrip()) + r" *\n")
-    return "".join(lines)
 
 
 class ReadmeTest(ProgramTest):
+    def setUp(self):
+        super().setUp()
+        os.makedirs(os.path.join(self.folder, "build"))
+        self.link(os.path.dirname(os.path.abspath(PTICK)), "build/release")
+        self.link(os.path.join(SOURCE_DIR, "examples"), "examples")
+
+    def link(self, target, name):
+        os.symlink(target, os.path.join(self.folder, name))
+
+    def check(self, document, **environment):
+        """Runs the commands of a document and returns how many there are."""
+        text = in_repository(read(document))
+        shown = [pair for pair in commands_shown(text) if pair[0] not in SET_UP]
+        environment["MAVRO_RUNTIME_DIR"] = os.path.join(self.folder, "ports")
+        check_commands(self, shown, self.folder, clean_environment(**environment))
+        return len(shown)
+
     def test_every_command_prints_what_is_shown(self):
-        os.symlink(os.path.join(SOURCE_DIR, "examples"), os.path.join(self.folder, "examples"))
-        path = [os.path.dirname(os.path.abspath(PTICK)), os.environ["PATH"]]
-        path.insert(1, os.path.dirname(os.path.abspath(os.environ["PORT_LISTENER"])))
-        environment = clean_environment(
-            PATH=os.pathsep.join(path), MAVRO_RUNTIME_DIR=os.path.join(self.folder, "ports")
-        )
-        ran = 0
-        for block in console_blocks():
-            shown = [pair for pair in block if pair[0] not in SET_UP]
-            result = subprocess.run(
-                ["bash", "-c", as_script([command for command, _ in shown])],
-                cwd=self.folder,
-                env=environment,
-                stdin=subprocess.DEVNULL,
-                stdout=subprocess.PIPE,
-                stderr=subprocess.STDOUT,
-                timeout=60,
-                check=False,
-            )
-            outputs = result.stdout.decode().split(MARK + "\n")
-            for (command, printed), output in zip(shown, outputs):
-                with self.subTest(command=command):
-                    self.assertRegex(output, r"\A" + pattern(printed) + r"\Z")
-                ran += 1
-        self.assertGreater(ran, 10)
+        self.assertGreater(self.check("README.md"), 10)
+
+    def test_the_commands_of_the_examples_do(self):
+        path = os.path.join(self.folder, "build/release") + os.pathsep + os.environ["PATH"]
+        self.assertGreater(self.check("examples/orders/README.md", PATH=path), 1)
+
+    def test_links_lead_to_files(self):
+        found = 0
+        for folder, _, names in os.walk(os.path.join(SOURCE_DIR, "docs")):
+            for name in names:
+                if name.endswith(".md"):
+                    found += self.check_links(os.path.join(folder, name))
+        for name in ("README.md", "ARCHITECTURE.md", "CONTRIBUTING.md", "CHANGELOG.md"):
+            found += self.check_links(os.path.join(SOURCE_DIR, name))
+        self.assertGreater(found, 10)
+
+    def check_links(self, document):
+        targets = links(in_repository(read(document)))
+        for target in targets:
+            with self.subTest(document=document, target=target):
+                place = os.path.join(os.path.dirname(document), target)
+                self.assertTrue(os.path.exists(place) or target.startswith("http"))
+        return len(targets)
+
+    def test_the_first_report_is_that_of_the_sample(self):
+        [report] = blocks(read("README.md"), "report")
+        result = self.run_ptick("-Fexamples/orders/sources", "examples/orders/run1")
+        self.assertRegex(result.out.decode(), pattern(report))
 
 
 if __name__ == "__main__":
