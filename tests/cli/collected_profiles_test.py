@@ -2,11 +2,13 @@
 
 import gzip
 import os
+import re
 import subprocess
 import sys
 import unittest
 
 sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+from support.documents import read  # noqa: E402
 from support.program import PTICK, ProgramTest, clean_environment  # noqa: E402
 
 
@@ -82,6 +84,16 @@ class CollectedProfilesTest(ProgramTest):
         _, merged = self.shell("cat 2026-03-09/orders/* >all; ptick all /dev/null")
         _, alone = self.shell("ptick all")
         self.assertGreater(alone.count("\n"), merged.count("\n"))
+
+    def test_the_bad_file_is_found(self):
+        self.write("2026-03-09/orders/m17", profile(17) + "PROFILE:tciks\t1\n")
+        os.symlink("nowhere", os.path.join(self.folder, "2026-03-09/orders/m17.lost"))
+        [line] = re.findall(r"^ *for profile in .*$", read("docs", "scale.md"), re.MULTILINE)
+        result = self.run_program(
+            "sh", "-c", line, PATH=os.path.dirname(os.path.abspath(PTICK)) + ":" + os.environ["PATH"]
+        )
+        self.assertEqual(b"in 2026-03-09/orders/m17\nin 2026-03-09/orders/m17.lost\n", result.out)
+        self.assertIn(b"Invalid format in profile file at line 8\n\ttciks\t1\nptick: [202] ", result.err)
 
     def test_the_heading_names_what_came_first(self):
         heading, _ = self.shell("ptick 2026-03-09/orders/m03 /dev/null")
