@@ -24,8 +24,8 @@ foreach(document glossary port-protocol record-format scale)
 endforeach()
 install(FILES COPYRIGHT RENAME copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
-# All that the README's commands need.
-install(DIRECTORY examples/orders DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
+# The examples that the README speaks of.
+install(DIRECTORY examples/orders examples/library DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
 install(FILES examples/port_listener.cpp DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
 install(TARGETS port_listener DESTINATION ${CMAKE_INSTALL_LIBEXECDIR}/ptick)
 
@@ -34,6 +34,8 @@ set(PTICK_PACKAGE_CONTACT "ptick maintainers <maintainers@ptick.invalid>" CACHE 
   "Who makes the packages")
 
 set(CPACK_GENERATOR DEB External)
+# One package of everything, the library with its headers included.
+set(CPACK_MONOLITHIC_INSTALL ON)
 set(CPACK_PROJECT_CONFIG_FILE ${PROJECT_SOURCE_DIR}/cmake/packaging/when_packing.cmake)
 set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/packaging/files_in_place.cmake)
 set(CPACK_POST_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/packaging/when_packed.cmake)
