@@ -2,8 +2,6 @@
 
 #include <variant>
 
-#include "value/arithmetic.h"
-
 namespace ptick {
 
 TickShare::TickShare(const Value& total_ticks) : total_(total_ticks.AsNumber()) {
@@ -15,8 +13,12 @@ TickShare::TickShare(const Value& total_ticks) : total_(total_ticks.AsNumber()) 
   }
 }
 
-Value TickShare::Hundredths(const Value& ticks) const {
-  return Int(Divide(Multiply(ticks, 10000), total_));
+Value TickShare::ExactHundredths(const Value& ticks) const {
+  return Divide(Multiply(ticks, 10000), total_);
+}
+
+Value SharePercent(const Value& ticks, const Value& total) {
+  return Multiply(Divide(ticks, total), 100);
 }
 
 }  // namespace ptick

@@ -2,9 +2,14 @@
 
 #include <cstdint>
 
+#include "value/arithmetic.h"
 #include "value/value.h"
 
 namespace ptick {
+
+/// The share of a total in per cent, with all its decimals. Of a total that is zero or no number,
+/// 0.
+Value SharePercent(const Value& ticks, const Value& total);
 
 /// Shares of a total tick count, in hundredths of a per cent, cut: 1 of 3 is 3333. Of a total that
 /// is zero or no number every share is 0.
@@ -24,7 +29,10 @@ class TickShare {
   }
 
   /// The share of any ticks, a whole number.
-  Value Hundredths(const Value& ticks) const;
+  Value Hundredths(const Value& ticks) const { return Int(ExactHundredths(ticks)); }
+
+  /// The same before it is cut.
+  Value ExactHundredths(const Value& ticks) const;
 
  private:
   Value total_;  ///< as a number, so that a long text is read once

@@ -101,6 +101,15 @@ std::optional<ReadProblem> LoadProfile(std::string_view name, RecordFiles& files
   return ReadProfile(std::move(record), name, options, tables);
 }
 
+std::optional<ReadProblem> MergeRecord(std::unique_ptr<RecordReader> record, std::string_view name,
+                                       ProfileMerge& merge) {
+  RecordBlocks lines(std::move(record));
+  for (std::string_view block = lines.Next(); !block.empty(); block = lines.Next()) {
+    merge.AddLines(block);
+  }
+  return lines.Failed() ? std::optional(UnreadableRecord(name, lines.Error())) : std::nullopt;
+}
+
 MergedProfile MergeProfileFiles(const std::vector<std::string>& names, RecordFiles& files,
                                 std::pmr::memory_resource* memory, const ProblemHandler& tell) {
   std::vector<Input> inputs;

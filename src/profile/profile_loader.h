@@ -45,6 +45,11 @@ struct MergedProfile {
 MergedProfile MergeProfileFiles(const std::vector<std::string>& names, RecordFiles& files,
                                 std::pmr::memory_resource* memory, const ProblemHandler& tell);
 
+/// Takes the lines of an open record into a merge. Where the record cannot be read to its end, the
+/// problem is returned, and lines of it may have been taken.
+std::optional<ReadProblem> MergeRecord(std::unique_ptr<RecordReader> record, std::string_view name,
+                                       ProfileMerge& merge);
+
 /// The tables of a merged profile, named after its first one: "run1 ...". The problem that is
 /// returned at a line of an unknown record type counts merged lines.
 std::optional<ReadProblem> ReadMergedProfile(MergedProfile&& merged, const ReadOptions& options,

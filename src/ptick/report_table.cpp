@@ -15,14 +15,17 @@ namespace ptick {
 namespace {
 
 constexpr std::array kReports = {
-    Report{"performs", [](const RunOptions& o) { return o.PerformsOption; }, ReportPerforms, 3},
-    Report{"ancillary", [](const RunOptions& o) { return o.AncillaryOption; }, ReportAncillary, 1},
-    Report{"keys", [](const RunOptions& o) { return !o.KeyScriptFile.empty(); }, WriteKeyScript},
-    Report{"shared_objects", [](const RunOptions& o) { return o.SharedObjectsOption; },
+    Report{'p', "performs", [](const RunOptions& o) { return o.PerformsOption; }, ReportPerforms,
+           3},
+    Report{'a', "ancillary", [](const RunOptions& o) { return o.AncillaryOption; }, ReportAncillary,
+           1},
+    Report{'k', "keys", [](const RunOptions& o) { return !o.KeyScriptFile.empty(); },
+           WriteKeyScript},
+    Report{'o', "shared_objects", [](const RunOptions& o) { return o.SharedObjectsOption; },
            ReportSharedObjects, 2},
-    Report{"subroutines", [](const RunOptions& o) { return o.SubroutinesOption; },
+    Report{'s', "subroutines", [](const RunOptions& o) { return o.SubroutinesOption; },
            ReportSubroutines, 4},
-    Report{"lines", [](const RunOptions&) { return true; }, PrintLineReport},
+    Report{0, "lines", [](const RunOptions&) { return true; }, PrintLineReport},
 };
 
 void PrintAllReports(const ReportJob& job) {

@@ -10,7 +10,8 @@ namespace ptick {
 
 /// A report that the command line can ask for.
 struct Report {
-  std::string_view name;  ///< what its tests are called by
+  char letter;            ///< of its option; 0 for the one that has none
+  std::string_view name;  ///< of the folder with its goldens
   bool (*is_asked_for)(const RunOptions& options);
   void (*print)(const ReportJob& job);
   int place_in_all = 0;  ///< 1 for the first report of -A; 0 for one that is no part of it

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "figures/clock_time.h"
+#include "figures/tick_share.h"
 #include "reports/ancillary_blocks.h"
 #include "value/arithmetic.h"
 #include "value/conversion.h"
@@ -65,12 +66,12 @@ void PrintEvents(const std::string& label, const Value& count, const Value& tick
     output.PrintLine(label + "None");
     return;
   }
-  const Value percent = Multiply(Divide(ticks, total_ticks), 100);
   output.PrintLine(label + count.Text() + " events , " + Fmt(ticks, "ML,") + " ticks , " +
-                   Fmt(percent, "MR20") + "% of CPU");
+                   Fmt(SharePercent(ticks, total_ticks), "MR20") + "% of CPU");
 }
 
 void PrintUserTicks(const ProfileTables& tables, Output& output) {
+  const TickShare share(tables.TotalTicks);
   for (std::size_t n = 0; n < tables.UserTicks.size(); ++n) {
     const Value& ticks = tables.UserTicks[n];
     if (!ticks.IsTrue()) {
@@ -79,8 +80,7 @@ void PrintUserTicks(const ProfileTables& tables, Output& output) {
     std::string line =
         "User Tick " + Fmt(static_cast<std::int64_t>(n + 1), "L#2") + "  : " + Fmt(ticks, "L#8");
     if (tables.TotalTicks.IsTrue()) {
-      const Value hundredths = Divide(Multiply(ticks, 10000), tables.TotalTicks);
-      line += "( " + Fmt(hundredths, "MR22") + " % )";
+      line += "( " + Fmt(share.ExactHundredths(ticks), "MR22") + " % )";
     }
     output.PrintLine(line);
   }

@@ -36,6 +36,19 @@ TEST(ProfileLoader, ReadsAnOpenRecord) {
   EXPECT_EQ(tables.TotalTicks.Text(), "5");
 }
 
+TEST(ProfileLoader, MergesOpenRecords) {
+  using testing::TextRecord;
+  ProfileMerge merge;
+  EXPECT_FALSE(MergeRecord(std::make_unique<TextRecord>(Records({"ticks|5"}), 3), "a", merge));
+  EXPECT_FALSE(MergeRecord(std::make_unique<TextRecord>(Records({"ticks|7"})), "b", merge));
+  const auto problem = MergeRecord(
+      std::make_unique<TextRecord>("PROFILE:pid", 4, TextRecord::End::kFails), "c", merge);
+  ASSERT_TRUE(problem);
+  EXPECT_EQ(problem->name, "c");
+  EXPECT_EQ(problem->error, EIO);
+  EXPECT_EQ(testing::LinesOf(merge), Records({"ticks|12"}));
+}
+
 TEST(ProfileLoader, TellsWhyAProfileCannotBeLoaded) {
   MemoryPlatform platform;
   platform.files["dir"]["bad"].text = "\n" + Records({"ticks|5", "bogus|1|2"});

@@ -89,6 +89,23 @@ TEST(ReportTable, HasGoldensForEveryReport) {
   }
 }
 
+// A letter asks for its own report and for the one that every command line asks for.
+TEST(ReportTable, HasTheLettersOfTheCommandLine) {
+  for (const Report& asked : Reports()) {
+    MemoryPlatform platform;
+    std::vector<std::string> arguments;
+    if (asked.letter != 0) {
+      arguments.push_back({'-', asked.letter});
+      arguments.emplace_back("name");
+    }
+    const RunOptions options = testing::ParseCommand(arguments, platform).options;
+    for (const Report& report : Reports()) {
+      EXPECT_EQ(report.is_asked_for(options), &report == &asked || report.letter == 0)
+          << report.name << " by " << asked.name;
+    }
+  }
+}
+
 TEST(ReportTable, PutsTheReportsOfAllInPlacesThatFollowEachOther) {
   std::vector<int> places;
   for (const Report& report : Reports()) {
