@@ -24,14 +24,14 @@ constexpr std::int64_t kLongestWait = std::numeric_limits<int>::max();
 
 Opened Failed(int error) { return {UniqueFd(), error}; }
 
-/// Opens the socket file itself, whatever it may be; a link is not followed.
+// Opens the socket file itself, whatever it may be; a link is not followed.
 Opened OpenSocketFile(const UniqueFd& directory, const std::string& name) {
-  UniqueFd file(openat(directory.Get(), name.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
+  UniqueFd file(::openat(directory.Get(), name.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
   if (!file.IsOpen()) {
     return Failed(errno);
   }
   struct stat status {};
-  if (fstat(file.Get(), &status) != 0) {
+  if (::fstat(file.Get(), &status) != 0) {
     return Failed(errno);
   }
   if (!S_ISSOCK(status.st_mode)) {
@@ -54,10 +54,10 @@ int SendError(int error) {
   }
 }
 
-/// The reply, when it is there: its result or the error number of a bad one.
+// The reply, when it is there: its result or the error number of a bad one.
 std::optional<int> TakeReply(const UniqueFd& socket) {
   std::array<char, kLargestReply> reply{};
-  const ssize_t size = recv(socket.Get(), reply.data(), reply.size(), MSG_DONTWAIT | MSG_TRUNC);
+  const ssize_t size = ::recv(socket.Get(), reply.data(), reply.size(), MSG_DONTWAIT | MSG_TRUNC);
   if (size < 0) {
     return errno == EAGAIN || errno == EINTR ? std::nullopt : std::optional(errno);
   }
@@ -86,7 +86,7 @@ Opened ConnectToSocket(const UniqueFd& directory, const std::string& name) {
   address.sun_family = AF_UNIX;
   std::ranges::copy(DescriptorPath(file.descriptor), std::begin(address.sun_path));
   // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): how the system takes addresses
-  if (connect(socket.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
+  if (::connect(socket.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
     return Failed(errno);
   }
   if (!IsOwnUser(socket)) {
@@ -113,8 +113,8 @@ Opened ConnectToPort(std::int64_t port) {
 bool IsOwnUser(const UniqueFd& socket) {
   ucred peer{};
   socklen_t size = sizeof peer;
-  return getsockopt(socket.Get(), SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 &&
-         peer.uid == geteuid();
+  return ::getsockopt(socket.Get(), SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 &&
+         peer.uid == ::geteuid();
 }
 
 int SendPacket(const UniqueFd& socket, std::string_view packet) {
@@ -126,7 +126,7 @@ int SendPacket(const UniqueFd& socket, std::string_view packet) {
   }
   ssize_t sent = 0;
   do {
-    sent = send(socket.Get(), packet.data(), packet.size(), MSG_DONTWAIT | MSG_NOSIGNAL);
+    sent = ::send(socket.Get(), packet.data(), packet.size(), MSG_DONTWAIT | MSG_NOSIGNAL);
   } while (sent < 0 && errno == EINTR);
   return sent < 0 ? SendError(errno) : 0;
 }
@@ -138,7 +138,7 @@ int AwaitReply(const UniqueFd& socket, std::chrono::milliseconds limit) {
     pollfd wait{socket.Get(), POLLIN, 0};
     // A signal may cut the wait short, and a wait that ends may find nothing: go on to the
     // deadline.
-    poll(&wait, 1, static_cast<int>(std::clamp<std::int64_t>(left.count(), 0, kLongestWait)));
+    ::poll(&wait, 1, static_cast<int>(std::clamp<std::int64_t>(left.count(), 0, kLongestWait)));
     if (const auto result = TakeReply(socket)) {
       return *result;
     }

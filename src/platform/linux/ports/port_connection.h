@@ -10,8 +10,10 @@
 
 namespace ptick::ports {
 
-/// A connection to the process on a port: one packet there, at most one back. Nothing here blocks,
-/// but for the wait that AwaitReply is given a limit for.
+/// A connection to the process on a port: one packet there, at most one back. Nothing here blocks
+/// except AwaitReply, up to its limit.
+///
+/// Threads: any; a connection belongs to one at a time.
 
 /// Connects to the socket file `name` in the runtime directory. The file is looked at and connected
 /// to as one thing, so it cannot be changed for another in between. ENOENT when there is none,

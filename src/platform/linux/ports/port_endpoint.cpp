@@ -27,7 +27,7 @@ bool IsShortage(int error) {
   return error == EMFILE || error == ENFILE || error == ENOMEM || error == ENOBUFS;
 }
 
-/// Until when to wait; nothing for ever, also where the clock does not reach that far.
+// Until when to wait; nothing for ever, also where the clock does not reach that far.
 std::optional<Clock::time_point> Deadline(std::optional<Milliseconds> timeout) {
   const Clock::time_point now = Clock::now();
   if (!timeout || *timeout > std::chrono::floor<Milliseconds>(Clock::time_point::max() - now)) {
@@ -40,7 +40,7 @@ bool HasPassed(const std::optional<Clock::time_point>& deadline) {
   return deadline && Clock::now() >= *deadline;
 }
 
-/// As epoll_wait takes it: 0 when the time has passed, -1 for ever.
+// As epoll_wait takes it: 0 when the time has passed, -1 for ever.
 int WaitTime(const std::optional<Clock::time_point>& deadline) {
   if (!deadline) {
     return -1;
@@ -62,7 +62,7 @@ int Received::Reply(int result) {
 }
 
 PortEndpoint::PortEndpoint(std::int64_t port)
-    : port_(port), events_(epoll_create1(EPOLL_CLOEXEC)), buffer_(kLargestRequest, '\0') {
+    : port_(port), events_(::epoll_create1(EPOLL_CLOEXEC)), buffer_(kLargestRequest, '\0') {
   if (!events_.IsOpen()) {
     Fail("epoll");
   }
@@ -71,7 +71,7 @@ PortEndpoint::PortEndpoint(std::int64_t port)
 
 std::optional<Received> PortEndpoint::Receive(std::optional<Milliseconds> timeout) {
   const std::optional<Clock::time_point> deadline = Deadline(timeout);
-  // Events that bring no request are worked off even with no time left, so that a request behind
+  // Events that bring no request are worked off even with no time left, so that a request after
   // them is found; but not without end, or a flood of them would outlast every timeout.
   for (std::size_t fruitless = 0; fruitless <= kPendingLimit || !HasPassed(deadline); ++fruitless) {
     const std::optional<int> ready = NextEvent(deadline);
@@ -92,7 +92,7 @@ void PortEndpoint::Watch(const UniqueFd& descriptor) const {
   epoll_event event{};
   event.events = EPOLLIN;
   event.data.fd = descriptor.Get();
-  if (epoll_ctl(events_.Get(), EPOLL_CTL_ADD, descriptor.Get(), &event) != 0) {
+  if (::epoll_ctl(events_.Get(), EPOLL_CTL_ADD, descriptor.Get(), &event) != 0) {
     Fail("epoll");
   }
 }
@@ -100,7 +100,7 @@ void PortEndpoint::Watch(const UniqueFd& descriptor) const {
 std::optional<int> PortEndpoint::NextEvent(const std::optional<Clock::time_point>& deadline) const {
   for (;;) {
     epoll_event event{};
-    const int count = epoll_wait(events_.Get(), &event, 1, WaitTime(deadline));
+    const int count = ::epoll_wait(events_.Get(), &event, 1, WaitTime(deadline));
     if (count > 0) {
       const int ready = event.data.fd;
       return ready;
@@ -114,12 +114,12 @@ std::optional<int> PortEndpoint::NextEvent(const std::optional<Clock::time_point
   }
 }
 
-/// The next connection of the own user; none when there is none of his.
+// The next connection, when it is one of the same user; none otherwise.
 UniqueFd PortEndpoint::Accept() {
   UniqueFd connection;
   for (;;) {
     connection =
-        UniqueFd(accept4(port_.Listener().Get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
+        UniqueFd(::accept4(port_.Listener().Get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
     if (connection.IsOpen() || !IsShortage(errno)) {
       break;
     }
@@ -140,7 +140,7 @@ UniqueFd PortEndpoint::TakePending(int descriptor) {
     return {};
   }
   // Closing alone would not do: a copy in a child process keeps the events coming.
-  epoll_ctl(events_.Get(), EPOLL_CTL_DEL, descriptor, nullptr);
+  ::epoll_ctl(events_.Get(), EPOLL_CTL_DEL, descriptor, nullptr);
   UniqueFd connection = std::move(*found);
   pending_.erase(found);
   return connection;
@@ -148,11 +148,11 @@ UniqueFd PortEndpoint::TakePending(int descriptor) {
 
 void PortEndpoint::DropOldest() { TakePending(pending_.front().Get()); }
 
-/// Reads the one packet of a connection. One that has not sent it yet is put aside; one that sends
-/// no request is closed.
+// Reads the one packet of a connection. One that has not sent it yet is put aside; one that sends
+// no request is closed.
 std::optional<Received> PortEndpoint::Read(UniqueFd connection) {
   const ssize_t size =
-      recv(connection.Get(), buffer_.data(), buffer_.size(), MSG_DONTWAIT | MSG_TRUNC);
+      ::recv(connection.Get(), buffer_.data(), buffer_.size(), MSG_DONTWAIT | MSG_TRUNC);
   if (size < 0 && (errno == EAGAIN || errno == EINTR)) {
     if (pending_.size() == kPendingLimit) {
       DropOldest();

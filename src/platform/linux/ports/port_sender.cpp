@@ -18,11 +18,11 @@ namespace ptick::ports {
 namespace {
 
 struct CloseDirectory {
-  void operator()(DIR* directory) const { closedir(directory); }
+  void operator()(DIR* directory) const { ::closedir(directory); }
 };
 using DirectoryStream = std::unique_ptr<DIR, CloseDirectory>;
 
-int SwitchMonitor(std::int64_t port, const std::string& packet, std::chrono::milliseconds limit) {
+int RequestMonitor(std::int64_t port, const std::string& packet, std::chrono::milliseconds limit) {
   const Opened connection = ConnectToPort(port);
   if (connection.error != 0) {
     return connection.error;
@@ -36,13 +36,13 @@ DirectoryStream OpenForListing() {
   if (directory.error != 0) {
     return nullptr;
   }
-  const int listing = openat(directory.descriptor.Get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  const int listing = ::openat(directory.descriptor.Get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (listing < 0) {
     return nullptr;
   }
-  DirectoryStream stream(fdopendir(listing));
+  DirectoryStream stream(::fdopendir(listing));
   if (!stream) {
-    close(listing);
+    ::close(listing);
   }
   return stream;
 }
@@ -57,11 +57,11 @@ int SendPortMessage(std::int64_t port, std::string_view text) {
 int MonitorOn(std::int64_t port, std::string_view file, std::string_view options,
               std::chrono::milliseconds limit) {
   const std::optional<std::string> packet = MonitorOnPacket(file, options);
-  return packet ? SwitchMonitor(port, *packet, limit) : EINVAL;
+  return packet ? RequestMonitor(port, *packet, limit) : EINVAL;
 }
 
 int MonitorOff(std::int64_t port, std::chrono::milliseconds limit) {
-  return SwitchMonitor(port, MonitorOffPacket(), limit);
+  return RequestMonitor(port, MonitorOffPacket(), limit);
 }
 
 std::vector<std::int64_t> ListeningPorts(std::int64_t first, std::int64_t last) {
@@ -70,7 +70,7 @@ std::vector<std::int64_t> ListeningPorts(std::int64_t first, std::int64_t last) 
   if (!directory) {
     return ports;
   }
-  while (const dirent* entry = readdir(directory.get())) {  // NOLINT(concurrency-mt-unsafe)
+  while (const dirent* entry = ::readdir(directory.get())) {  // NOLINT(concurrency-mt-unsafe)
     const auto port = ParseSocketName(static_cast<const char*>(entry->d_name));
     if (port && *port >= first && *port <= last) {
       ports.push_back(*port);

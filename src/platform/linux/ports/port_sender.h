@@ -21,6 +21,8 @@ namespace ptick::ports {
 ///   EMSGSIZE      the text is too long: above 256 KiB, or what the system takes at once
 ///
 /// Other error numbers of the system (EMFILE, ...) come through as they are.
+///
+/// Threads: any; nothing is kept between two calls.
 
 /// Hands `text` to the process on `port`, byte for byte, and does not wait for it to act; never
 /// blocks. An empty text is EINVAL.

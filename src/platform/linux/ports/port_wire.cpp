@@ -12,7 +12,7 @@ constexpr std::string_view kMonitorPrefix = "KIVA:";
 constexpr std::string_view kMonitorOn = "KIVA:ON\t";
 constexpr std::string_view kMonitorOff = "KIVA:OFF";
 
-/// The number that the whole of `text` spells in decimal digits, '-' in front of a negative one.
+// The number that the whole of `text` spells in decimal digits, with '-' before a negative one.
 template <typename Integer>
 std::optional<Integer> ParseWhole(std::string_view text) {
   Integer number = 0;

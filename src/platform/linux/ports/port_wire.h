@@ -9,6 +9,8 @@
 namespace ptick::ports {
 
 /// What processes on ports say to each other, as bytes. docs/port-protocol.md has the whole of it.
+///
+/// Threads: any.
 
 inline constexpr std::int64_t kHighestPort = 2147483647;
 /// The most bytes that a request may have. The system's send buffer usually ends earlier.
@@ -26,8 +28,8 @@ std::optional<std::int64_t> ParseSocketName(std::string_view name);
 /// What a process is asked to do.
 struct PortRequest {
   enum class Kind {
-    kControl,     ///< act on Text
-    kMonitorOn,   ///< switch the monitor on with File and Options; wants a reply
+    kControl,     ///< act on `text`
+    kMonitorOn,   ///< switch the monitor on with `file` and `options`; wants a reply
     kMonitorOff,  ///< switch the monitor off; wants a reply
   };
   Kind what = Kind::kControl;
@@ -49,7 +51,7 @@ bool IsMonitorPacket(std::string_view packet);
 std::optional<PortRequest> ParseRequest(std::string_view packet);
 
 /// The packet that answers a monitor request, and the result that one carries: a decimal number,
-/// with '-' in front of a negative one. Nothing for any other text, or a number that is no int.
+/// with '-' before a negative one. Nothing for any other text, or a number that is no int.
 std::string ReplyPacket(int result);
 std::optional<int> ParseReply(std::string_view packet);
 

@@ -13,14 +13,14 @@ namespace ptick::ports {
 namespace {
 
 std::optional<std::string> Variable(const char* name) {
-  const char* value = std::getenv(name);  // NOLINT(concurrency-mt-unsafe): one thread
+  const char* value = std::getenv(name);  // NOLINT(concurrency-mt-unsafe): nobody sets one
   if (value == nullptr || *value == '\0') {
     return std::nullopt;
   }
   return value;
 }
 
-/// A slash behind the name would make the system follow a link that stands there.
+// A slash after the name would make the system follow a link of that name.
 std::string WithoutTrailingSlashes(std::string path) {
   const std::size_t last = path.find_last_not_of('/');
   path.resize(last == std::string::npos ? 1 : last + 1);
@@ -31,13 +31,13 @@ bool IsShortage(int error) { return error == EMFILE || error == ENFILE || error 
 
 bool IsTrusted(const UniqueFd& directory) {
   struct stat status {};
-  return fstat(directory.Get(), &status) == 0 && S_ISDIR(status.st_mode) &&
-         status.st_uid == geteuid() && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
+  return ::fstat(directory.Get(), &status) == 0 && S_ISDIR(status.st_mode) &&
+         status.st_uid == ::geteuid() && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
 }
 
 Opened OpenChecked(const std::string& path) {
   Opened opened;
-  opened.descriptor = UniqueFd(open(path.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+  opened.descriptor = UniqueFd(::open(path.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
   if (!opened.descriptor.IsOpen()) {
     opened.error = errno == ENOENT || IsShortage(errno) ? errno : EACCES;
   } else if (!IsTrusted(opened.descriptor)) {
@@ -56,14 +56,14 @@ std::string RuntimeDirectoryPath() {
   if (const auto user = Variable("XDG_RUNTIME_DIR")) {
     return *user + "/mavro";
   }
-  return "/tmp/mavro-" + std::to_string(geteuid());
+  return "/tmp/mavro-" + std::to_string(::geteuid());
 }
 
 Opened OpenRuntimeDirectory() { return OpenChecked(RuntimeDirectoryPath()); }
 
 Opened CreateRuntimeDirectory() {
   const std::string path = RuntimeDirectoryPath();
-  if (mkdir(path.c_str(), S_IRWXU) != 0 && errno != EEXIST) {
+  if (::mkdir(path.c_str(), S_IRWXU) != 0 && errno != EEXIST) {
     return {UniqueFd(), errno};
   }
   return OpenChecked(path);

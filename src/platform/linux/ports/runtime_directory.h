@@ -10,6 +10,8 @@ namespace ptick::ports {
 /// while it is a directory of the user that nobody else can write to, so it is checked on the open
 /// descriptor and everything in it is reached through that descriptor: what is put in the place of
 /// its name later has no effect.
+///
+/// Threads: any, while none changes the environment.
 
 /// A descriptor, or the error number that says why there is none.
 struct Opened {
@@ -27,7 +29,8 @@ std::string RuntimeDirectoryPath();
 /// no descriptor to give.
 Opened OpenRuntimeDirectory();
 
-/// The same, after making the directory, mode 0700, when it is missing. What holds it is not made.
+/// The same, after making the directory, mode 0700, when it is missing. Parent directories are not
+/// made.
 Opened CreateRuntimeDirectory();
 
 /// The path /proc/self/fd/N: it names exactly what is open and fits into any socket address.
