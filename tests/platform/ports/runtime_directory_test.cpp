@@ -54,6 +54,14 @@ TEST_F(RuntimeDirectory, IsNamedByTheEnvironment) {
       {"/own///", nullptr, "/own"},
       {"/", nullptr, "/"},
       {"///", nullptr, "/"},
+      {"/own/.", nullptr, "/own"},
+      {"/own//././", nullptr, "/own"},
+      {"/own/.hidden/", nullptr, "/own/.hidden"},
+      {"/own/..", nullptr, "/own/.."},
+      {"/.", nullptr, "/"},
+      {".", nullptr, "."},
+      {"./", nullptr, "."},
+      {"./.", nullptr, "."},
       {"relative/own", nullptr, "relative/own"},
       {nullptr, "/user", "/user/mavro"},
       {nullptr, "/user/", "/user//mavro"},
@@ -112,7 +120,7 @@ TEST_F(RuntimeDirectory, IsNoSymbolicLink) {
   ASSERT_EQ(listener.Hear(), "listening");
   const fs::path link = Outside("link");
   fs::create_directory_symlink(Directory(), link);
-  for (const std::string tail : {"", "/", "//"}) {
+  for (const std::string tail : {"", "/", "//", "/.", "/./", "//.//"}) {
     Name(link.native() + tail);
     ExpectRefused(EACCES, "link" + tail);
     EXPECT_EQ(CreateRuntimeDirectory().error, EACCES);

@@ -20,10 +20,11 @@ std::optional<std::string> Variable(const char* name) {
   return value;
 }
 
-// A slash after the name would make the system follow a link of that name.
+// "/" and "/." after the name would make the system follow a link of that name.
 std::string WithoutTrailingSlashes(std::string path) {
-  const std::size_t last = path.find_last_not_of('/');
-  path.resize(last == std::string::npos ? 1 : last + 1);
+  while (path.size() > 1 && (path.ends_with('/') || path.ends_with("/."))) {
+    path.pop_back();
+  }
   return path;
 }
 
