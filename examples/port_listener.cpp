@@ -2,12 +2,15 @@
 
 #include <poll.h>
 #include <sys/signalfd.h>
+#include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <charconv>
 #include <chrono>
 #include <csignal>
 #include <cstdint>
+#include <functional>
 #include <iostream>
 #include <optional>
 #include <span>
@@ -33,7 +36,8 @@ constexpr std::string_view kUsage =
     "     monitor on: file 'F' options 'O'      a monitor request, answered with N\n"
     "     monitor off\n"
     "\n"
-    "Control bytes are shown as \\xNN and a backslash as \\\\. Ends on SIGTERM and SIGINT.\n"
+    "Control bytes are shown as \\xNN and a backslash as \\\\. Ends on SIGTERM and SIGINT, and\n"
+    "when its output cannot be written.\n"
     "\n"
     "     --reply N   answer monitor requests with N, 0 when not given\n"
     "     --help      show this text\n"
@@ -103,8 +107,21 @@ std::string Line(const PortRequest& request) {
   return "control: " + Visible(request.text);
 }
 
-/// From now on the signals that end the program are read from a descriptor, so that none can fall
-/// between a look and a wait.
+// The output takes nothing any more.
+struct OutputFailed {
+  int error = 0;
+};
+
+void Print(const std::string& text) {
+  errno = 0;
+  std::cout << text << std::flush;
+  if (!std::cout) {
+    throw OutputFailed{errno};
+  }
+}
+
+// From now on the signals that end the program are read from a descriptor, so that none can fall
+// between a look and a wait.
 UniqueFd EndSignals() {
   sigset_t signals;
   sigemptyset(&signals);
@@ -117,28 +134,59 @@ UniqueFd EndSignals() {
   return descriptor;
 }
 
-// What was sent before the end is still heard.
+// What was sent before the end is still heard. Of the output no event is asked for: what comes
+// unasked is that its reader has gone.
 void Serve(PortEndpoint& endpoint, const UniqueFd& end, int reply) {
   for (;;) {
-    std::array<pollfd, 2> wait{{{end.Get(), POLLIN, 0}, {endpoint.Descriptor(), POLLIN, 0}}};
-    poll(wait.data(), wait.size(), -1);
+    std::array<pollfd, 3> wait{
+        {{end.Get(), POLLIN, 0}, {endpoint.Descriptor(), POLLIN, 0}, {STDOUT_FILENO, 0, 0}}};
+    if (poll(wait.data(), wait.size(), -1) < 0 && errno != EINTR) {
+      throw std::system_error(errno, std::generic_category(), "poll");
+    }
     while (auto received = endpoint.Receive(std::chrono::milliseconds(0))) {
-      std::cout << Line(received->request) << std::endl;  // NOLINT(performance-avoid-endl)
+      Print(Line(received->request) + "\n");
       received->Reply(reply);
     }
     if (wait[0].revents != 0) {
       return;
     }
+    if (wait[2].revents != 0) {
+      throw OutputFailed{EPIPE};
+    }
   }
+}
+
+// Listens until it is told to end.
+void Listen(const Arguments& arguments) {
+  const UniqueFd end = EndSignals();
+  PortEndpoint endpoint(arguments.port);
+  Print("listening on port " + std::to_string(arguments.port) + "\n");
+  Serve(endpoint, end, arguments.reply);
+}
+
+// Runs `part` of the program and returns the exit status. Output that nobody reads any more is no
+// error.
+int RunToAnEnd(const std::function<void()>& part) {
+  try {
+    part();
+  } catch (const OutputFailed& failed) {
+    if (failed.error == EPIPE) {
+      return 0;
+    }
+    std::cerr << "port_listener: cannot write: " << std::generic_category().message(failed.error)
+              << "\n";
+    return 1;
+  }
+  return 0;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
+  std::signal(SIGPIPE, SIG_IGN);
   const std::span<char*> words(argv + 1, argv + argc);
   if (words.size() == 1 && std::string_view(words[0]) == "--help") {
-    std::cout << kUsage;
-    return 0;
+    return RunToAnEnd([] { Print(std::string(kUsage)); });
   }
   const auto arguments = ParseArguments(words);
   if (!arguments) {
@@ -146,14 +194,10 @@ int main(int argc, char** argv) {
     return 2;
   }
   try {
-    const UniqueFd end = EndSignals();
-    PortEndpoint endpoint(arguments->port);
-    std::cout << "listening on port " << arguments->port << std::endl;  // NOLINT(*-avoid-endl)
-    Serve(endpoint, end, arguments->reply);
+    return RunToAnEnd([&arguments] { Listen(*arguments); });
   } catch (const std::system_error& error) {
     std::cerr << "port_listener: cannot listen on port " << arguments->port << ": " << error.what()
               << "\n";
     return 1;
   }
-  return 0;
 }

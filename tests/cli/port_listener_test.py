@@ -48,6 +48,45 @@ class PortListener(PortTest):
             self.assertEqual((out, err, process.returncode), (b"", b"", 0))
             self.assertFalse(os.path.lexists(self.socket_path(5)))
 
+    def test_ends_when_its_output_fails(self):
+        with open("/dev/full", "wb") as full:
+            for arguments in (["5"], ["--help"]):
+                process = self.listener(*arguments, ready=False, stdout=full)
+                _, err = process.communicate(timeout=PATIENCE)
+                self.assertEqual(err, b"port_listener: cannot write: No space left on device\n")
+                self.assertEqual(process.returncode, 1)
+                self.assertFalse(os.path.lexists(self.socket_path(5)))
+
+    def test_ends_when_its_output_fills_up(self):
+        size = 4096
+        reader, writer = os.pipe()
+        os.set_blocking(writer, False)  # what a full disk does, later than at the first line
+        self.addCleanup(os.close, reader)
+        process = self.listener("5", ready=False, stdout=writer)
+        self.assertEqual(os.read(reader, 100), b"listening on port 5\n")
+        while True:
+            try:
+                os.write(writer, b"x" * size)
+            except BlockingIOError:
+                if size == 1:
+                    break
+                size = 1
+        os.close(writer)
+        self.check(
+            self.ptick("-j", "ON", "5"), "ptick: Error number 104 executing command\n", status=104
+        )
+        _, err = process.communicate(timeout=PATIENCE)
+        self.assertEqual(err, b"port_listener: cannot write: Resource temporarily unavailable\n")
+        self.assertEqual(process.returncode, 1)
+        self.assertFalse(os.path.lexists(self.socket_path(5)))
+
+    def test_ends_quietly_when_nobody_reads_it_any_more(self):
+        process = self.listener("5")
+        process.stdout.close()
+        self.assertEqual(process.wait(timeout=PATIENCE), 0)
+        self.assertEqual(process.stderr.read(), b"")
+        self.assertFalse(os.path.lexists(self.socket_path(5)))
+
     def test_takes_over_from_the_dead_only(self):
         first = self.listener("5")
         second = self.listener("5", ready=False)

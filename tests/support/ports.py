@@ -79,12 +79,12 @@ class PortTest(ProgramTest):
         with socket.socket(socket.AF_UNIX, socket.SOCK_SEQPACKET) as dead:
             dead.bind(self.socket_path(port))
 
-    def listener(self, *arguments, ready=True):
+    def listener(self, *arguments, ready=True, stdout=subprocess.PIPE):
         process = subprocess.Popen(
             [os.path.abspath(PORT_LISTENER), *arguments],
             env=clean_environment(MAVRO_RUNTIME_DIR=self.runtime),
             stdin=subprocess.DEVNULL,
-            stdout=subprocess.PIPE,
+            stdout=stdout,
             stderr=subprocess.PIPE,
         )
 
