@@ -1,6 +1,5 @@
 #include "platform/linux/terminal.h"
 
-#include <poll.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -9,6 +8,7 @@
 #include <csignal>
 
 #include "platform/linux/process/signal_hold.h"
+#include "platform/linux/wait_ready.h"
 
 namespace ptick {
 namespace {
@@ -51,7 +51,7 @@ std::optional<char> WaitForKey() {
   while (true) {
     std::array<pollfd, 2> sources = {{{.fd = STDIN_FILENO, .events = POLLIN, .revents = 0},
                                       {.fd = hold.Descriptor(), .events = POLLIN, .revents = 0}}};
-    ::poll(sources.data(), sources.size(), -1);
+    WaitReady(sources, -1);
     if (const std::optional<int> signal = hold.Take()) {
       if (*signal != SIGCONT) {
         mode.Leave();

@@ -1,9 +1,10 @@
 #include "platform/linux/write_all.h"
 
-#include <poll.h>
 #include <unistd.h>
 
 #include <cerrno>
+
+#include "platform/linux/wait_ready.h"
 
 namespace ptick {
 
@@ -15,7 +16,7 @@ int WriteAll(int fd, std::string_view bytes) {
     } else if (errno == EAGAIN) {
       // Whoever shares this descriptor made it non-blocking.
       pollfd ready = {.fd = fd, .events = POLLOUT, .revents = 0};
-      ::poll(&ready, 1, -1);
+      WaitReady({&ready, 1}, -1);
     } else if (errno != EINTR) {
       return errno;
     }

@@ -1,7 +1,6 @@
 #include "platform/linux/ports/port_connection.h"
 
 #include <fcntl.h>
-#include <poll.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -13,6 +12,7 @@
 #include <optional>
 
 #include "platform/linux/ports/port_wire.h"
+#include "platform/linux/wait_ready.h"
 
 namespace ptick::ports {
 
@@ -138,7 +138,8 @@ int AwaitReply(const UniqueFd& socket, std::chrono::milliseconds limit) {
     pollfd wait{socket.Get(), POLLIN, 0};
     // A signal may cut the wait short, and a wait that ends may find nothing: go on to the
     // deadline.
-    ::poll(&wait, 1, static_cast<int>(std::clamp<std::int64_t>(left.count(), 0, kLongestWait)));
+    WaitReady({&wait, 1},
+              static_cast<int>(std::clamp<std::int64_t>(left.count(), 0, kLongestWait)));
     if (const auto result = TakeReply(socket)) {
       return *result;
     }
