@@ -99,7 +99,7 @@ void Output::WaitForKey() {
   for (;;) {
     const std::optional<char> key = platform_.ReadKey();
     if (!key || *key == 'q') {
-      throw Stop{0};
+      throw Stop{end_status_};
     }
     if (*key == 'c') {
       waits_ = false;
@@ -155,7 +155,7 @@ void Output::Flush() {
     return;
   }
   if (error == static_cast<int>(std::errc::broken_pipe)) {
-    throw Stop{0};
+    throw Stop{end_status_};
   }
   PrintTerminal("ptick: cannot write: " + std::generic_category().message(error));
   throw Stop{1};

@@ -27,7 +27,7 @@ struct PageHeading {
 /// '?'. Without a heading nothing is paged.
 ///
 /// A failed write prints "ptick: cannot write: REASON" on the terminal and throws Stop with status
-/// 1; a reader that has closed the pipe, and the key `q`, throw Stop with status 0.
+/// 1; a reader that has closed the pipe, and the key `q`, throw Stop with EndStatus().
 class Output {
  public:
   explicit Output(Platform& platform);
@@ -63,6 +63,12 @@ class Output {
   /// the name that failed, on the terminal.
   void PrintMessage(int number, std::string_view name);
 
+  /// Something has failed and been told, and the run goes on: where it would end with status 0, it
+  /// ends with 1.
+  void FailAtEnd() { end_status_ = 1; }
+  /// The status of a run that comes to its normal end.
+  int EndStatus() const { return end_status_; }
+
   /// Ends the output of a run that came to its normal end: a heading that has seen no line is
   /// printed, and all is written.
   void Finish();
@@ -95,6 +101,7 @@ class Output {
   ByteBuffer buffer_;
   std::size_t used_ = 0;
   std::size_t line_start_ = 0;  ///< on a terminal: of the line laid out last
+  int end_status_ = 0;
 };
 
 }  // namespace ptick

@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <memory_resource>
 #include <optional>
 #include <string>
@@ -17,6 +16,17 @@ namespace ptick {
 enum class Stream {
   kOutput,    ///< standard output, descriptor 1: reports and results
   kTerminal,  ///< the terminal, descriptor 2: diagnostics and usage
+};
+
+/// What commands wrote.
+struct FirstLines {
+  /// For each command, in the order given, the first line of what it wrote to standard output and
+  /// standard error together, without its end (LF or byte 254): what there was of it where that did
+  /// not come in time, empty where there is no such command.
+  std::vector<std::string> lines;
+  /// The error number of the system that says why commands could not be run for want of processes,
+  /// descriptors or memory, the first one; 0 when all could be run. Their lines are empty.
+  int error = 0;
 };
 
 /// The services of the system that the program runs on, as one set of operations.
@@ -60,12 +70,9 @@ class Platform : public RecordFiles {
 
   // --- Commands ---
 
-  /// Runs platform commands, each split at blanks and started directly, never through a shell.
-  /// Calls `done` once per command, in the order given, with the first line of what the command
-  /// wrote to standard output and standard error together, without its line end; empty when it
-  /// could not be run, wrote nothing or did not answer in time. Several may run at once.
-  virtual void CaptureFirstLines(const std::vector<std::vector<std::string>>& commands,
-                                 const std::function<void(std::string_view)>& done) = 0;
+  /// Runs platform commands, each split at blanks and started directly, never through a shell;
+  /// several may run at once. Every one has a while to write its first line.
+  virtual FirstLines CaptureFirstLines(const std::vector<std::vector<std::string>>& commands) = 0;
   /// Runs a command line with the shell, `input` as its standard input. Returns its exit status
   /// (128 plus the signal number when a signal ended it; 127 when it could not be started). The
   /// shell's own messages go where standard error goes.

@@ -46,7 +46,7 @@ int RunToAnEnd(Platform& platform, Output& output) {
   try {
     const int status = RunSteps(platform, output);
     output.Finish();
-    return status;
+    return status != 0 ? status : output.EndStatus();
   } catch (const Stop& stop) {
     return CloseAfter(stop, output);
   }

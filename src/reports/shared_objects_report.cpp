@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <span>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "reports/report_heading.h"
@@ -17,8 +17,8 @@ namespace ptick {
 namespace {
 
 constexpr std::int64_t kNameWidth = 60;
-// Sizes are asked for so many names at a time: enough to keep every core busy, few enough to show
-// the first lines soon and to hold little.
+// Sizes are asked for so many names at a time: enough for many to be asked for at once, few enough
+// to show the first lines soon and to hold little.
 constexpr std::size_t kBatchSize = 256;
 
 ColumnTitles ObjectColumns(bool with_sizes) {
@@ -62,24 +62,35 @@ std::vector<std::string> SizeCommand(std::string_view name) {
   return words;
 }
 
-// Prints sorted names with their sizes. Equal names are next to each other and share one run.
-void PrintWithSizes(std::span<const std::string_view> names, Platform& platform, Output& output) {
-  std::vector<std::vector<std::string>> commands;
-  for (std::size_t n = 0; n < names.size(); ++n) {
-    if (n == 0 || names[n] != names[n - 1]) {
-      commands.push_back(SizeCommand(names[n]));
+using NameIterator = std::vector<std::string_view>::const_iterator;
+
+// The end of the copies of a name in sorted names that end at `end`.
+NameIterator AfterCopies(NameIterator name, NameIterator end) {
+  return std::find_if(name, end, [name](std::string_view other) { return other != *name; });
+}
+
+// Prints sorted names with their sizes. Each name is asked for once, however often it comes.
+void PrintWithSizes(const std::vector<std::string_view>& names, Platform& platform,
+                    Output& output) {
+  bool complained = false;
+  for (auto name = names.begin(); name != names.end();) {
+    std::vector<std::vector<std::string>> commands;
+    for (auto next = name; next != names.end() && commands.size() < kBatchSize;
+         next = AfterCopies(next, names.end())) {
+      commands.push_back(SizeCommand(*next));
     }
-  }
-  std::vector<std::string> sizes;
-  sizes.reserve(commands.size());
-  platform.CaptureFirstLines(commands,
-                             [&sizes](std::string_view line) { sizes.emplace_back(line); });
-  std::size_t run = 0;
-  for (std::size_t n = 0; n < names.size(); ++n) {
-    if (n > 0 && names[n] != names[n - 1]) {
-      ++run;
+    const FirstLines sizes = platform.CaptureFirstLines(commands);
+    if (sizes.error != 0 && !complained) {
+      output.PrintTerminal("ptick: cannot run size: " +
+                           std::generic_category().message(sizes.error));
+      output.FailAtEnd();
+      complained = true;
     }
-    PrintObject(names[n], sizes[run], output);
+    for (const std::string& size : sizes.lines) {
+      for (const auto end = AfterCopies(name, names.end()); name != end; ++name) {
+        PrintObject(*name, size, output);
+      }
+    }
   }
 }
 
@@ -90,16 +101,12 @@ void ReportSharedObjects(const ReportJob& job) {
   BeginReport(ReportTitle("Shared objecs used by program ", job.tables),
               ObjectColumns(job.options.Verbose), job);
   const std::vector<std::string_view> names = SortedNames(job.tables.SharedObjects);
-  if (!job.options.Verbose) {
-    for (const std::string_view name : names) {
-      PrintObject(name, "", job.output);
-    }
+  if (job.options.Verbose) {
+    PrintWithSizes(names, job.platform, job.output);
     return;
   }
-  const std::span<const std::string_view> all(names);
-  for (std::size_t start = 0; start < all.size(); start += kBatchSize) {
-    PrintWithSizes(all.subspan(start, std::min(kBatchSize, all.size() - start)), job.platform,
-                   job.output);
+  for (const std::string_view name : names) {
+    PrintObject(name, "", job.output);
   }
 }
 

@@ -1,11 +1,7 @@
-"""Every form of a run with streams that take nothing, with files that change under its hands, and with
-signals while a replay script waits."""
+"""Every form of a run with streams that take nothing, and with files that change under its hands."""
 
-import ctypes
 import os
-import select
 import shutil
-import signal
 import subprocess
 import sys
 import unittest
@@ -13,7 +9,6 @@ import unittest
 sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 from support.program import PTICK, ProgramTest, clean_environment  # noqa: E402
 
-PR_SET_CHILD_SUBREAPER = 36
 PROFILE = (
     "PROFILE:ticks\t8\nPROFILE:hertz\t100\nPROFILE:trace\tA\t1\t3\nPROFILE:trace\tB\t1\t1\n"
     "PROFILE:shared_object\tlib\t1\nPROFILE:subroutine_call\tA B\t2\nPROFILE:input\t13\t1\t1\t2\tx\n"
@@ -136,46 +131,6 @@ class DisturbancesTest(ProgramTest):
             self.assertEqual((b"", 0), (err, status))
             row = [line for line in out.splitlines(True) if line.startswith(b"A ")]
             self.assertTrue(row[0].endswith(b" " + want), row)
-
-    def test_a_signal_ends_a_script_that_nobody_reads(self):
-        ctypes.CDLL(None).prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0)
-        bulk = "PROFILE:input\t13\t1\t1\t2\t" + "x" * 1000 + "\n"
-        for number in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
-            for count in (1, 1000):  # in the pipe of the shell, and more than that takes
-                self.write("run1", bulk * count)
-                with self.subTest(signal=number, count=count):
-                    self.check_ends_with_its_shell(number)
-
-    def check_ends_with_its_shell(self, number):
-        os.mkfifo(self.path("keys"))
-        process = self.start("-kkeys", "run1", start_new_session=True)
-        shell = self.child_of(process.pid)
-        process.send_signal(number)
-        self.assertEqual(-number, process.wait(timeout=60))
-        process.stdout.close()
-        process.stderr.close()
-        self.assertTrue(self.ends(shell), "the shell stayed behind")
-        os.remove(self.path("keys"))
-
-    @staticmethod
-    def ends(pid):
-        """Whether an orphan ends by itself."""
-        descriptor = os.pidfd_open(pid)
-        ended = bool(select.select([descriptor], [], [], 20)[0])
-        os.close(descriptor)
-        if not ended:
-            os.kill(pid, signal.SIGKILL)
-        os.waitpid(pid, 0)
-        return ended
-
-    @staticmethod
-    def child_of(pid):
-        """The first child that a process has; it is waited for."""
-        while True:
-            with open(f"/proc/{pid}/task/{pid}/children", encoding="ascii") as file:
-                children = file.read().split()
-            if children:
-                return int(children[0])
 
 
 if __name__ == "__main__":

@@ -14,7 +14,7 @@ FAULT_PRELOAD = os.environ.get("FAULT_PRELOAD", "build/dev/tests/libfault_preloa
 LONGEST_RUN = 10  # seconds
 PR_SET_CHILD_SUBREAPER = 36
 
-# What a run left: both streams, the status, the key file, whether the fault happened, what should
+# What a run left: both streams, the status, the key file, how often the fault happened, what should
 # not be there.
 Run = collections.namedtuple("Run", "out err status script struck mess")
 
@@ -87,7 +87,7 @@ class Stage:
     def _look_at(self, status, out, err, mess):
         mess += [f"process {pid} left behind" for pid in living_orphans(self.own_children)]
         script = self._take(self.script)
-        struck = self._take(self.mark) is not None
+        struck = len(self._take(self.mark) or b"")
         mess += [f"file {name} left behind" for name in files_below(self.folder) - self.files]
         return Run(out, err, status, script, struck, mess)
 

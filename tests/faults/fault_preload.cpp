@@ -1,7 +1,7 @@
 // Loaded ahead of the system's library (LD_PRELOAD), lets one call of one kind fail:
 //
 //   PTICK_FAULT=KIND:OUTCOME:N    the N-th call of KIND from main on, N+ for that and all after it
-//   PTICK_FAULT_MARK=FILE         is created when it happens
+//   PTICK_FAULT_MARK=FILE         gets a byte for each time it happens
 //
 // OUTCOME is an error number, or "short": the call does a part of what it is asked for. Programs
 // started by the one that is disturbed are left alone.
@@ -10,7 +10,7 @@
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <poll.h>
-#include <spawn.h>
+#include <sched.h>
 #include <sys/signalfd.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -82,10 +82,10 @@ bool Strikes(const char* kind) {
   if (g_calls != g_fault.Number && !(g_fault.AndAllAfter && g_calls > g_fault.Number)) {
     return false;
   }
-  if (g_calls == g_fault.Number) {
-    const long mark = ::syscall(SYS_open, g_fault.Mark, O_CREAT | O_WRONLY | O_CLOEXEC, 0600);
-    ::syscall(SYS_close, mark);
-  }
+  const long mark =
+      ::syscall(SYS_open, g_fault.Mark, O_CREAT | O_WRONLY | O_APPEND | O_CLOEXEC, 0600);
+  ::syscall(SYS_write, mark, "x", 1);
+  ::syscall(SYS_close, mark);
   errno = g_fault.Error;
   return true;
 }
@@ -183,12 +183,8 @@ int open(const char* name, int flags, ...) {
   return openat(AT_FDCWD, name, flags, mode);
 }
 
-int posix_spawnp(pid_t* child, const char* file, const posix_spawn_file_actions_t* actions,
-                 const posix_spawnattr_t* attributes, char* const argv[], char* const envp[]) {
-  if (Strikes("spawn")) {
-    return g_fault.Error;
-  }
-  return Real(&posix_spawnp, "posix_spawnp")(child, file, actions, attributes, argv, envp);
+int clone(int (*function)(void*), void* stack, int flags, void* argument, ...) noexcept {
+  return Strikes("clone") ? -1 : Real(&clone, "clone")(function, stack, flags, argument);
 }
 
 int pipe2(int* ends, int flags) noexcept {

@@ -55,14 +55,15 @@ def no_result(_clean, _run):
 def same_lines(clean, run, width):
     """Whether every line is the undisturbed one or ends at `width`, or has "??" from there on."""
     pairs = list(zip(clean.out.split(b"\n"), run.out.split(b"\n")))
-    return (run.status, run.out.count(b"\n")) == (0, clean.out.count(b"\n")) and all(
+    return run.out.count(b"\n") == clean.out.count(b"\n") and all(
         got in (want, want[:width].rstrip(), want[:width] + b"??") for want, got in pairs
     )
 
 
 def sizes_missing(clean, run):
-    """The size of an object that could not be asked for is empty."""
-    return not run.err and same_lines(clean, run, NAME_WIDTH + 1)
+    """The size of an object that could not be asked for is empty, and a message says why."""
+    told = re.fullmatch(rb"ptick: cannot run size: .+\n", run.err)
+    return told and run.status == 1 and same_lines(clean, run, NAME_WIDTH + 1)
 
 
 def source_missing(clean, run):
@@ -70,7 +71,7 @@ def source_missing(clean, run):
     lines = run.out.replace(b"not this one", b"PROGRAM DESK")
     told = all(re.fullmatch(rb"ptick: \[201\] cannot open file '(src|lib)'", line)
                for line in run.err.splitlines())
-    return told and same_lines(clean, run._replace(out=lines), SOURCE_COLUMN)
+    return told and run.status == 0 and same_lines(clean, run._replace(out=lines), SOURCE_COLUMN)
 
 
 def one_of_two(clean, run):

@@ -78,11 +78,21 @@ TEST(MemoryPlatformTest, GivesTheKeysThenTheEndOfInput) {
 TEST(MemoryPlatformTest, AnswersCommandsWithTheirFirstLine) {
   MemoryPlatform platform;
   platform.command_outputs["size a.so"] = "first\nsecond\n";
-  std::vector<std::string> lines;
-  platform.CaptureFirstLines({{"size", "a.so"}, {"size", "b.so"}},
-                             [&](std::string_view line) { lines.emplace_back(line); });
-  EXPECT_EQ(lines, (std::vector<std::string>{"first", ""}));
-  EXPECT_EQ(platform.commands_run.size(), 2U);
+  platform.command_outputs["size b.so"] = "field\xfesecond\n";
+  const FirstLines got =
+      platform.CaptureFirstLines({{"size", "a.so"}, {"size", "b.so"}, {"size", "c.so"}});
+  EXPECT_EQ(got.lines, (std::vector<std::string>{"first", "field", ""}));
+  EXPECT_EQ(got.error, 0);
+  EXPECT_EQ(platform.commands_run.size(), 3U);
+}
+
+TEST(MemoryPlatformTest, TellsTheFirstErrorOfCommands) {
+  MemoryPlatform platform;
+  platform.command_errors = {{"size b.so", EAGAIN}, {"size c.so", ENOMEM}};
+  const FirstLines got =
+      platform.CaptureFirstLines({{"size", "a.so"}, {"size", "b.so"}, {"size", "c.so"}});
+  EXPECT_EQ(got.lines, std::vector<std::string>(3));
+  EXPECT_EQ(got.error, EAGAIN);
 }
 
 TEST(MemoryPlatformTest, RecordsShellRuns) {

@@ -60,8 +60,9 @@ class PortPlatform : public Platform {
   bool HasKeyboard() override { return false; }
   std::int64_t PageLength() override { return 24; }
   std::optional<char> ReadKey() override { return std::nullopt; }
-  void CaptureFirstLines(const std::vector<std::vector<std::string>>& /*commands*/,
-                         const std::function<void(std::string_view)>& /*done*/) override {}
+  FirstLines CaptureFirstLines(const std::vector<std::vector<std::string>>& /*commands*/) override {
+    return {};
+  }
   int RunShell(const std::string& /*command_line*/, std::string_view /*input*/) override {
     return 127;
   }

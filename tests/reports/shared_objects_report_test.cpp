@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -79,7 +81,7 @@ TEST_F(SharedObjectsReportTest, ShowsSizesWhenVerbose) {
   EXPECT_EQ(Report(), "Shared objecs used by program PROG from profile run1" +
                           std::string(12, ' ') + " Page 1\n" + kSizesTitle + "a.so" +
                           std::string(56, ' ') + "    text    data     bss\n" +
-                          "b.so\n" +  // no answer: nothing but blanks behind the name
+                          "b.so\n" +  // no answer: nothing but blanks after the name
                           std::string(60, 'n') + " size: no such file\n");
 }
 
@@ -136,6 +138,7 @@ TEST_F(SharedObjectsReportTest, ShowsEverySizeOfManyNames) {
   options_.Verbose = true;
   options_.AllReports = true;
   std::string want = "\n" + kSizesTitle + "------ ------ ----" + std::string(42, ' ') + " -----\n";
+  std::vector<std::vector<std::string>> commands;
   for (int n = 0; n < kNames; ++n) {
     const std::string name = "lib" + std::to_string(kNames + n);
     const std::string size = "size " + std::to_string(n);
@@ -145,8 +148,35 @@ TEST_F(SharedObjectsReportTest, ShowsEverySizeOfManyNames) {
       want += name;
       want += std::string(53, ' ') + " " + size + "\n";
     }
+    if (n % 4 != 0) {
+      commands.push_back({"size", name});
+    }
   }
   EXPECT_EQ(Report(), want);
+  EXPECT_EQ(platform_.commands_run, commands) << "every name once";
+}
+
+TEST_F(SharedObjectsReportTest, TellsOnceThatSizesAreMissing) {
+  options_.Verbose = true;
+  options_.AllReports = true;
+  std::string want = "\n" + kSizesTitle + "------ ------ ----" + std::string(42, ' ') + " -----\n";
+  for (int n = 1000; n < 2000; ++n) {
+    const std::string name = "lib" + std::to_string(n);
+    tables_.SharedObjects.Append(name);
+    if (n % 2 == 0) {
+      platform_.command_errors["size " + name] = n == 1000 ? ENOMEM : EAGAIN;
+    }
+    want += name + "\n";
+  }
+  int status = 0;
+  const Printed printed = Run([&](Output& output) {
+    ReportSharedObjects(tables_, options_, platform_, output);
+    status = output.EndStatus();
+  });
+  EXPECT_EQ(printed.terminal, "ptick: cannot run size: Cannot allocate memory\n");
+  EXPECT_EQ(printed.lines, want);
+  EXPECT_EQ(printed.stopped, std::nullopt);
+  EXPECT_EQ(status, 1);
 }
 
 }  // namespace

@@ -106,15 +106,21 @@ std::optional<char> MemoryPlatform::ReadKey() {
   return key;
 }
 
-void MemoryPlatform::CaptureFirstLines(const std::vector<std::vector<std::string>>& commands,
-                                       const std::function<void(std::string_view)>& done) {
+FirstLines MemoryPlatform::CaptureFirstLines(
+    const std::vector<std::vector<std::string>>& commands) {
+  FirstLines first_lines;
   for (const std::vector<std::string>& command : commands) {
     commands_run.push_back(command);
-    const auto found = command_outputs.find(JoinWords(command));
-    const std::string_view output =
-        found == command_outputs.end() ? std::string_view() : std::string_view(found->second);
-    done(output.substr(0, output.find('\n')));
+    const std::string words = JoinWords(command);
+    const auto error = command_errors.find(words);
+    if (first_lines.error == 0 && error != command_errors.end()) {
+      first_lines.error = error->second;
+    }
+    const auto output = command_outputs.find(words);
+    const std::string text = output == command_outputs.end() ? "" : output->second;
+    first_lines.lines.push_back(text.substr(0, text.find_first_of("\n\xfe")));
   }
+  return first_lines;
 }
 
 int MemoryPlatform::RunShell(const std::string& command_line, std::string_view input) {

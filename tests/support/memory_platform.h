@@ -71,6 +71,8 @@ class MemoryPlatform final : public Platform {
 
   /// What each command writes, all lines of it, by the command's words joined with blanks.
   std::map<std::string, std::string, std::less<>> command_outputs;
+  /// Why a command cannot be run, by the same.
+  std::map<std::string, int, std::less<>> command_errors;
   int shell_status = 0;
 
   std::map<std::int64_t, int> port_errors;  ///< what each port answers; other ports give ENOENT
@@ -104,8 +106,7 @@ class MemoryPlatform final : public Platform {
   bool HasKeyboard() override { return keyboard; }
   std::int64_t PageLength() override { return length; }
   std::optional<char> ReadKey() override;
-  void CaptureFirstLines(const std::vector<std::vector<std::string>>& commands,
-                         const std::function<void(std::string_view)>& done) override;
+  FirstLines CaptureFirstLines(const std::vector<std::vector<std::string>>& commands) override;
   int RunShell(const std::string& command_line, std::string_view input) override;
   int SendPortMessage(std::int64_t port, std::string_view text) override;
   int MonitorOn(std::int64_t port, std::string_view file, std::string_view options) override;

@@ -8,6 +8,8 @@ namespace ptick {
 /// Memory for tables that may get big. Allocations of 2 MiB and more are mapped with huge pages
 /// where the system has them, so that random lookups in a big table miss the TLB less. Whatever is
 /// smaller comes from the heap.
+///
+/// Threads: any.
 class LargePages final : public std::pmr::memory_resource {
  public:
   static constexpr std::size_t kPageSize = std::size_t{2} << 20U;

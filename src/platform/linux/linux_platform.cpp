@@ -60,9 +60,8 @@ std::int64_t LinuxPlatform::PageLength() { return ReadPageLength(); }
 
 std::optional<char> LinuxPlatform::ReadKey() { return WaitForKey(); }
 
-void LinuxPlatform::CaptureFirstLines(const std::vector<std::vector<std::string>>& commands,
-                                      const std::function<void(std::string_view)>& done) {
-  CaptureOutputs(commands, done);
+FirstLines LinuxPlatform::CaptureFirstLines(const std::vector<std::vector<std::string>>& commands) {
+  return ptick::CaptureFirstLines(commands);
 }
 
 int LinuxPlatform::RunShell(const std::string& command_line, std::string_view input) {

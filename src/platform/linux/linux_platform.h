@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <memory_resource>
 #include <optional>
@@ -39,8 +38,7 @@ class LinuxPlatform final : public Platform {
   std::int64_t PageLength() override;
   std::optional<char> ReadKey() override;
 
-  void CaptureFirstLines(const std::vector<std::vector<std::string>>& commands,
-                         const std::function<void(std::string_view)>& done) override;
+  FirstLines CaptureFirstLines(const std::vector<std::vector<std::string>>& commands) override;
   int RunShell(const std::string& command_line, std::string_view input) override;
 
   int SendPortMessage(std::int64_t port, std::string_view text) override;

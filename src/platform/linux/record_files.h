@@ -13,6 +13,8 @@ namespace ptick {
 ///
 /// A record is any entry that can be read to its end: a regular file, a pipe, a device, or a link
 /// to one of them; a directory or a socket is none. Opening a FIFO waits for its writer.
+///
+/// Threads: any; a reader belongs to one at a time.
 std::unique_ptr<RecordFile> OpenRecordFile(std::string_view name, int* error = nullptr);
 
 /// The platform files of the system, for a program that needs nothing else of it.

@@ -7,6 +7,8 @@
 namespace ptick {
 
 /// A file descriptor with one owner, closed when the owner goes away.
+///
+/// Threads: one at a time.
 class UniqueFd {
  public:
   UniqueFd() = default;

@@ -1,8 +1,7 @@
 #include "platform/linux/process/first_lines.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -14,7 +13,6 @@
 #include <vector>
 
 #include "platform/linux/linux_platform.h"
-#include "platform/linux/unique_fd.h"
 #include "support/environment.h"
 #include "support/forked.h"
 #include "support/temp_directory.h"
@@ -27,35 +25,58 @@ using Words = std::vector<std::string>;
 using testing::CheckForked;
 
 // Long enough never to be reached, also on a machine that has much else to do.
-constexpr CaptureLimits kUnlimited = {
-    .time_per_command = 10min, .timeouts_in_a_row = 3, .at_once = 2};
+constexpr CaptureLimits kUnlimited = {.time_to_first_line = 10min, .at_once = 2};
 
 Words Capture(const std::vector<Words>& commands, const CaptureLimits& limits = kUnlimited) {
+  const FirstLines got = CaptureFirstLines(commands, limits);
+  EXPECT_EQ(got.error, 0);
+  return got.lines;
+}
+
+// With more and more time, until it suffices for `want`: how much commands that hang must be given
+// before they do depends on what else the machine does.
+Words CaptureInTime(const std::vector<Words>& commands, const Words& want) {
   Words lines;
-  CaptureOutputs(
-      commands, [&lines](std::string_view line) { lines.emplace_back(line); }, limits);
+  for (std::chrono::milliseconds limit = 20ms; lines != want && limit < 1min; limit *= 2) {
+    lines = Capture(commands, {.time_to_first_line = limit, .at_once = 1});
+  }
   return lines;
 }
 
 // Whether every child of this process has been waited for.
 bool HasNoChildren() { return ::waitpid(-1, nullptr, WNOHANG) == -1 && errno == ECHILD; }
 
-// scripts_ in a directory that is on PATH, in front of the system's; `fifo` is there to wait on.
-class CommandsTest : public ::testing::Test {
+// scripts_ in a directory that is on PATH, before the system's; `fifo` and `other` are there to
+// wait on.
+class FirstLinesTest : public ::testing::Test {
  protected:
-  CommandsTest() {
+  FirstLinesTest() {
     scripts_.MakeFifo("fifo");
     scripts_.MakeFifo("other");
   }
   std::string Fifo(const std::string& name = "fifo") const { return (scripts_ / name).native(); }
 
+  // The command that runs a script of this body.
+  Words Script(const std::string& body) {
+    const std::string name = "script" + std::to_string(++script_count_);
+    scripts_.WriteScript(name, body);
+    return {name};
+  }
+  Words Hanging() { return Script("read x < " + Fifo()); }
+
   const testing::TempDirectory scripts_;
   const testing::EnvironmentValue path_ =
       testing::EnvironmentValue("PATH", scripts_.Path().native() + ":/usr/bin:/bin");
+  int script_count_ = 0;
 };
 
-TEST_F(CommandsTest, GivesTheFirstLineOfWhatACommandWrites) {
-  const std::vector<std::pair<std::string, std::string>> rows = {
+struct Row {
+  std::string body;
+  std::string want;
+};
+
+TEST_F(FirstLinesTest, TheFirstLineOfWhatACommandWrites) {
+  const std::vector<Row> rows = {
       {"echo one; echo two", "one"},
       {"printf unended", "unended"},
       {"echo; echo two", ""},
@@ -66,78 +87,80 @@ TEST_F(CommandsTest, GivesTheFirstLineOfWhatACommandWrites) {
       {"echo output; echo error >&2", "output"},
       {R"(printf 'a\r\nb\n')", "a\r"},
       {R"(printf 'a\000b\n')", std::string("a\0b", 3)},
-      {R"(printf 'a\376b\n')",
-       "a\xfe"
+      {R"(printf 'a\376b\n')", "a"},
+      {R"(printf '\376b\n')", ""},
+      {R"(printf 'a\375b\376')",
+       "a\xfd"
        "b"},
       {"cat; echo input ended", "input ended"},
       {"echo gone; kill -KILL $$", "gone"},
   };
   std::vector<Words> commands;
   Words want;
-  for (const auto& [body, line] : rows) {
-    const std::string name = "script" + std::to_string(commands.size());
-    scripts_.WriteScript(name, body);
-    commands.push_back({name});
-    want.push_back(line);
+  for (const Row& row : rows) {
+    commands.push_back(Script(row.body));
+    want.push_back(row.want);
   }
   EXPECT_EQ(Capture(commands), want);
   EXPECT_TRUE(HasNoChildren());
 }
 
-TEST_F(CommandsTest, ACommandIsStartedDirectly) {
-  scripts_.WriteScript("words", "printf '%s|' \"$@\"");
-  const std::vector<std::pair<Words, std::string>> rows = {
-      {{"words", "a b", "", "$HOME", "*", ";exit", "`id`"}, "a b||$HOME|*|;exit|`id`|"},
-      {{scripts_ / "words", "x"}, "x|"},
-      {{"words;", "x"}, ""},
-      {{"no_such_program"}, ""},
-      {{"/no/such/program"}, ""},
-      {{scripts_.Path()}, ""},
-      {{""}, ""},
-      {{}, ""},
-      {{"words", std::string("a\0b", 3)}, ""},
+TEST_F(FirstLinesTest, ALineCountsAsSoonAsItIsOver) {
+  const std::vector<Row> rows = {
+      {"echo first; ", "first"},
+      {"echo error >&2; ", "error"},
+      {"printf 'field\\376'; ", "field"},
+      {"printf 'in '; printf 'parts\\n'; ", "in parts"},
+      {"head -c 65536 /dev/zero; ", std::string(65536, '\0')},  // as long as is kept
+      {"printf early; exec >&- 2>&-; ", "early"},               // no more can come
+      {"exec >&- 2>&-; ", ""},
   };
-  for (const auto& [command, want] : rows) {
-    EXPECT_EQ(Capture({command}), Words{want}) << (command.empty() ? "(none)" : command[0]);
+  for (const Row& row : rows) {
+    const Words hanging = Script(row.body + "read x < " + Fifo());
+    EXPECT_TRUE(Capture({hanging}) == Words{row.want}) << row.body;
+    EXPECT_TRUE(HasNoChildren()) << row.body;
   }
 }
 
-TEST_F(CommandsTest, AScriptThatNamesNoInterpreterIsNotRun) {
-  scripts_.WriteScript("plain", "");
-  scripts_.Write("plain", "echo shell\n");
-  EXPECT_EQ(Capture({{"plain"}}), Words{""});
+TEST_F(FirstLinesTest, WhatIsWrittenInTimeCounts) {
+  const Words unended = Script("printf early; read x < " + Fifo());
+  EXPECT_EQ(CaptureInTime({unended}, {"early"}), Words{"early"});
+  EXPECT_TRUE(HasNoChildren());
 }
 
-TEST_F(CommandsTest, OutputsOfAnySizeAreReadAndBounded) {
+TEST_F(FirstLinesTest, ACommandMayTakeTenSeconds) {
+  EXPECT_EQ(CaptureLimits().time_to_first_line, 10s);
+}
+
+TEST_F(FirstLinesTest, OutputsOfAnySizeAreReadAndBounded) {
   const std::vector<std::pair<Words, std::string>> rows = {
       {{"seq", "1000000"}, "1"},                                          // about 7 megabytes
       {{"yes", "endless"}, "endless"},                                    // until it is stopped
       {{"head", "-c", "65535", "/dev/zero"}, std::string(65535, '\0')},   // as long as is kept
       {{"head", "-c", "900000", "/dev/zero"}, std::string(65536, '\0')},  // cut
+      {{"cat", "/dev/zero"}, std::string(65536, '\0')},  // cut, until it is stopped
   };
   for (const auto& [command, want] : rows) {
-    EXPECT_TRUE(Capture({command})[0] == want) << command[0] << " " << command[1];
+    EXPECT_TRUE(Capture({command})[0] == want) << command[0];
   }
+  EXPECT_TRUE(HasNoChildren());
 }
 
-TEST_F(CommandsTest, CallsInTheOrderGiven) {
-  scripts_.WriteScript("waits", "cat " + Fifo());
-  scripts_.WriteScript("frees", "echo freed > " + Fifo() + "; echo second");
-  EXPECT_EQ(Capture({{"waits"}, {"frees"}, {"echo", "third"}}),
-            (Words{"freed", "second", "third"}));
+TEST_F(FirstLinesTest, LinesComeInTheOrderOfTheCommands) {
+  const Words waits = Script("cat " + Fifo());
+  const Words frees = Script("echo freed > " + Fifo() + "; echo second");
+  EXPECT_EQ(Capture({waits, frees, {"echo", "third"}}), (Words{"freed", "second", "third"}));
 }
 
-TEST_F(CommandsTest, NoMoreRunThanMayAtOnce) {
-  scripts_.WriteScript("alone",
-                       "mkdir " + Fifo("lock") + " && echo alone && rmdir " + Fifo("lock"));
-  const std::vector<Words> commands(20, {"alone"});
-  CaptureLimits limits = kUnlimited;
-  limits.at_once = 1;
-  EXPECT_EQ(Capture(commands, limits), Words(20, "alone"));
-  EXPECT_GE(CountCores(), 1U);
+TEST_F(FirstLinesTest, NoMoreRunThanMayAtOnce) {
+  // Its line comes last: what follows that is cut short.
+  const Words alone =
+      Script("mkdir " + Fifo("lock") + " && rmdir " + Fifo("lock") + " && echo alone");
+  const std::vector<Words> commands(20, alone);
+  EXPECT_EQ(Capture(commands, {.time_to_first_line = 10min, .at_once = 1}), Words(20, "alone"));
 }
 
-TEST_F(CommandsTest, ManyCommandsAllAnswer) {
+TEST_F(FirstLinesTest, EveryCommandIsRun) {
   std::vector<Words> commands;
   Words want;
   for (int i = 0; i < 300; ++i) {
@@ -150,77 +173,76 @@ TEST_F(CommandsTest, ManyCommandsAllAnswer) {
   EXPECT_TRUE(HasNoChildren());
 }
 
-TEST_F(CommandsTest, ACommandThatDoesNotEndInTimeIsKilledWithItsGroup) {
-  scripts_.WriteScript("hangs", "echo early; { read x < " + Fifo() + "; } & echo $! > " +
-                                    Fifo("child") + "; read x < " + Fifo());
-  EXPECT_EQ(CheckForked([this] {
-              // What the command leaves behind becomes a child of this process.
-              ASSERT_EQ(::prctl(PR_SET_CHILD_SUBREAPER, 1), 0);
-              EXPECT_EQ(Capture({{"hangs"}}, {.time_per_command = 1s}), Words{""});
-              const pid_t child = std::stoi(scripts_.Read("child"));
-              EXPECT_EQ(testing::AwaitEnd(child), 128 + SIGKILL);
-              EXPECT_TRUE(HasNoChildren());
+TEST_F(FirstLinesTest, EveryCommandIsRunAlsoAfterSeveralThatHang) {
+  const Words hangs = Hanging();
+  const Words want = {"", "", "", "", "answer", "", "another"};
+  EXPECT_EQ(CaptureInTime(
+                {hangs, hangs, hangs, hangs, {"echo", "answer"}, hangs, {"echo", "another"}}, want),
+            want);
+  EXPECT_TRUE(HasNoChildren());
+}
+
+TEST_F(FirstLinesTest, ThirtyTwoAreWaitedForTogether) {
+  std::vector<Words> commands(31, Script("echo > " + Fifo() + "; echo freed"));
+  commands.push_back(Script("exec 3<>" + Fifo() +
+                            "; for n in $(seq 31); do read x <&3; done; echo frees the others"));
+  Words want(31, "freed");
+  want.emplace_back("frees the others");
+  EXPECT_EQ(CheckForked([&] { EXPECT_EQ(Capture(commands, {.time_to_first_line = 10min}), want); }),
+            0);
+}
+
+// Lets this process have so many descriptors more, and no others.
+void AllowMoreDescriptors(int count) {
+  const int lowest_free = ::dup(STDIN_FILENO);
+  ::close(lowest_free);
+  const auto limit = static_cast<rlim_t>(lowest_free + count);
+  const rlimit few = {.rlim_cur = limit, .rlim_max = limit};
+  ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &few), 0);
+}
+
+TEST_F(FirstLinesTest, FewDescriptorsMeanThatFewerRunAtOnce) {
+  for (const int count : {6, 7, 8, 12, 20}) {
+    EXPECT_EQ(CheckForked([count] {
+                AllowMoreDescriptors(count);
+                const CaptureLimits limits = {.time_to_first_line = 10min};
+                EXPECT_EQ(Capture(std::vector<Words>(50, {"echo", "answer"}), limits),
+                          Words(50, "answer"));
+              }),
+              0)
+        << count;
+  }
+}
+
+TEST_F(FirstLinesTest, ALackIsTold) {
+  for (const int count : {0, 1, 2, 3, 4}) {
+    EXPECT_EQ(CheckForked([count] {
+                AllowMoreDescriptors(count);
+                const FirstLines got = CaptureFirstLines({{"echo"}, {"no_such_program"}, {"echo"}});
+                EXPECT_EQ(got.lines, Words(3));
+                EXPECT_EQ(got.error, EMFILE);
+              }),
+              0)
+        << count;
+  }
+  EXPECT_EQ(CheckForked([] {
+              if (::geteuid() == 0) {
+                ASSERT_EQ(::setuid(65534), 0);  // no limit holds for the superuser
+              }
+              const rlimit none = {.rlim_cur = 1, .rlim_max = 1};
+              ASSERT_EQ(::setrlimit(RLIMIT_NPROC, &none), 0);
+              const FirstLines got = CaptureFirstLines({{"/bin/echo"}, {"/bin/echo"}});
+              EXPECT_EQ(got.lines, Words(2));
+              EXPECT_EQ(got.error, EAGAIN);
             }),
             0);
 }
 
-TEST_F(CommandsTest, ACommandThatClosesItsOutputAndStaysIsKilled) {
-  scripts_.WriteScript("closes", "echo early; exec >&- 2>&-; read x < " + Fifo());
-  EXPECT_EQ(Capture({{"closes"}}, {.time_per_command = 100ms}), Words{""});
-  EXPECT_TRUE(HasNoChildren());
-}
-
-TEST_F(CommandsTest, WhatACommandLeavesRunningIsNotWaitedFor) {
-  scripts_.WriteScript("leaves", "{ read x < " + Fifo() + "; } & echo started");
-  EXPECT_EQ(Capture({{"leaves"}}), Words{"started"});
-  scripts_.Write("fifo", "\n");  // lets it end
-}
-
-TEST_F(CommandsTest, AfterSeveralTimeoutsInARowNothingIsRun) {
-  scripts_.WriteScript("hangs", "read x < " + Fifo());
-  scripts_.WriteScript("marks", "echo ran > " + Fifo("mark") + "; echo ran");
-  const CaptureLimits limits = {.time_per_command = 20ms, .timeouts_in_a_row = 3, .at_once = 1};
-  EXPECT_EQ(Capture({{"hangs"}, {"hangs"}, {"hangs"}, {"marks"}, {"echo"}}, limits), Words(5, ""));
-  EXPECT_EQ(scripts_.Read("mark"), "");
-  EXPECT_TRUE(HasNoChildren());
-}
-
-TEST_F(CommandsTest, AnAnswerBetweenTimeoutsStartsTheCountAnew) {
-  scripts_.WriteScript("hangs", "read x < " + Fifo());
-  // All at once: the last one has as long as those that hang.
-  const CaptureLimits limits = {.time_per_command = 2s, .timeouts_in_a_row = 2, .at_once = 8};
-  EXPECT_EQ(Capture({{"hangs"}, {"no_such_program"}, {"hangs"}, {"echo", "answer"}}, limits),
-            (Words{"", "", "", "answer"}));
-}
-
-TEST_F(CommandsTest, CommandsAreKilledWhenTheCallerLeaves) {
-  scripts_.WriteScript("hangs", "read x < " + Fifo());
-  const std::vector<Words> commands = {{"echo"}, {"hangs"}};
-  const auto leave = [](std::string_view) { throw std::string("left"); };
-  EXPECT_THROW(CaptureOutputs(commands, leave, kUnlimited), std::string);
-  EXPECT_TRUE(HasNoChildren());
-}
-
-TEST_F(CommandsTest, ASignalThatEndsTheProcessKillsTheCommands) {
-  scripts_.WriteScript("hangs", "echo $$ > " + Fifo() + "; read x < " + Fifo("other"));
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-    const pid_t process = testing::StartForked([] {
-      Capture({{"hangs"}});
-      return 0;
-    });
-    const pid_t command = std::stoi(scripts_.Read("fifo"));
-    ::kill(process, signal);
-    EXPECT_EQ(testing::AwaitEnd(process), 128 + signal);
-    EXPECT_EQ(::kill(command, 0), -1) << "the command lives on";
-    EXPECT_EQ(errno, ESRCH);
-  }
-}
-
-TEST_F(CommandsTest, AnIgnoredSignalLeavesTheCommandsAlone) {
-  scripts_.WriteScript("waits", "echo > " + Fifo() + "; cat " + Fifo("other"));
-  const pid_t process = testing::StartForked([] {
+TEST_F(FirstLinesTest, AnIgnoredSignalLeavesTheCommandsAlone) {
+  const Words waits = Script("echo > " + Fifo() + "; cat " + Fifo("other"));
+  const pid_t process = testing::StartForked([&waits] {
     ::signal(SIGINT, SIG_IGN);
-    return Capture({{"waits"}}) == Words{"still there"} ? 0 : 1;
+    return Capture({waits}) == Words{"still there"} ? 0 : 1;
   });
   EXPECT_EQ(scripts_.Read("fifo"), "\n");
   ::kill(process, SIGINT);
@@ -228,11 +250,11 @@ TEST_F(CommandsTest, AnIgnoredSignalLeavesTheCommandsAlone) {
   EXPECT_EQ(testing::AwaitEnd(process), 0);
 }
 
-TEST_F(CommandsTest, CommandsGoOnWhileTheProcessIsStopped) {
-  scripts_.WriteScript("waits", "echo > " + Fifo() + "; cat " + Fifo("other"));
-  const pid_t process = testing::StartForked([] {
+TEST_F(FirstLinesTest, CommandsGoOnWhileTheProcessIsStopped) {
+  const Words waits = Script("echo > " + Fifo() + "; cat " + Fifo("other"));
+  const pid_t process = testing::StartForked([&waits] {
     ::setpgid(0, 0);  // in a group whose parent lives on in the session; no other can be stopped
-    return Capture({{"waits"}}) == Words{"resumed"} ? 0 : 1;
+    return Capture({waits}) == Words{"resumed"} ? 0 : 1;
   });
   EXPECT_EQ(scripts_.Read("fifo"), "\n");
   ::kill(process, SIGTSTP);
@@ -244,12 +266,12 @@ TEST_F(CommandsTest, CommandsGoOnWhileTheProcessIsStopped) {
   EXPECT_EQ(testing::AwaitEnd(process), 0);
 }
 
-TEST_F(CommandsTest, ThePlatformRunsThemWithTheUsualLimits) {
+TEST_F(FirstLinesTest, ThePlatformRunsThemWithTheUsualLimits) {
   LinuxPlatform platform(0, nullptr);
-  Words lines;
-  platform.CaptureFirstLines({{"echo", "one"}, {"no_such_program"}, {"echo", "three"}},
-                             [&lines](std::string_view line) { lines.emplace_back(line); });
-  EXPECT_EQ(lines, (Words{"one", "", "three"}));
+  const FirstLines got =
+      platform.CaptureFirstLines({{"echo", "one"}, {"no_such_program"}, {"echo", "three"}});
+  EXPECT_EQ(got.lines, (Words{"one", "", "three"}));
+  EXPECT_EQ(got.error, 0);
 }
 
 }  // namespace

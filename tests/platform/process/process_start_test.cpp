@@ -7,7 +7,6 @@
 #include <csignal>
 
 #include "platform/linux/linux_platform.h"
-#include "platform/linux/process/child_process.h"
 #include "support/forked.h"
 #include "support/temp_directory.h"
 

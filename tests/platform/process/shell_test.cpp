@@ -6,7 +6,9 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <functional>
 #include <string>
+#include <vector>
 
 #include "platform/linux/process/process_start.h"
 #include "platform/linux/unique_fd.h"
@@ -25,14 +27,21 @@ const std::string kSystemPath = "/usr/bin:/bin";
 
 std::string Quote(const fs::path& path) { return "'" + path.native() + "'"; }
 
+// Runs `body` with standard error in the file `messages`.
+int RunWithMessages(const TempDirectory& directory, const std::function<int()>& body) {
+  {
+    const UniqueFd messages(
+        ::open((directory / "messages").c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
+    ::dup2(messages.Get(), STDERR_FILENO);
+  }
+  return body();
+}
+
 // Runs a line in a process of its own, its standard error in the file `messages`.
 int RunLine(const std::string& line, std::string_view input, const TempDirectory& directory) {
   return testing::RunForked([&] {
     PrepareProcess();
-    const UniqueFd messages(
-        ::open((directory / "messages").c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
-    ::dup2(messages.Get(), STDERR_FILENO);
-    return RunShellLine(line, input);
+    return RunWithMessages(directory, [&] { return RunShellLine(line, input); });
   });
 }
 
@@ -53,16 +62,38 @@ TEST(ShellTest, GivesTheExitStatus) {
   }
 }
 
+TEST(ShellTest, SaysThatItHasTooFewDescriptors) {
+  const TempDirectory directory;
+  const std::string line = "dcopy > " + Quote(directory / "keys.txt");
+  for (const rlim_t limit : {4U, 5U, 8U, 10U, 11U, 12U, 15U, 16U, 17U, 64U}) {
+    const int status = testing::RunForked([&] {
+      PrepareProcess();
+      ::close_range(STDERR_FILENO + 1, ~0U, 0);
+      return RunWithMessages(directory, [&] {
+        const rlimit few = {.rlim_cur = limit, .rlim_max = limit};
+        ::setrlimit(RLIMIT_NOFILE, &few);
+        return RunShellLine(line, "input");
+      });
+    });
+    const bool enough = limit >= 16;
+    EXPECT_EQ(status, enough ? 0 : 127) << limit;
+    EXPECT_EQ(directory.Read("messages"),
+              enough ? "" : "ptick: cannot run the shell: Too many open files\n");
+    EXPECT_EQ(directory.Read("keys.txt"), enough ? "input" : "") << limit;
+  }
+}
+
 TEST(ShellTest, SaysWhyItCouldNotBeStarted) {
   const TempDirectory directory;
   const int status = testing::RunForked([&] {
     PrepareProcess();
-    const UniqueFd messages(
-        ::open((directory / "messages").c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
-    ::dup2(messages.Get(), STDERR_FILENO);
-    const rlimit no_more = {.rlim_cur = STDERR_FILENO + 1, .rlim_max = STDERR_FILENO + 1};
-    ::setrlimit(RLIMIT_NOFILE, &no_more);
-    return RunShellLine("true", "input");
+    return RunWithMessages(directory, [] {
+      std::vector<UniqueFd> all;
+      do {
+        all.emplace_back(::dup(STDIN_FILENO));
+      } while (all.back().IsOpen());
+      return RunShellLine("true", "input");
+    });
   });
   EXPECT_EQ(status, 127);
   EXPECT_EQ(directory.Read("messages"), "ptick: cannot run the shell: Too many open files\n");
@@ -99,26 +130,10 @@ TEST(ShellTest, AnInputThatIsNotReadDoesNoHarm) {
   }
 }
 
-TEST(ShellTest, SomethingLeftRunningWithTheInputIsNotWaitedFor) {
+// It is in the background, where a terminal would stop it.
+TEST(ShellTest, TheTerminalDoesNotStopIt) {
   const TempDirectory directory;
-  const fs::path hold = directory.MakeFifo("hold");
-  const std::string line = "exec 3<&0; { read x < " + Quote(hold) + "; } & exit 6";
-  EXPECT_EQ(RunLine(line, std::string(1000000, 'x'), directory), 6);
-  // Lets it end.
-  directory.Write("hold", "\n");
-}
-
-TEST(ShellTest, AnInterruptWhileTheInputIsHandedOverEndsTheProcess) {
-  const TempDirectory directory;
-  const fs::path started = directory.MakeFifo("started");
-  const pid_t process = testing::StartForked([&] {
-    return RunShellLine("echo > " + Quote(started) + "; read x < " + Quote(started),
-                        std::string(1000000, 'x'));
-  });
-  EXPECT_EQ(directory.Read("started"), "\n");
-  ::kill(process, SIGINT);
-  // The shell, which waits for a writer that never comes, ends too: nothing is left to be freed.
-  EXPECT_EQ(testing::AwaitEnd(process), 128 + SIGINT);
+  EXPECT_EQ(RunLine("kill -TTOU $$; kill -TTIN $$; exit 7", "", directory), 7);
 }
 
 TEST(ShellTest, DcopyCopiesTheInputWhereThePlatformIsNotInstalled) {

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "platform/linux/ports/port_connection.h"
+#include "platform/linux/shortage.h"
 
 namespace ptick::ports {
 
@@ -21,10 +22,6 @@ using Milliseconds = std::chrono::milliseconds;
 
 [[noreturn]] void Fail(const char* what) {
   throw std::system_error(errno, std::generic_category(), what);
-}
-
-bool IsShortage(int error) {
-  return error == EMFILE || error == ENFILE || error == ENOMEM || error == ENOBUFS;
 }
 
 // Until when to wait; nothing for ever, also where the clock does not reach that far.

@@ -8,6 +8,8 @@
 #include <optional>
 #include <string_view>
 
+#include "platform/linux/shortage.h"
+
 namespace ptick::ports {
 
 namespace {
@@ -27,8 +29,6 @@ std::string WithoutTrailingSlashes(std::string path) {
   }
   return path;
 }
-
-bool IsShortage(int error) { return error == EMFILE || error == ENFILE || error == ENOMEM; }
 
 bool IsTrusted(const UniqueFd& directory) {
   struct stat status {};

@@ -2,32 +2,29 @@
 
 #include <chrono>
 #include <cstddef>
-#include <functional>
 #include <string>
-#include <string_view>
 #include <vector>
+
+#include "platform/platform.h"
 
 namespace ptick {
 
-/// The number of processors that this process may use, at least 1.
-std::size_t CountCores();
-
-/// How far the running of commands may go.
+/// How far the running of commands may go. Those that hang do no work, so that many can be waited
+/// for at once: 256 that all hang are over after 80 seconds.
 struct CaptureLimits {
-  std::chrono::nanoseconds time_per_command = std::chrono::seconds(5);
-  int timeouts_in_a_row = 3;           ///< after these no further command is run
-  std::size_t at_once = CountCores();  ///< how many commands run at the same time
+  std::chrono::nanoseconds time_to_first_line = std::chrono::seconds(10);
+  std::size_t at_once = 32;  ///< how many commands run at the same time, at least 1
 };
 
-/// Runs the commands, each started directly, its standard input empty, and calls `done` for each in
-/// the order given with the first line that it wrote (at most 64 KiB of it). A command that cannot
-/// be started or does not end in time gives an empty text; so does every command after several in a
-/// row that did not end in time. What a command wrote does not depend on how it ended otherwise.
+/// Runs the commands, each started directly, its standard input empty, and gives the first line
+/// that each wrote, at most 64 KiB of it. A line counts as soon as it is complete, whatever the
+/// command does afterwards, and however it ends; one that is not complete in time gives what there
+/// is. Every command is run; where the system has not enough for so many at once, fewer run.
 ///
-/// Memory is bounded, however many commands there are. When `done` throws, or a signal ends the
-/// process during a wait, the commands that run are killed.
-void CaptureOutputs(const std::vector<std::vector<std::string>>& commands,
-                    const std::function<void(std::string_view)>& done,
-                    const CaptureLimits& limits = {});
+/// No command outlives the call, whatever ends it, the end of this process included.
+///
+/// Threads: one at a time; signals that another thread takes are not seen.
+FirstLines CaptureFirstLines(const std::vector<std::vector<std::string>>& commands,
+                             const CaptureLimits& limits = {});
 
 }  // namespace ptick

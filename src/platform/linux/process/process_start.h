@@ -7,6 +7,8 @@ namespace ptick {
 /// opened later can be taken for one of them; writing to one that was closed still fails, with
 /// EBADF. A write that nobody can take comes back as an error number instead of ending the process,
 /// and ended children can be waited for, whatever was inherited.
+///
+/// Threads: called before there is a second one.
 void PrepareProcess();
 
 }  // namespace ptick

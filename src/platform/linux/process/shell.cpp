@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <array>
@@ -10,16 +11,19 @@
 #include <optional>
 #include <system_error>
 
-#include "platform/linux/process/child_process.h"
+#include "platform/linux/process/process_group.h"
 #include "platform/linux/process/signal_hold.h"
 #include "platform/linux/unique_fd.h"
+#include "platform/linux/wait_ready.h"
 #include "platform/linux/write_all.h"
 
 namespace ptick {
+
 namespace {
 
 constexpr int kNotStarted = 127;
 constexpr int kNotFed = 1;
+constexpr rlim_t kFewestDescriptors = 16;
 
 // On the line's own first line, so that the line numbers in the shell's messages stay right.
 constexpr const char* kDcopyStandIn = "command -v dcopy >/dev/null 2>&1 || dcopy() { cat; }; ";
@@ -28,6 +32,13 @@ int Fail(const std::string& what, int error, int status) {
   WriteAll(STDERR_FILENO,
            "ptick: cannot " + what + ": " + std::generic_category().message(error) + "\n");
   return status;
+}
+
+// A shell puts descriptors aside from number 10 on. Where it may not, its redirections fail with
+// messages that nobody understands, and dcopy is not found.
+bool HasTooFewDescriptors() {
+  rlimit limit = {};
+  return ::getrlimit(RLIMIT_NOFILE, &limit) == 0 && limit.rlim_cur < kFewestDescriptors;
 }
 
 // Writes what the pipe takes off the front of `input`. Returns 0 or the error number.
@@ -40,62 +51,56 @@ int WriteSome(int pipe, std::string_view& input) {
   return 0;
 }
 
-// A signal that ends this process ends the shell first: one that waits, for a reader of a named
-// pipe say, would stay behind.
-void LetSignalsIn(SignalHold& hold, pid_t shell) {
+// A signal that ends this process ends the shell first, with all that it has started.
+void LetSignalsIn(SignalHold& hold, ProcessGroup& shell) {
   while (const std::optional<int> signal = hold.Take()) {
     if (SignalHold::EndsTheProcess(*signal)) {
-      ::kill(shell, *signal);
+      shell.Kill();
     }
     SignalHold::Deliver(*signal);
   }
 }
 
-// Waits for the shell's end, with an open eye for signals.
-int Await(pid_t shell, SignalHold& hold) {
+// Waits for the shell to end and handles signals meanwhile.
+int Await(ProcessGroup& shell, SignalHold& hold) {
   if (hold.Descriptor() < 0) {
-    return WaitForChild(shell);
+    return shell.Wait();
   }
   for (;;) {
-    if (const std::optional<int> status = PollChild(shell)) {
+    if (const std::optional<int> status = shell.Poll()) {
       return *status;
     }
     pollfd arrivals = {.fd = hold.Descriptor(), .events = POLLIN, .revents = 0};
-    ::poll(&arrivals, 1, -1);
+    WaitReady({&arrivals, 1}, -1);
     LetSignalsIn(hold, shell);
   }
 }
 
-struct Fed {
-  std::optional<int> status = std::nullopt;  ///< of the shell, when it ended first
-  int error = 0;                             ///< of the pipe
-};
-
 // Hands `input` to the shell until it is used up, the pipe fails (as it does when nobody reads it
 // any more), or the shell has ended: something that it left running may keep the pipe open and
-// never read.
-Fed Feed(pid_t shell, int pipe, std::string_view input, SignalHold& hold) {
+// never read. Returns 0 or the error number of the pipe.
+int Feed(ProcessGroup& shell, int pipe, std::string_view input, SignalHold& hold) {
   ::fcntl(pipe, F_SETFL, O_NONBLOCK);
-  while (!input.empty()) {
-    if (const std::optional<int> status = PollChild(shell)) {
-      return {.status = status};
-    }
+  while (!input.empty() && !shell.Poll()) {
     std::array<pollfd, 2> sources = {{{.fd = pipe, .events = POLLOUT, .revents = 0},
                                       {.fd = hold.Descriptor(), .events = POLLIN, .revents = 0}}};
-    ::poll(sources.data(), sources.size(), -1);
+    const bool knows = WaitReady(sources, -1);
     LetSignalsIn(hold, shell);
-    if (sources[0].revents != 0) {
+    if (!knows || sources[0].revents != 0) {
       if (const int error = WriteSome(pipe, input)) {
-        return {.error = error};
+        return error;
       }
     }
   }
-  return {};
+  return 0;
 }
 
 }  // namespace
 
 int RunShellLine(const std::string& line, std::string_view input) {
+  if (HasTooFewDescriptors()) {
+    return Fail("run the shell", EMFILE, kNotStarted);
+  }
   std::array<int, 2> ends = {-1, -1};
   if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
     return Fail("run the shell", errno, kNotStarted);
@@ -103,17 +108,17 @@ int RunShellLine(const std::string& line, std::string_view input) {
   UniqueFd read_end(ends[0]);
   UniqueFd write_end(ends[1]);
   SignalHold hold;
-  const std::optional<pid_t> shell =
-      StartChild("/bin/sh", {"sh", "-c", kDcopyStandIn + line}, {.input = read_end.Get()});
-  if (!shell) {
-    return Fail("run the shell", errno, kNotStarted);
+  ProcessGroup shell;
+  if (const int error =
+          shell.Start("/bin/sh", {"sh", "-c", kDcopyStandIn + line}, {.input = read_end.Get()})) {
+    return Fail("run the shell", error, kNotStarted);
   }
   read_end.Close();
-  const Fed fed = Feed(*shell, write_end.Get(), input, hold);
+  const int error = Feed(shell, write_end.Get(), input, hold);
   write_end.Close();
-  const int status = fed.status ? *fed.status : Await(*shell, hold);
-  if (fed.error != 0 && fed.error != EPIPE) {
-    return Fail("write to the shell", fed.error, kNotFed);
+  const int status = Await(shell, hold);
+  if (error != 0 && error != EPIPE) {
+    return Fail("write to the shell", error, kNotFed);
   }
   return status;
 }

@@ -7,6 +7,7 @@
 #include <array>
 
 namespace ptick {
+
 namespace {
 
 constexpr std::array kHeldSignals = {SIGHUP,  SIGINT,  SIGQUIT, SIGTERM, SIGALRM,

@@ -14,6 +14,8 @@ namespace ptick {
 /// Signals that are ignored, or were held back already, stay as they are. A signal that was not
 /// taken when the hold ends takes its effect then. When the system has no descriptor left, nothing
 /// is held back.
+///
+/// Threads: one, and only what it would take is held back: other threads take signals as before.
 class SignalHold {
  public:
   SignalHold();
@@ -28,7 +30,7 @@ class SignalHold {
   std::optional<int> Take();
 
   /// Whether a signal that is held back ends the process by its usual effect, so that commands that
-  /// were started must go first.
+  /// were started must be ended first.
   static bool EndsTheProcess(int signal);
 
   /// Lets a taken signal take its usual effect. Returns when that does not end the process: after a
