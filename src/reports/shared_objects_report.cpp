@@ -49,13 +49,20 @@ void PrintObject(std::string_view name, std::string_view size, Output& output) {
   output.PrintLine(TrimTrailing(line));
 }
 
+// A word of a name as an argument of "size", which takes what begins with "-" for options and what
+// begins with "@" for a file of arguments, whose words it would show.
+std::string FileArgument(std::string_view word) {
+  const bool is_a_name = word.front() != '-' && word.front() != '@';
+  return (is_a_name ? "" : "./") + std::string(word);
+}
+
 // A name that holds blanks becomes several words; none of them reaches a shell.
 std::vector<std::string> SizeCommand(std::string_view name) {
   std::vector<std::string> words{"size"};
   while (!name.empty()) {
     const std::size_t blank = std::min(name.find(' '), name.size());
     if (blank > 0) {
-      words.emplace_back(name.substr(0, blank));
+      words.push_back(FileArgument(name.substr(0, blank)));
     }
     name.remove_prefix(std::min(blank + 1, name.size()));
   }

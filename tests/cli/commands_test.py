@@ -61,6 +61,15 @@ class SizesTest(CommandTest):
                 self.assertEqual((0, b"", [want]), (result.status, result.err, self.sizes(result)))
                 self.assertLess(time.monotonic() - start, 20)
 
+    def test_each_name_is_asked_for_once_and_as_a_name(self):
+        self.command("size", 'echo asked >> asked; echo "$# $*"')
+        self.write("run1", objects("lib b", "@run1", "-A -x", "lib b", "@run1"))
+        result = self.ptick("-ov", "run1")
+        self.assertEqual(
+            ["2 ./-A ./-x", "1 ./@run1", "1 ./@run1", "2 lib b", "2 lib b"], self.sizes(result)
+        )
+        self.assertEqual(b"asked\n" * 3, self.read("asked"))
+
     def test_without_size_its_column_stays_empty(self):
         self.path = self.folder
         result = self.run_program(os.path.abspath(PTICK), "-ov", "run1", PATH=self.path)

@@ -106,6 +106,13 @@ TEST_F(SharedObjectsReportTest, SplitsTheCommandAtBlanksOnly) {
       {"   ", {"size"}},
       {"tab\there", {"size", "tab\there"}},
       {"\xff", {"size", "\xff"}},
+      {"@list", {"size", "./@list"}},
+      {"-A", {"size", "./-A"}},
+      {"--help", {"size", "./--help"}},
+      {"@", {"size", "./@"}},
+      {"-", {"size", "./-"}},
+      {"a -b @/etc/passwd c@d -", {"size", "a", "./-b", "./@/etc/passwd", "c@d", "./-"}},
+      {" -x", {"size", "./-x"}},
   };
   options_.Verbose = true;
   for (const Case& c : cases) {
