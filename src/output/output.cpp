@@ -113,7 +113,7 @@ void Output::WaitForKey() {
   Append("\n");
 }
 
-void Output::PrintTerminal(std::string_view line) {
+bool Output::PrintTerminal(std::string_view line) {
   Flush();
   std::string shown;
   shown.reserve(line.size() + 1);  // a malformed line may be as long as a file
@@ -122,7 +122,8 @@ void Output::PrintTerminal(std::string_view line) {
     std::replace_if(shown.begin(), shown.end(), IsControl, '?');
   }
   shown += '\n';
-  platform_.Write(Stream::kTerminal, shown);  // there is nobody left to tell when this fails
+  const int error = platform_.Write(Stream::kTerminal, shown);
+  return error == 0 || error == static_cast<int>(std::errc::broken_pipe);
 }
 
 void Output::PrintMessage(int number, std::string_view name) {

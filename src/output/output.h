@@ -56,8 +56,9 @@ class Output {
     }
   }
 
-  /// Prints a line on the terminal, after all that was printed before.
-  void PrintTerminal(std::string_view line);
+  /// Prints a line on the terminal, after all that was printed before. False when it could not be
+  /// written, unless its reader has gone.
+  bool PrintTerminal(std::string_view line);
 
   /// Prints a numbered platform message (201: cannot open a file; 202: cannot read a record) with
   /// the name that failed, on the terminal.

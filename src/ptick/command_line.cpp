@@ -105,8 +105,7 @@ void CommandLineParser::ParseLetter(char letter) {
       OpenSourceFileList(TakeName(), platform_, output_, options_);
       break;
     case 'h':
-      PrintUsage(output_);
-      throw Stop{0};
+      throw Stop{PrintUsage(output_) ? 0 : 1};
     default:
       output_.PrintTerminal("Invalid argument");
       PrintUsage(output_);

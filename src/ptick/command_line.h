@@ -14,8 +14,8 @@ namespace ptick {
 std::vector<std::string> CommandArguments(const std::vector<std::string>& command_line);
 
 /// Reads the options, and opens the source files that they name. Throws Stop with status 0 after
-/// the usage text of -h, and with status 1 after an unknown letter and a -F list that cannot be
-/// used.
+/// the usage text of -h, and with status 1 when that could not be written, after an unknown letter,
+/// and for a -F list that cannot be used.
 RunOptions ParseCommandLine(const std::vector<std::string>& arguments, Platform& platform,
                             Output& output);
 

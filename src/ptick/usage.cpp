@@ -43,10 +43,12 @@ constexpr std::array<std::string_view, 27> kUsage = {
 
 }  // namespace
 
-void PrintUsage(Output& output) {
+bool PrintUsage(Output& output) {
+  bool written = true;
   for (const std::string_view line : kUsage) {
-    output.PrintTerminal(line);
+    written = output.PrintTerminal(line) && written;
   }
+  return written;
 }
 
 }  // namespace ptick

@@ -4,7 +4,7 @@
 
 namespace ptick {
 
-/// Prints the usage text on the terminal.
-void PrintUsage(Output& output);
+/// Prints the usage text on the terminal. False when it could not be written.
+bool PrintUsage(Output& output);
 
 }  // namespace ptick

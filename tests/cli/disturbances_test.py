@@ -19,7 +19,7 @@ REPORTS = [
     for options in ("-i", "-n", "-n -fsrc", "-Flist", "-a", "-o", "-ov", "-p", "-pv", "-s", "-A", "-Av")
 ]
 RESULTS = [("run1", "run2"), ("-kkeys", "run1"), ("5", "STOP"), ("5-7", "STOP"), ("-j", "OFF", "5")]
-DIAGNOSTICS = [("-h",), ("-x",), ("missing",), ("missing", "run1"), ("-j",), ("bad",)]
+DIAGNOSTICS = [("-x",), ("missing",), ("missing", "run1"), ("-j",), ("bad",)]
 
 
 class DisturbancesTest(ProgramTest):
@@ -68,6 +68,13 @@ class DisturbancesTest(ProgramTest):
             for redirect in ("2>&-", "2>/dev/full", "<&- 2>&-"):
                 with self.subTest(redirect=redirect, arguments=arguments):
                     self.assertEqual((out, b"", status), self.run_with(redirect, *arguments))
+
+    def test_usage_that_is_not_taken_is_an_error(self):
+        for redirect, want in (("2>&-", 1), ("2>/dev/full", 1), ("<&- 2>&-", 1), ("2>/dev/null", 0)):
+            with self.subTest(redirect=redirect):
+                self.assertEqual((b"", b"", want), self.run_with(redirect, "-h"))
+        _, _, status = self.run_with('2>&1 | head -1; exit "${PIPESTATUS[0]}"', "-h")
+        self.assertEqual(0, status)
 
     def test_a_reader_may_leave_after_the_first_line(self):
         self.write("run1", PROFILE * 5000)

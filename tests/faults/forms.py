@@ -84,11 +84,6 @@ def none_of_two(_clean, run):
     return run.status == 2 and run.err.endswith(b"\nNo input files...\n")
 
 
-def usage_unseen(_clean, run):
-    """There is no other place to say that the usage could not be written."""
-    return run.status == 0 and not run.out
-
-
 def other_account(clean, run):
     """The account is that of the environment where the user's name could not be read."""
     return not run.err and run.script and run.script.count(b"\n") == clean.script.count(b"\n") and (
@@ -138,7 +133,7 @@ FORMS = {
     "keys, rates": Form(
         [f"-tk{KEY_FILE}", "run1"], other_account, {"MAVRO_ACCOUNT": None, "LOGNAME": "somebody"}
     ),
-    "usage": Form(["-h"], usage_unseen),
+    "usage": Form(["-h"]),
     "wrong letter": Form(["-x"]),
     "no profile": Form(["missing"]),
     "port": Form(["5", "STOP", "NOW"], send_error),

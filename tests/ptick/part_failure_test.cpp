@@ -64,5 +64,17 @@ TEST_F(PartFailureTest, TheStatusStaysWhereTheReaderLeaves) {
   EXPECT_EQ(Run({"-ov", "run1"}), 1);
 }
 
+TEST_F(PartFailureTest, UsageThatCannotBeWrittenEndsWithOne) {
+  struct Row {
+    int error;
+    int want;
+  };
+  for (const Row& row : {Row{0, 0}, Row{EPIPE, 0}, Row{ENOSPC, 1}, Row{EBADF, 1}, Row{EIO, 1}}) {
+    platform_.terminal_error = row.error;
+    EXPECT_EQ(Run({"-h"}), row.want) << row.error;
+    EXPECT_EQ(Run({"-x"}), 1) << row.error;
+  }
+}
+
 }  // namespace
 }  // namespace ptick
