@@ -36,9 +36,9 @@ std::string MessageText(int number, std::string_view name) {
 
 }  // namespace
 
-Output::Output(Platform& platform)
-    : platform_(platform),
-      on_terminal_(platform.IsTerminal(Stream::kOutput)),
+Output::Output(Console& console)
+    : console_(console),
+      on_terminal_(console.IsTerminal(Stream::kOutput)),
       careful_(on_terminal_) {}
 
 void Output::SetHeading(PageHeading heading) {
@@ -46,8 +46,8 @@ void Output::SetHeading(PageHeading heading) {
   heading_ = std::move(heading);
   careful_ = true;
   if (on_terminal_) {
-    page_length_ = std::max(platform_.PageLength(), heading_lines_ + 1);
-    waits_ = platform_.HasKeyboard();
+    page_length_ = std::max(console_.PageLength(), heading_lines_ + 1);
+    waits_ = console_.HasKeyboard();
   }
 }
 
@@ -97,7 +97,7 @@ void Output::StartPage() {
 void Output::WaitForKey() {
   Flush();
   for (;;) {
-    const std::optional<char> key = platform_.ReadKey();
+    const std::optional<char> key = console_.ReadKey();
     if (!key || *key == 'q') {
       throw Stop{end_status_};
     }
@@ -118,11 +118,11 @@ bool Output::PrintTerminal(std::string_view line) {
   std::string shown;
   shown.reserve(line.size() + 1);  // a malformed line may be as long as a file
   shown += line;
-  if (platform_.IsTerminal(Stream::kTerminal)) {
+  if (console_.IsTerminal(Stream::kDiagnostics)) {
     std::replace_if(shown.begin(), shown.end(), IsControl, '?');
   }
   shown += '\n';
-  const int error = platform_.Write(Stream::kTerminal, shown);
+  const int error = console_.Write(Stream::kDiagnostics, shown);
   return error == 0 || error == static_cast<int>(std::errc::broken_pipe);
 }
 
@@ -151,7 +151,7 @@ void Output::Flush() {
   }
   const std::string_view bytes(buffer_.data(), used_);
   used_ = 0;
-  const int error = platform_.Write(Stream::kOutput, bytes);
+  const int error = console_.Write(Stream::kOutput, bytes);
   if (error == 0) {
     return;
   }

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/platform.h"
+#include "platform/console.h"
 #include "value/byte_buffer.h"
 
 namespace ptick {
@@ -30,7 +30,7 @@ struct PageHeading {
 /// 1; a reader that has closed the pipe, and the key `q`, throw Stop with EndStatus().
 class Output {
  public:
-  explicit Output(Platform& platform);
+  explicit Output(Console& console);
 
   /// Sets the heading of the pages to come. Called at most once, before the first line.
   void SetHeading(PageHeading heading);
@@ -89,7 +89,7 @@ class Output {
   void Append(std::string_view text);
   void Reserve(std::size_t size);
 
-  Platform& platform_;
+  Console& console_;
   bool on_terminal_;
   bool careful_;                ///< there is more to do for a line than to find room for it
   bool waits_ = false;          ///< a full page waits for a key

@@ -20,9 +20,9 @@ namespace {
 constexpr std::string_view kPort = "1N0N";
 constexpr std::string_view kPortRange = "1N0N'-'1N0N";
 
-void SendToPort(const std::string& target, const std::string& message, Platform& platform,
+void SendToPort(const std::string& target, const std::string& message, Ports& ports,
                 Output& output) {
-  const int result_code = platform.SendPortMessage(PortNumber(target), message);
+  const int result_code = ports.SendPortMessage(PortNumber(target), message);
   if (result_code != 0) {
     output.PrintLine("Error number " + std::to_string(result_code) + " sending message to port " +
                      target);
@@ -46,14 +46,14 @@ Value CountPorts(const std::string& first, const std::string& last) {
   return IsGreater(first, last) ? 0 : Increment(Subtract(last, first));
 }
 
-void SendToRange(const std::string& target, const std::string& message, Platform& platform,
+void SendToRange(const std::string& target, const std::string& message, Ports& ports,
                  Output& output) {
   const std::string first_port = Field(target, '-', 1).text;
   const std::string last_port = Field(target, '-', 2).text;
   std::int64_t sent_count = 0;
   for (const std::int64_t port :
-       platform.ListeningPorts(PortNumber(first_port), PortNumber(last_port))) {
-    if (platform.SendPortMessage(port, message) == 0) {
+       ports.ListeningPorts(PortNumber(first_port), PortNumber(last_port))) {
+    if (ports.SendPortMessage(port, message) == 0) {
       ++sent_count;
     }
   }
@@ -83,14 +83,14 @@ ControlCall SplitControlCall(const std::vector<std::string>& arguments) {
   return call;
 }
 
-bool SendControlMessages(const ControlCall& call, Platform& platform, Output& output) {
+bool SendControlMessages(const ControlCall& call, Ports& ports, Output& output) {
   const std::string message = "TICKCTL:" + call.control_text;
   if (Matches(call.target_port, kPort) && !call.control_text.empty()) {
-    SendToPort(call.target_port, message, platform, output);
+    SendToPort(call.target_port, message, ports, output);
     return true;
   }
   if (Matches(call.target_port, kPortRange)) {
-    SendToRange(call.target_port, message, platform, output);
+    SendToRange(call.target_port, message, ports, output);
     return true;
   }
   return false;

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "output/output.h"
-#include "platform/platform.h"
+#include "platform/ports.h"
 
 namespace ptick {
 
@@ -26,6 +26,6 @@ ControlCall SplitControlCall(const std::vector<std::string>& arguments);
 /// A range costs one look at the listening ports and one send for each; ports that nobody listens
 /// on are counted as failed without being tried. Counts are exact up to 9223372036854775807; a
 /// greater one is that of a floating number, 15 digits of it exact.
-bool SendControlMessages(const ControlCall& call, Platform& platform, Output& output);
+bool SendControlMessages(const ControlCall& call, Ports& ports, Output& output);
 
 }  // namespace ptick

@@ -36,11 +36,12 @@ int ReportResult(int result_code, Output& output) {
 
 }  // namespace
 
-int SwitchMonitor(const ControlCall& call, Platform& platform, Output& output) {
+int SwitchMonitor(const ControlCall& call, const std::string& own_port, Ports& ports,
+                  Output& output) {
   const std::string monitor_type = UpperCase(Word(call, 1));
   std::string target_port = Word(call, 2);
   if (target_port == "%") {
-    target_port = platform.OwnPort();
+    target_port = own_port;
   }
   if (target_port.empty() || !Num(target_port)) {
     output.PrintTerminal("portno not set to numeric port number");
@@ -48,10 +49,10 @@ int SwitchMonitor(const ControlCall& call, Platform& platform, Output& output) {
   }
   const std::int64_t port = PortNumber(target_port);
   if (monitor_type == "ON") {
-    return ReportResult(platform.MonitorOn(port, Word(call, 3), Word(call, 4)), output);
+    return ReportResult(ports.MonitorOn(port, Word(call, 3), Word(call, 4)), output);
   }
   if (monitor_type == "OFF") {
-    return ReportResult(platform.MonitorOff(port), output);
+    return ReportResult(ports.MonitorOff(port), output);
   }
   return RefuseType(monitor_type, output);
 }

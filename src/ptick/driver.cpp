@@ -24,7 +24,7 @@ int RunSteps(Platform& platform, Output& output) {
   }
   const RunOptions options = ParseCommandLine(arguments, platform, output);
   if (options.MonitorOption) {
-    return SwitchMonitor(call, platform, output);
+    return SwitchMonitor(call, platform.OwnPort(), platform, output);
   }
   ProfileTables tables;
   LoadProfileList(options, platform, output, tables);
@@ -60,7 +60,7 @@ int StopOutOfMemory(Platform& platform, Output& output) {
   } catch (const Stop&) {            // NOLINT(bugprone-empty-catch)
   } catch (const std::bad_alloc&) {  // NOLINT(bugprone-empty-catch)
   }
-  platform.Write(Stream::kTerminal, "ptick: out of memory\n");
+  platform.Write(Stream::kDiagnostics, "ptick: out of memory\n");
   return 1;
 }
 

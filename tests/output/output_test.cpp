@@ -159,11 +159,11 @@ TEST(Output, KeepsTheOrderOfOutputAndTerminal) {
   using Part = std::pair<Stream, std::string>;
   EXPECT_EQ(platform.transcript,
             (std::vector<Part>{
-                {Stream::kTerminal, "1\n"},
+                {Stream::kDiagnostics, "1\n"},
                 {Stream::kOutput, "2\n3\n"},
-                {Stream::kTerminal, "4\nptick: [201] cannot open file '5'\n"},
+                {Stream::kDiagnostics, "4\nptick: [201] cannot open file '5'\n"},
                 {Stream::kOutput, "6\n7\n"},
-                {Stream::kTerminal, "ptick: [202] cannot read record '8'\n9\n"},
+                {Stream::kDiagnostics, "ptick: [202] cannot read record '8'\n9\n"},
                 {Stream::kOutput, "10\n"},
             }));
 }
@@ -201,7 +201,7 @@ TEST(Output, ShowsControlBytesOnATerminalAsQuestionMarks) {
     for (const bool terminal_is : {false, true}) {
       MemoryPlatform platform;
       platform.output_is_terminal = output_is;
-      platform.terminal_is_terminal = terminal_is;
+      platform.diagnostics_are_on_terminal = terminal_is;
       Output output(platform);
       output.SetHeading({"Title" + all, "Columns" + all});
       output.PrintLine(all);
@@ -256,7 +256,7 @@ TEST(Output, StopsWhenItCannotWrite) {
 
 TEST(Output, GoesOnWhenTheTerminalCannotBeWritten) {
   MemoryPlatform platform;
-  platform.terminal_error = EIO;
+  platform.diagnostics_error = EIO;
   Output output(platform);
   EXPECT_EQ(StopOf([&] {
               output.PrintTerminal("lost");

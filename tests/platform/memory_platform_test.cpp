@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cerrno>
 
 namespace ptick {
 namespace {
@@ -49,12 +50,12 @@ TEST(MemoryPlatformTest, KeepsTheOrderOfTheTwoStreams) {
   MemoryPlatform platform;
   platform.Write(Stream::kOutput, "a");
   platform.Write(Stream::kOutput, "b");
-  platform.Write(Stream::kTerminal, "c");
+  platform.Write(Stream::kDiagnostics, "c");
   platform.Write(Stream::kOutput, "d");
   EXPECT_EQ(platform.printed, "abd");
   EXPECT_EQ(platform.on_terminal, "c");
   const std::vector<std::pair<Stream, std::string>> want = {
-      {Stream::kOutput, "ab"}, {Stream::kTerminal, "c"}, {Stream::kOutput, "d"}};
+      {Stream::kOutput, "ab"}, {Stream::kDiagnostics, "c"}, {Stream::kOutput, "d"}};
   EXPECT_EQ(platform.transcript, want);
 }
 
@@ -62,7 +63,7 @@ TEST(MemoryPlatformTest, RefusesBytesWithTheErrorSet) {
   MemoryPlatform platform;
   platform.output_error = ENOSPC;
   EXPECT_EQ(platform.Write(Stream::kOutput, "a"), ENOSPC);
-  EXPECT_EQ(platform.Write(Stream::kTerminal, "b"), 0);
+  EXPECT_EQ(platform.Write(Stream::kDiagnostics, "b"), 0);
   EXPECT_EQ(platform.printed, "");
 }
 
@@ -106,19 +107,17 @@ TEST(MemoryPlatformTest, RecordsShellRuns) {
 
 TEST(MemoryPlatformTest, AnswersPortsWithTheirErrorNumber) {
   MemoryPlatform platform;
-  platform.port_errors = {{5, 0}, {6, EAGAIN}};
-  platform.listening = {4, 5, 6, 9};
+  platform.port_results = {{4, 0}, {5, 0}, {6, EAGAIN}, {9, 0}};
   EXPECT_EQ(platform.SendPortMessage(5, "TICKCTL:on"), 0);
   EXPECT_EQ(platform.SendPortMessage(6, "TICKCTL:on"), EAGAIN);
   EXPECT_EQ(platform.SendPortMessage(7, "TICKCTL:on"), ENOENT);
-  EXPECT_EQ(platform.port_messages.size(), 3U);
   EXPECT_EQ(platform.MonitorOn(5, "log", "all"), 0);
   EXPECT_EQ(platform.MonitorOff(6), EAGAIN);
-  const std::vector<MemoryPlatform::MonitorCall> want = {
-      {.on = true, .port = 5, .file = "log", .options = "all"}, {.on = false, .port = 6}};
-  EXPECT_EQ(platform.monitor_calls, want);
   EXPECT_EQ(platform.ListeningPorts(5, 8), (std::vector<std::int64_t>{5, 6}));
   EXPECT_TRUE(platform.ListeningPorts(8, 5).empty());
+  EXPECT_EQ(platform.port_calls,
+            (std::vector<std::string>{"send 5 TICKCTL:on", "send 6 TICKCTL:on", "send 7 TICKCTL:on",
+                                      "on 5 [log] [all]", "off 6", "list 5 8", "list 8 5"}));
 }
 
 }  // namespace

@@ -104,9 +104,9 @@ TEST(WriteAllTest, EachStreamHasItsDescriptor) {
               send_to(STDOUT_FILENO, "output");
               send_to(STDERR_FILENO, "terminal");
               EXPECT_EQ(platform.Write(Stream::kOutput, "rows"), 0);
-              EXPECT_EQ(platform.Write(Stream::kTerminal, "message"), 0);
+              EXPECT_EQ(platform.Write(Stream::kDiagnostics, "message"), 0);
               EXPECT_FALSE(platform.IsTerminal(Stream::kOutput));
-              EXPECT_FALSE(platform.IsTerminal(Stream::kTerminal));
+              EXPECT_FALSE(platform.IsTerminal(Stream::kDiagnostics));
             }),
             0);
   EXPECT_EQ(directory.Read("output"), "rows");

@@ -6,12 +6,12 @@
 #include <vector>
 
 #include "output/output.h"
-#include "portctl/port_platform.h"
+#include "support/memory_console.h"
+#include "support/memory_ports.h"
 
 namespace ptick {
 namespace {
 
-using testing::PortPlatform;
 using Calls = std::vector<std::string>;
 
 TEST(ControlCallSplit, JoinsWhatStandsBehindTheFirstArgument) {
@@ -72,26 +72,24 @@ class ControlMessages : public ::testing::Test {
  protected:
   /// Makes the call and writes out what it prints; whether it was taken.
   bool Send(const std::string& target_port, const std::string& control_text) {
-    platform_.calls.clear();
-    platform_.printed.clear();
-    Output output(platform_);
-    const bool taken = SendControlMessages({target_port, control_text}, platform_, output);
+    ports_.port_calls.clear();
+    console_.printed.clear();
+    Output output(console_);
+    const bool taken = SendControlMessages({target_port, control_text}, ports_, output);
     output.Finish();
-    EXPECT_EQ(platform_.on_the_terminal, "");
+    EXPECT_EQ(console_.on_terminal, "");
     return taken;
   }
 
-  PortPlatform& Ports() { return platform_; }
-
- private:
-  PortPlatform platform_;
+  MemoryConsole console_;
+  MemoryPorts ports_;
 };
 
 TEST_F(ControlMessages, GoToOnePort) {
-  Ports().results = {{5, 0}};
+  ports_.port_results = {{5, 0}};
   EXPECT_TRUE(Send("5", "DUMP NOW"));
-  EXPECT_EQ(Ports().calls, Calls{"send 5 TICKCTL:DUMP NOW"});
-  EXPECT_EQ(Ports().printed, "Message sent successfully to port 5\n");
+  EXPECT_EQ(ports_.port_calls, Calls{"send 5 TICKCTL:DUMP NOW"});
+  EXPECT_EQ(console_.printed, "Message sent successfully to port 5\n");
 }
 
 TEST_F(ControlMessages, ShowThePortAsItWasTypedAndUseItAsANumber) {
@@ -112,27 +110,27 @@ TEST_F(ControlMessages, ShowThePortAsItWasTypedAndUseItAsANumber) {
       {"99999999999999999999", "send 9223372036854775807 TICKCTL:X",
        "Error number 2 sending message to port 99999999999999999999\n"},
   };
-  Ports().results = {{7, 0}, {8, 11}};
+  ports_.port_results = {{7, 0}, {8, 11}};
   for (const Row& row : rows) {
     EXPECT_TRUE(Send(row.target_port, "X"));
-    EXPECT_EQ(Ports().calls, Calls{row.call});
-    EXPECT_EQ(Ports().printed, row.printed);
+    EXPECT_EQ(ports_.port_calls, Calls{row.call});
+    EXPECT_EQ(console_.printed, row.printed);
   }
 }
 
 TEST_F(ControlMessages, PrintTheErrorNumberWhateverItIs) {
   for (const int error : {1, 13, 111, 256, -1}) {
-    Ports().results = {{5, error}};
+    ports_.port_results = {{5, error}};
     EXPECT_TRUE(Send("5", "X"));
-    EXPECT_EQ(Ports().printed,
+    EXPECT_EQ(console_.printed,
               "Error number " + std::to_string(error) + " sending message to port 5\n");
   }
 }
 
 TEST_F(ControlMessages, AreSentWithNothingButABlank) {
-  Ports().results = {{5, 0}};
+  ports_.port_results = {{5, 0}};
   EXPECT_TRUE(Send("5", " "));
-  EXPECT_EQ(Ports().calls, Calls{"send 5 TICKCTL: "});
+  EXPECT_EQ(ports_.port_calls, Calls{"send 5 TICKCTL: "});
 }
 
 TEST_F(ControlMessages, AreLeftToTheReportsInAnyOtherForm) {
@@ -168,24 +166,24 @@ TEST_F(ControlMessages, AreLeftToTheReportsInAnyOtherForm) {
   };
   for (const auto& row : rows) {
     EXPECT_FALSE(Send(row[0], row[1])) << row[0];
-    EXPECT_EQ(Ports().calls, Calls{}) << row[0];
-    EXPECT_EQ(Ports().printed, "") << row[0];
+    EXPECT_EQ(ports_.port_calls, Calls{}) << row[0];
+    EXPECT_EQ(console_.printed, "") << row[0];
   }
 }
 
 TEST_F(ControlMessages, GoToEachListeningPortOfARangeInOrder) {
-  Ports().results = {{2, 0}, {3, 0}, {5, 111}, {9, 0}, {10, 0}};
+  ports_.port_results = {{2, 0}, {3, 0}, {5, 111}, {9, 0}, {10, 0}};
   EXPECT_TRUE(Send("3-9", "DUMP NOW"));
-  EXPECT_EQ(Ports().calls, (Calls{"list 3 9", "send 3 TICKCTL:DUMP NOW", "send 5 TICKCTL:DUMP NOW",
-                                  "send 9 TICKCTL:DUMP NOW"}));
-  EXPECT_EQ(Ports().printed, "Message sent successfully to 2 ports and failed to 5 ports\n");
+  EXPECT_EQ(ports_.port_calls, (Calls{"list 3 9", "send 3 TICKCTL:DUMP NOW",
+                                      "send 5 TICKCTL:DUMP NOW", "send 9 TICKCTL:DUMP NOW"}));
+  EXPECT_EQ(console_.printed, "Message sent successfully to 2 ports and failed to 5 ports\n");
 }
 
 TEST_F(ControlMessages, AreBareInARangeWithoutCommands) {
-  Ports().results = {{3, 0}, {4, 0}};
+  ports_.port_results = {{3, 0}, {4, 0}};
   EXPECT_TRUE(Send("3-4", ""));
-  EXPECT_EQ(Ports().calls, (Calls{"list 3 4", "send 3 TICKCTL:", "send 4 TICKCTL:"}));
-  EXPECT_EQ(Ports().printed, "Message sent successfully to 2 ports and failed to 0 ports\n");
+  EXPECT_EQ(ports_.port_calls, (Calls{"list 3 4", "send 3 TICKCTL:", "send 4 TICKCTL:"}));
+  EXPECT_EQ(console_.printed, "Message sent successfully to 2 ports and failed to 0 ports\n");
 }
 
 TEST_F(ControlMessages, AreCountedOverTheWholeRange) {
@@ -219,24 +217,24 @@ TEST_F(ControlMessages, AreCountedOverTheWholeRange) {
       {"99999999999999999999-99999999999999999998", "0", "0"},
       {"099999999999999999998-99999999999999999998", "0", "1"},
   };
-  Ports().results = {{7, 0}};
+  ports_.port_results = {{7, 0}};
   for (const Row& row : rows) {
     EXPECT_TRUE(Send(row.range, "X")) << row.range;
-    EXPECT_EQ(Ports().printed, "Message sent successfully to " + row.sent +
-                                   " ports and failed to " + row.failed + " ports\n")
+    EXPECT_EQ(console_.printed, "Message sent successfully to " + row.sent +
+                                    " ports and failed to " + row.failed + " ports\n")
         << row.range;
   }
 }
 
 TEST_F(ControlMessages, SurviveRangesOfAnyLength) {
   const std::string digits(5000, '9');
-  Ports().results = {{7, 0}};
+  ports_.port_results = {{7, 0}};
   EXPECT_TRUE(Send("0-" + digits, "X"));
-  EXPECT_TRUE(Ports().printed.starts_with("Message sent successfully to 1 ports and failed to "));
+  EXPECT_TRUE(console_.printed.starts_with("Message sent successfully to 1 ports and failed to "));
   EXPECT_TRUE(Send(digits + "-" + digits, "X"));
-  EXPECT_EQ(Ports().printed, "Message sent successfully to 0 ports and failed to 1 ports\n");
+  EXPECT_EQ(console_.printed, "Message sent successfully to 0 ports and failed to 1 ports\n");
   EXPECT_TRUE(Send(digits + "-0", "X"));
-  EXPECT_EQ(Ports().printed, "Message sent successfully to 0 ports and failed to 0 ports\n");
+  EXPECT_EQ(console_.printed, "Message sent successfully to 0 ports and failed to 0 ports\n");
 }
 
 }  // namespace

@@ -6,12 +6,11 @@
 #include <vector>
 
 #include "output/output.h"
-#include "portctl/port_platform.h"
+#include "support/memory_console.h"
+#include "support/memory_ports.h"
 
 namespace ptick {
 namespace {
-
-using testing::PortPlatform;
 
 constexpr const char* kNoPort = "portno not set to numeric port number\n";
 constexpr const char* kNoType = "The type should be ON or OFF\n";
@@ -25,19 +24,19 @@ struct Outcome {
   std::string on_the_terminal;
 };
 
-Outcome Switch(const std::string& control_text, PortPlatform& platform) {
-  Output output(platform);
-  const int status = SwitchMonitor({"-j", control_text}, platform, output);
+Outcome Switch(const std::string& control_text, const std::string& own_port, MemoryPorts& ports) {
+  MemoryConsole console;
+  Output output(console);
+  const int status = SwitchMonitor({"-j", control_text}, own_port, ports, output);
   output.Finish();
-  return {status, platform.calls, platform.printed, platform.on_the_terminal};
+  return {status, ports.port_calls, console.printed, console.on_terminal};
 }
 
-/// On a platform where all is well on port 5 and 12, which is the own one.
+/// By the process on port 12, where all is well on that port and on port 5.
 Outcome Switch(const std::string& control_text) {
-  PortPlatform platform;
-  platform.results = {{5, 0}, {12, 0}};
-  platform.own = "12";
-  return Switch(control_text, platform);
+  MemoryPorts ports;
+  ports.port_results = {{5, 0}, {12, 0}};
+  return Switch(control_text, "12", ports);
 }
 
 TEST(MonitorSwitch, TakesItsWordsBetweenSingleBlanks) {
@@ -111,9 +110,8 @@ TEST(MonitorSwitch, UsesTheOwnPortAsItIs) {
   const std::vector<std::pair<std::string, std::string>> rows = {
       {"0", "off 0"}, {"012", "off 12"}, {"99999999999999999999", "off 9223372036854775807"}};
   for (const auto& [own, call] : rows) {
-    PortPlatform platform;
-    platform.own = own;
-    EXPECT_EQ(Switch("OFF %", platform).calls, std::vector<std::string>{call}) << own;
+    MemoryPorts ports;
+    EXPECT_EQ(Switch("OFF %", own, ports).calls, std::vector<std::string>{call}) << own;
   }
 }
 
@@ -122,9 +120,9 @@ TEST(MonitorSwitch, EndsWithTheErrorNumber) {
       {1, 1},     {2, 2},     {22, 22},  {111, 111}, {254, 254},       {255, 255},
       {256, 255}, {512, 255}, {-1, 255}, {-5, 255},  {2147483647, 255}};
   for (const auto& [error, status] : rows) {
-    PortPlatform platform;
-    platform.results = {{5, error}};
-    const Outcome outcome = Switch("OFF 5", platform);
+    MemoryPorts ports;
+    ports.port_results = {{5, error}};
+    const Outcome outcome = Switch("OFF 5", "0", ports);
     EXPECT_EQ(outcome.status, status) << error;
     EXPECT_EQ(outcome.printed,
               "ptick: Error number " + std::to_string(error) + " executing command\n");
@@ -133,9 +131,9 @@ TEST(MonitorSwitch, EndsWithTheErrorNumber) {
 
 TEST(MonitorSwitch, SaysOnStandardOutputThatItFailed) {
   for (const std::string text : {"ON 5 f o", "OFF 5"}) {
-    PortPlatform platform;
-    platform.results = {{5, 16}};
-    const Outcome outcome = Switch(text, platform);
+    MemoryPorts ports;
+    ports.port_results = {{5, 16}};
+    const Outcome outcome = Switch(text, "0", ports);
     EXPECT_EQ(outcome.status, 16) << text;
     EXPECT_EQ(outcome.printed, "ptick: Error number 16 executing command\n") << text;
     EXPECT_EQ(outcome.on_the_terminal, "") << text;

@@ -26,8 +26,8 @@ class DriverTest : public ::testing::Test {
     platform_.files["."]["run1"].text = Records({"program|PROG", "ticks|4", "trace|PROG|10|3"});
     platform_.files["."]["run2"].text = Records({"ticks|4", "trace|PROG|10|1"});
     platform_.files["."]["bad"].text = Records({"ticks|4", "trace|PROG|10|3", "bogus|1"});
-    platform_.port_errors[5] = 0;
-    platform_.port_errors[9] = 111;
+    platform_.port_results[5] = 0;
+    platform_.port_results[9] = 111;
   }
 
   int Run(const std::vector<std::string>& arguments) {
@@ -66,7 +66,7 @@ TEST_F(DriverTest, ReadsTheDefaultProfileWithoutArguments) {
   EXPECT_NE(platform_.printed.find(" from profile ptick_17 "), std::string::npos);
   EXPECT_NE(platform_.printed.find("PROG                 10     3        0     \n"),
             std::string::npos);
-  EXPECT_TRUE(platform_.port_messages.empty());
+  EXPECT_TRUE(platform_.port_calls.empty());
   // Options alone do not change that.
   platform_.printed.clear();
   EXPECT_EQ(Run({"-n"}), 0);
@@ -149,13 +149,11 @@ TEST_F(DriverTest, SendsControlMessagesFirst) {
   EXPECT_EQ(Run({"5", "-x", "-h", "bad"}), 0);
   EXPECT_EQ(platform_.printed, "Message sent successfully to port 5\n");
   EXPECT_EQ(platform_.on_terminal, "");
-  EXPECT_EQ(platform_.port_messages,
-            (std::vector<MemoryPlatform::PortMessage>{{5, "TICKCTL:-x -h bad"}}));
+  EXPECT_EQ(platform_.port_calls, std::vector<std::string>{"send 5 TICKCTL:-x -h bad"});
   EXPECT_FALSE(LookedForFiles());
 }
 
 TEST_F(DriverTest, SendsControlMessagesToARangeFirst) {
-  platform_.listening = {5, 9};
   EXPECT_EQ(Run({"5-9"}), 0);
   EXPECT_EQ(platform_.printed, "Message sent successfully to 1 ports and failed to 4 ports\n");
   EXPECT_FALSE(LookedForFiles());
@@ -165,14 +163,12 @@ TEST_F(DriverTest, TakesAPortWithoutCommandsAsAProfile) {
   platform_.files["."]["5"].text = Records({"ticks|4"});
   EXPECT_EQ(Run({"5"}), 0);
   EXPECT_TRUE(platform_.printed.starts_with("Profile of program (unknown) from profile 5 "));
-  EXPECT_TRUE(platform_.port_messages.empty());
+  EXPECT_TRUE(platform_.port_calls.empty());
 }
 
 TEST_F(DriverTest, SwitchesTheMonitorInsteadOfAnyReport) {
   EXPECT_EQ(Run({"-jAapkos", "ON", "5", "bad", "options", "-n"}), 0);
-  EXPECT_EQ(platform_.monitor_calls,
-            (std::vector<MemoryPlatform::MonitorCall>{
-                {.on = true, .port = 5, .file = "bad", .options = "options"}}));
+  EXPECT_EQ(platform_.port_calls, std::vector<std::string>{"on 5 [bad] [options]"});
   EXPECT_EQ(platform_.printed + platform_.on_terminal, "");
   EXPECT_FALSE(LookedForFiles());
 }
@@ -181,7 +177,7 @@ TEST_F(DriverTest, ReadsAllOptionsBeforeItSwitchesTheMonitor) {
   EXPECT_EQ(Run({"-j", "ON", "5", "-x"}), 1);
   EXPECT_EQ(Run({"-j", "ON", "5", "-h"}), 0);
   EXPECT_EQ(Run({"-v", "-j", "ON", "5"}), 2);
-  EXPECT_TRUE(platform_.monitor_calls.empty());
+  EXPECT_TRUE(platform_.port_calls.empty());
   EXPECT_TRUE(platform_.on_terminal.ends_with("portno not set to numeric port number\n"));
 }
 

@@ -70,7 +70,7 @@ TEST_F(PartFailureTest, UsageThatCannotBeWrittenEndsWithOne) {
     int want;
   };
   for (const Row& row : {Row{0, 0}, Row{EPIPE, 0}, Row{ENOSPC, 1}, Row{EBADF, 1}, Row{EIO, 1}}) {
-    platform_.terminal_error = row.error;
+    platform_.diagnostics_error = row.error;
     EXPECT_EQ(Run({"-h"}), row.want) << row.error;
     EXPECT_EQ(Run({"-x"}), 1) << row.error;
   }

@@ -79,33 +79,6 @@ std::unique_ptr<RecordFile> MemoryPlatform::OpenFile(std::string_view name, int*
   return std::make_unique<MemoryFile>(*this, std::string(name));
 }
 
-int MemoryPlatform::Write(Stream stream, std::string_view bytes) {
-  const bool to_output = stream == Stream::kOutput;
-  if (const int error = to_output ? output_error : terminal_error; error != 0) {
-    return error;
-  }
-  (to_output ? printed : on_terminal) += bytes;
-  if (transcript.empty() || transcript.back().first != stream) {
-    transcript.emplace_back(stream, "");
-  }
-  transcript.back().second += bytes;
-  return 0;
-}
-
-bool MemoryPlatform::IsTerminal(Stream stream) {
-  return stream == Stream::kOutput ? output_is_terminal : terminal_is_terminal;
-}
-
-std::optional<char> MemoryPlatform::ReadKey() {
-  ++keys_asked_for;
-  if (keys.empty()) {
-    return std::nullopt;
-  }
-  const char key = keys.front();
-  keys.pop_front();
-  return key;
-}
-
 FirstLines MemoryPlatform::CaptureFirstLines(
     const std::vector<std::vector<std::string>>& commands) {
   FirstLines first_lines;
@@ -126,34 +99,6 @@ FirstLines MemoryPlatform::CaptureFirstLines(
 int MemoryPlatform::RunShell(const std::string& command_line, std::string_view input) {
   shell_runs.push_back({.command_line = command_line, .input = std::string(input)});
   return shell_status;
-}
-
-int MemoryPlatform::SendPortMessage(std::int64_t port, std::string_view text) {
-  port_messages.push_back({.port = port, .text = std::string(text)});
-  return PortError(port);
-}
-
-int MemoryPlatform::MonitorOn(std::int64_t port, std::string_view file, std::string_view options) {
-  monitor_calls.push_back(
-      {.on = true, .port = port, .file = std::string(file), .options = std::string(options)});
-  return PortError(port);
-}
-
-int MemoryPlatform::MonitorOff(std::int64_t port) {
-  monitor_calls.push_back({.on = false, .port = port});
-  return PortError(port);
-}
-
-std::vector<std::int64_t> MemoryPlatform::ListeningPorts(std::int64_t first, std::int64_t last) {
-  if (first > last) {
-    return {};
-  }
-  return {listening.lower_bound(first), listening.upper_bound(last)};
-}
-
-int MemoryPlatform::PortError(std::int64_t port) const {
-  const auto found = port_errors.find(port);
-  return found == port_errors.end() ? ENOENT : found->second;
 }
 
 }  // namespace ptick

@@ -9,13 +9,15 @@
 #include <vector>
 
 #include "platform/linux/large_pages.h"
+#include "platform/linux/linux_console.h"
+#include "platform/linux/ports/linux_ports.h"
 #include "platform/platform.h"
 
 namespace ptick {
 
 /// The services of the system as Linux gives them. One per process, made before anything else is
 /// opened: making it fills closed standard descriptors and ignores SIGPIPE.
-class LinuxPlatform final : public Platform {
+class LinuxPlatform final : public Platform, public LinuxConsole, public LinuxPorts {
  public:
   /// Keeps a view of argv and allocates nothing.
   LinuxPlatform(int argc, const char* const* argv);
@@ -32,19 +34,8 @@ class LinuxPlatform final : public Platform {
   std::int64_t Now() override;
   std::optional<std::int64_t> ZoneOffset(std::int64_t time) override;
 
-  int Write(Stream stream, std::string_view bytes) override;
-  bool IsTerminal(Stream stream) override;
-  bool HasKeyboard() override;
-  std::int64_t PageLength() override;
-  std::optional<char> ReadKey() override;
-
   FirstLines CaptureFirstLines(const std::vector<std::vector<std::string>>& commands) override;
   int RunShell(const std::string& command_line, std::string_view input) override;
-
-  int SendPortMessage(std::int64_t port, std::string_view text) override;
-  int MonitorOn(std::int64_t port, std::string_view file, std::string_view options) override;
-  int MonitorOff(std::int64_t port) override;
-  std::vector<std::int64_t> ListeningPorts(std::int64_t first, std::int64_t last) override;
 
  private:
   LargePages large_pages_;

@@ -27,7 +27,7 @@ int RunWithClosed(const std::vector<int>& closed, const std::string& directory) 
     int astray = 0;
     for (const int fd : closed) {
       if (fd != STDIN_FILENO) {
-        const Stream stream = fd == STDOUT_FILENO ? Stream::kOutput : Stream::kTerminal;
+        const Stream stream = fd == STDOUT_FILENO ? Stream::kOutput : Stream::kDiagnostics;
         astray += platform.Write(stream, "astray") == EBADF ? 0 : 10;
         astray += platform.IsTerminal(stream) ? 20 : 0;
       }

@@ -1,0 +1,31 @@
+#include "platform/linux/linux_console.h"
+
+#include <unistd.h>
+
+#include "platform/linux/system_values.h"
+#include "platform/linux/terminal.h"
+#include "platform/linux/write_all.h"
+
+namespace ptick {
+
+namespace {
+
+int DescriptorOf(Stream stream) {
+  return stream == Stream::kOutput ? STDOUT_FILENO : STDERR_FILENO;
+}
+
+}  // namespace
+
+int LinuxConsole::Write(Stream stream, std::string_view bytes) {
+  return WriteAll(DescriptorOf(stream), bytes);
+}
+
+bool LinuxConsole::IsTerminal(Stream stream) { return ::isatty(DescriptorOf(stream)) == 1; }
+
+bool LinuxConsole::HasKeyboard() { return ::isatty(STDIN_FILENO) == 1; }
+
+std::int64_t LinuxConsole::PageLength() { return ReadPageLength(); }
+
+std::optional<char> LinuxConsole::ReadKey() { return WaitForKey(); }
+
+}  // namespace ptick
