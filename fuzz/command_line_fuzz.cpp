@@ -43,7 +43,7 @@ void Furnish(const std::vector<std::string>& arguments, MemoryPlatform& platform
 
 std::string UsageText() {
   MemoryPlatform platform;
-  ptick::Output output(platform);
+  ptick::Output output(platform, "ptick");
   ptick::PrintUsage(output);
   return platform.on_terminal;
 }
@@ -87,7 +87,7 @@ void CheckSideEffects(int status, const MemoryPlatform& platform) {
 void CheckOptions(const std::vector<std::string>& command_line) {
   MemoryPlatform platform;
   Furnish(command_line, platform);
-  ptick::Output output(platform);
+  ptick::Output output(platform, "ptick");
   const std::vector<std::string> arguments = ptick::CommandArguments(command_line);
   try {
     const ptick::RunOptions options = ptick::ParseCommandLine(arguments, platform, output);

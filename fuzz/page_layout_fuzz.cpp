@@ -124,7 +124,7 @@ Outcome Print(const Job& job, MemoryPlatform& platform) {
   platform.length = job.length;
   platform.keys.assign(job.keys.begin(), job.keys.end());
   platform.output_error = job.error;
-  ptick::Output output(platform);
+  ptick::Output output(platform, "ptick");
   Outcome outcome;
   try {
     if (job.heading) {

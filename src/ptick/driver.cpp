@@ -2,6 +2,7 @@
 
 #include <new>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "output/output.h"
@@ -15,6 +16,8 @@
 namespace ptick {
 
 namespace {
+
+constexpr std::string_view kProgramName = "ptick";
 
 int RunSteps(Platform& platform, Output& output) {
   const std::vector<std::string> arguments = CommandArguments(platform.CommandLine());
@@ -32,11 +35,16 @@ int RunSteps(Platform& platform, Output& output) {
   return 0;
 }
 
+// A run that goes on after a failure keeps it in mind.
+int EndStatus(int status, const Output& output) {
+  return status != kSuccess ? status : output.EndStatus();
+}
+
 // What was printed before a stop still goes out; that may fail, and then its status counts.
 int CloseAfter(const Stop& stop, Output& output) {
   try {
     output.Close();
-    return stop.status;
+    return EndStatus(stop.status, output);
   } catch (const Stop& failed_close) {
     return failed_close.status;
   }
@@ -46,7 +54,7 @@ int RunToAnEnd(Platform& platform, Output& output) {
   try {
     const int status = RunSteps(platform, output);
     output.Finish();
-    return status != 0 ? status : output.EndStatus();
+    return EndStatus(status, output);
   } catch (const Stop& stop) {
     return CloseAfter(stop, output);
   }
@@ -67,7 +75,7 @@ int StopOutOfMemory(Platform& platform, Output& output) {
 }  // namespace
 
 int RunPtick(Platform& platform) {
-  Output output(platform);
+  Output output(platform, kProgramName);
   try {
     return RunToAnEnd(platform, output);
   } catch (const std::bad_alloc&) {

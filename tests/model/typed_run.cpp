@@ -29,7 +29,7 @@ Delivery RandomDelivery(RandomSource& random) {
 Ran RunTyped(const std::function<void(Output&)>& piece) {
   MemoryPlatform platform;
   Ran ran;
-  Output output(platform);
+  Output output(platform, "ptick");
   try {
     piece(output);
     output.Finish();

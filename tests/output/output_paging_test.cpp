@@ -34,7 +34,7 @@ Shown Print(int lines, const Setting& setting) {
   platform.keyboard = setting.keyboard;
   platform.keys.assign(setting.keys.begin(), setting.keys.end());
   Shown shown;
-  Output output(platform);
+  Output output(platform, "ptick");
   try {
     output.SetHeading({"Title", "Columns"});
     for (int n = 1; n <= lines; ++n) {
@@ -107,7 +107,7 @@ TEST(Paging, CountsTheLineEndsInAHeading) {
     platform.output_is_terminal = true;
     platform.length = row.length;
     platform.keyboard = false;
-    Output output(platform);
+    Output output(platform, "ptick");
     output.SetHeading({"Ti\ntle", "Col\numns"});
     output.PrintLine("1");
     output.PrintLine("2");
@@ -173,7 +173,7 @@ TEST(Paging, HoldsTheLastLineEndOfAFullPageWhileItWaits) {
     MemoryPlatform platform;
     platform.output_is_terminal = platform.keyboard = true;
     platform.length = length;
-    Output output(platform);
+    Output output(platform, "ptick");
     output.SetHeading({"Title", "Columns"});
     int printed = 0;
     const auto print_on = [&] {
@@ -196,7 +196,7 @@ TEST(Paging, DoesWithoutPagesWhereThereIsNoHeading) {
   MemoryPlatform platform;
   platform.output_is_terminal = platform.keyboard = true;
   platform.length = 5;
-  Output output(platform);
+  Output output(platform, "ptick");
   std::string want;
   for (int n = 1; n <= 50; ++n) {
     output.PrintLine(std::to_string(n));

@@ -34,7 +34,7 @@ TEST(Output, PrintsLinesAsTheyAre) {
   const std::vector<std::string_view> lines = {
       "a line", "", "  blanks  ", "\t\x1b[2J\x7f\r", "\xff\xfe\xfd\xfc", "\0"sv, "two\nlines"};
   MemoryPlatform platform;
-  Output output(platform);
+  Output output(platform, "ptick");
   std::string want;
   for (const std::string_view line : lines) {
     output.PrintLine(line);
@@ -48,9 +48,8 @@ TEST(Output, PrintsLinesAsTheyAre) {
 TEST(Output, WritesNothingWhenNothingIsPrinted) {
   MemoryPlatform platform;
   platform.output_error = ENOSPC;
-  Output output(platform);
+  Output output(platform, "ptick");
   EXPECT_EQ(StopOf([&] {
-              output.Flush();
               output.Finish();
               output.Close();
             }),
@@ -61,7 +60,7 @@ TEST(Output, WritesNothingWhenNothingIsPrinted) {
 TEST(Output, HoldsLinesOfAnySize) {
   for (const std::size_t size : {1000U, 262143U, 262144U, 262145U, 1000000U}) {
     MemoryPlatform platform;
-    Output output(platform);
+    Output output(platform, "ptick");
     output.PrintLine("before");
     output.PrintLine(std::string(size, 'x'));
     output.PrintLine("behind");
@@ -72,7 +71,7 @@ TEST(Output, HoldsLinesOfAnySize) {
 
 TEST(Output, HoldsAnyNumberOfLines) {
   MemoryPlatform platform;
-  Output output(platform);
+  Output output(platform, "ptick");
   std::string want;
   for (int n = 0; n < 100000; ++n) {
     const std::string line = "line " + std::to_string(n * 37);
@@ -87,7 +86,7 @@ TEST(Output, TakesLinesLaidOutInPlace) {
   for (const bool terminal : {false, true}) {
     MemoryPlatform platform;
     platform.output_is_terminal = terminal;
-    Output output(platform);
+    Output output(platform, "ptick");
     std::string want;
     for (std::size_t size = 0; size <= 2000; ++size) {
       const std::string line(size, static_cast<char>('a' + size % 26));
@@ -104,7 +103,7 @@ TEST(Output, HasItsHeadingOnceInFrontOfTheFirstLine) {
   MemoryPlatform platform;
   platform.length = 5;  // nobody's: this is no terminal
   platform.keyboard = true;
-  Output output(platform);
+  Output output(platform, "ptick");
   output.SetHeading({"A title with 'PL' and 'L'  ", "Columns 'PL'"});
   std::string want = "A title with 'PL' and 'L'   Page 1\nColumns 'PL'\n";
   for (int n = 0; n < 100; ++n) {
@@ -120,7 +119,7 @@ TEST(Output, HasItsHeadingWhenThereIsNothingToShow) {
   for (const bool terminal : {false, true}) {
     MemoryPlatform platform;
     platform.output_is_terminal = platform.keyboard = terminal;
-    Output output(platform);
+    Output output(platform, "ptick");
     output.SetHeading({"Title", "Columns"});
     output.Finish();
     EXPECT_EQ(platform.printed, "Title Page 1\nColumns\n") << terminal;
@@ -130,11 +129,11 @@ TEST(Output, HasItsHeadingWhenThereIsNothingToShow) {
 
 TEST(Output, AddsNothingToARunThatStopsEarly) {
   MemoryPlatform platform;
-  Output output(platform);
+  Output output(platform, "ptick");
   output.SetHeading({"Title", "Columns"});
   output.Close();
   EXPECT_EQ(platform.printed, "");
-  Output started(platform);
+  Output started(platform, "ptick");
   started.SetHeading({"Title", "Columns"});
   started.PrintLine("a line");
   started.Close();
@@ -143,14 +142,13 @@ TEST(Output, AddsNothingToARunThatStopsEarly) {
 
 TEST(Output, KeepsTheOrderOfOutputAndTerminal) {
   MemoryPlatform platform;
-  Output output(platform);
+  Output output(platform, "ptick");
   output.PrintTerminal("1");
   output.PrintLine("2");
   output.PrintLine("3");
   output.PrintTerminal("4");
   output.PrintMessage(201, "5");
   output.PrintLine("6");
-  output.Flush();
   output.PrintLine("7");
   output.PrintMessage(202, "8");
   output.PrintTerminal("9");
@@ -183,7 +181,7 @@ TEST(Output, PrintsNumberedMessages) {
   };
   for (const Row& row : rows) {
     MemoryPlatform platform;
-    Output(platform).PrintMessage(row.number, row.name);
+    Output(platform, "ptick").PrintMessage(row.number, row.name);
     EXPECT_EQ(platform.on_terminal, row.want);
     EXPECT_EQ(platform.printed, "");
   }
@@ -202,7 +200,7 @@ TEST(Output, ShowsControlBytesOnATerminalAsQuestionMarks) {
       MemoryPlatform platform;
       platform.output_is_terminal = output_is;
       platform.diagnostics_are_on_terminal = terminal_is;
-      Output output(platform);
+      Output output(platform, "ptick");
       output.SetHeading({"Title" + all, "Columns" + all});
       output.PrintLine(all);
       output.PrintLine("x" + all);
@@ -232,7 +230,6 @@ TEST(Output, StopsWhenItCannotWrite) {
       {EPIPE, 0, ""},
   };
   const std::vector<std::function<void(Output&)>> writers = {
-      [](Output& output) { output.Flush(); },
       [](Output& output) { output.Finish(); },
       [](Output& output) { output.Close(); },
       [](Output& output) { output.PrintTerminal("never said"); },
@@ -243,7 +240,7 @@ TEST(Output, StopsWhenItCannotWrite) {
       SCOPED_TRACE(std::to_string(row.error) + " in writer " + std::to_string(i));
       MemoryPlatform platform;
       platform.output_error = row.error;
-      Output output(platform);
+      Output output(platform, "ptick");
       output.PrintLine("a line");
       EXPECT_EQ(StopOf([&] { writers[i](output); }), row.want_status);
       EXPECT_EQ(platform.on_terminal, row.want_terminal);
@@ -257,7 +254,7 @@ TEST(Output, StopsWhenItCannotWrite) {
 TEST(Output, GoesOnWhenTheTerminalCannotBeWritten) {
   MemoryPlatform platform;
   platform.diagnostics_error = EIO;
-  Output output(platform);
+  Output output(platform, "ptick");
   EXPECT_EQ(StopOf([&] {
               output.PrintTerminal("lost");
               output.PrintLine("kept");

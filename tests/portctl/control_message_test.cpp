@@ -74,7 +74,7 @@ class ControlMessages : public ::testing::Test {
   bool Send(const std::string& target_port, const std::string& control_text) {
     ports_.port_calls.clear();
     console_.printed.clear();
-    Output output(console_);
+    Output output(console_, "ptick");
     const bool taken = SendControlMessages({target_port, control_text}, ports_, output);
     output.Finish();
     EXPECT_EQ(console_.on_terminal, "");

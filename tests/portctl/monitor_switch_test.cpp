@@ -26,7 +26,7 @@ struct Outcome {
 
 Outcome Switch(const std::string& control_text, const std::string& own_port, MemoryPorts& ports) {
   MemoryConsole console;
-  Output output(console);
+  Output output(console, "ptick");
   const int status = SwitchMonitor({"-j", control_text}, own_port, ports, output);
   output.Finish();
   return {status, ports.port_calls, console.printed, console.on_terminal};

@@ -28,7 +28,7 @@ class ProfileListTest : public ::testing::Test {
     tables_ = {};
     RunOptions options;
     options.ProfileList = std::move(names);
-    Output output(platform_);
+    Output output(platform_, "ptick");
     try {
       LoadProfileList(options, platform_, output, tables_);
     } catch (const Stop& stop) {

@@ -10,7 +10,7 @@ namespace {
 
 TEST(Usage, IsPrintedOnTheTerminal) {
   MemoryPlatform platform;
-  Output output(platform);
+  Output output(platform, "ptick");
   PrintUsage(output);
   output.Finish();
   EXPECT_EQ(platform.on_terminal, testing::UsageText());

@@ -118,7 +118,7 @@ TEST_F(SharedObjectsReportTest, SplitsTheCommandAtBlanksOnly) {
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
     MemoryPlatform platform;
-    Output output(platform);
+    Output output(platform, "ptick");
     tables_.SharedObjects = Fields({c.name});
     ReportSharedObjects({tables_, options_, platform, output});
     ASSERT_EQ(platform.commands_run.size(), 1U);

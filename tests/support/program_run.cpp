@@ -42,7 +42,7 @@ Where :
 }
 
 ParsedCommand ParseCommand(const std::vector<std::string>& arguments, MemoryPlatform& platform) {
-  Output output(platform);
+  Output output(platform, "ptick");
   ParsedCommand parsed;
   try {
     parsed.options = ParseCommandLine(arguments, platform, output);

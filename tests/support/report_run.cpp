@@ -16,7 +16,7 @@ Printed ReportTest::Run(const std::function<void(const ReportJob&)>& report) {
   platform_.printed.clear();
   platform_.on_terminal.clear();
   Printed printed;
-  Output output(platform_);
+  Output output(platform_, "ptick");
   try {
     report({tables_, options_, platform_, output});
     output.Finish();

@@ -1,0 +1,31 @@
+#include "output/diagnostics.h"
+
+#include <system_error>
+
+#include "output/control_bytes.h"
+
+namespace ptick {
+
+bool Diagnostics::PrintLine(std::string_view line) {
+  std::string shown;
+  shown.reserve(line.size() + 1);  // a malformed line may be as long as a file
+  shown += line;
+  if (console_.IsTerminal(Stream::kDiagnostics)) {
+    ShowControlBytes(shown);
+  }
+  shown += '\n';
+  const int error = console_.Write(Stream::kDiagnostics, shown);
+  return error == 0 || error == static_cast<int>(std::errc::broken_pipe);
+}
+
+void Diagnostics::PrintMessage(std::string_view text) {
+  PrintLine(std::string(program_).append(": ").append(text));
+}
+
+void Diagnostics::PrintMessage(int number, std::string_view name) {
+  std::string text = "[" + std::to_string(number) + "] ";
+  text += number == 201 ? "cannot open file '" : "cannot read record '";
+  PrintMessage(text.append(name).append("'"));
+}
+
+}  // namespace ptick

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/console.h"
+
+namespace ptick {
+
+/// What goes to standard error, a line at a time. On a terminal control bytes are shown as '?'.
+class Diagnostics {
+ public:
+  /// `program` is the name that messages begin with.
+  Diagnostics(Console& console, std::string_view program) : console_(console), program_(program) {}
+
+  /// Prints a line as it is. False when it could not be written, unless its reader has gone.
+  bool PrintLine(std::string_view line);
+
+  /// Prints the name of the program, ": " and the text.
+  void PrintMessage(std::string_view text);
+
+  /// Prints a numbered platform message (201: cannot open a file; 202: cannot read a record) with
+  /// the name that failed.
+  void PrintMessage(int number, std::string_view name);
+
+ private:
+  Console& console_;
+  std::string program_;
+};
+
+}  // namespace ptick

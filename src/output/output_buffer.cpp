@@ -1,0 +1,48 @@
+#include "output/output_buffer.h"
+
+#include <algorithm>
+#include <system_error>
+
+#include "output/stop.h"
+
+namespace ptick {
+
+namespace {
+
+constexpr std::size_t kUsualSize = std::size_t{256} * 1024;
+
+}  // namespace
+
+void OutputBuffer::Reserve(std::size_t size) {
+  if (Room() >= size) {
+    return;
+  }
+  Flush();
+  if (bytes_.size() < size) {
+    bytes_.Grow(std::max(size, kUsualSize), 0);
+  }
+}
+
+void OutputBuffer::Append(std::string_view text) {
+  Reserve(text.size());
+  SetEnd(std::ranges::copy(text, End()).out);
+}
+
+void OutputBuffer::Flush() {
+  if (used_ == 0) {
+    return;
+  }
+  const std::string_view bytes(bytes_.data(), used_);
+  used_ = 0;
+  const int error = console_.Write(Stream::kOutput, bytes);
+  if (error == 0) {
+    return;
+  }
+  if (error == static_cast<int>(std::errc::broken_pipe)) {
+    throw Stop{kSuccess};
+  }
+  diagnostics_.PrintMessage("cannot write: " + std::generic_category().message(error));
+  throw Stop{kFailure};
+}
+
+}  // namespace ptick
