@@ -162,7 +162,7 @@ void CheckFailure(const Job& job) {
     return;
   }
   const bool closed = job.error == EPIPE;
-  Require(got.stopped == (closed ? 0 : 1), "a failed write ends the run");
+  Require(closed ? got.stopped.value_or(0) == 0 : got.stopped == 1, "a failed write ends the run");
   Require(platform.on_terminal.starts_with("ptick: cannot write: ") != closed, "and says why");
 }
 

@@ -17,7 +17,9 @@ void OutputBuffer::Reserve(std::size_t size) {
   if (Room() >= size) {
     return;
   }
-  Flush();
+  if (!WriteOut()) {
+    throw Stop{kSuccess};
+  }
   if (bytes_.size() < size) {
     bytes_.Grow(std::max(size, kUsualSize), 0);
   }
@@ -28,18 +30,20 @@ void OutputBuffer::Append(std::string_view text) {
   SetEnd(std::ranges::copy(text, End()).out);
 }
 
-void OutputBuffer::Flush() {
+void OutputBuffer::Flush() { WriteOut(); }
+
+bool OutputBuffer::WriteOut() {
   if (used_ == 0) {
-    return;
+    return true;
   }
   const std::string_view bytes(bytes_.data(), used_);
   used_ = 0;
   const int error = console_.Write(Stream::kOutput, bytes);
   if (error == 0) {
-    return;
+    return true;
   }
   if (error == static_cast<int>(std::errc::broken_pipe)) {
-    throw Stop{kSuccess};
+    return false;
   }
   diagnostics_.PrintMessage("cannot write: " + std::generic_category().message(error));
   throw Stop{kFailure};

@@ -13,8 +13,9 @@ namespace ptick {
 /// for more, and when Flush asks for it.
 ///
 /// A failed write drops the bytes, so that nothing is tried or said twice, prints "cannot write:
-/// REASON" and throws Stop with kFailure; a reader that has closed the pipe throws Stop with
-/// kSuccess.
+/// REASON" and throws Stop with kFailure. Where a reader has closed the pipe, Flush drops the bytes
+/// quietly, so that a run that fails keeps its message and its status; making room for more, which
+/// nobody will read, throws Stop with kSuccess.
 class OutputBuffer {
  public:
   OutputBuffer(Console& console, Diagnostics& diagnostics)
@@ -32,6 +33,9 @@ class OutputBuffer {
   void Flush();
 
  private:
+  /// Whether there is still a reader.
+  bool WriteOut();
+
   Console& console_;
   Diagnostics& diagnostics_;
   ByteBuffer bytes_;

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "output/stop.h"
 #include "portctl/port_number.h"
 #include "value/dynamic_array.h"
 #include "value/list_operations.h"
@@ -13,7 +14,6 @@ namespace ptick {
 
 namespace {
 
-constexpr int kBadCall = 2;
 constexpr int kGreatestStatus = 255;
 
 std::string Word(const ControlCall& call, std::int64_t n) {
@@ -23,12 +23,12 @@ std::string Word(const ControlCall& call, std::int64_t n) {
 int RefuseType(const std::string& monitor_type, Output& output) {
   output.PrintTerminal(monitor_type.empty() ? "The type should be ON or OFF"
                                             : "Invalid 'type' specified, should be ON or OFF");
-  return kBadCall;
+  return kBadInput;
 }
 
 int ReportResult(int result_code, Output& output) {
   if (result_code == 0) {
-    return 0;
+    return kSuccess;
   }
   output.PrintLine("ptick: Error number " + std::to_string(result_code) + " executing command");
   return result_code > 0 && result_code < kGreatestStatus ? result_code : kGreatestStatus;
@@ -45,7 +45,7 @@ int SwitchMonitor(const ControlCall& call, const std::string& own_port, Ports& p
   }
   if (target_port.empty() || !Num(target_port)) {
     output.PrintTerminal("portno not set to numeric port number");
-    return kBadCall;
+    return kBadInput;
   }
   const std::int64_t port = PortNumber(target_port);
   if (monitor_type == "ON") {

@@ -48,6 +48,42 @@ class StreamsTest(ProgramTest):
         self.assertEqual(b"", result.stderr)
         self.assertEqual(b"0", result.stdout.splitlines()[-1])
 
+    def run_unread(self, *arguments):
+        """A run whose output goes to a pipe that nobody reads from any more."""
+        reading, writing = os.pipe()
+        os.close(reading)
+        process = subprocess.run(
+            [os.path.abspath(PTICK), *arguments],
+            cwd=self.folder,
+            env=clean_environment(MAVRO_RUNTIME_DIR=os.path.join(self.folder, "none")),
+            stdin=subprocess.DEVNULL,
+            stdout=writing,
+            stderr=subprocess.PIPE,
+            timeout=60,
+            check=False,
+        )
+        os.close(writing)
+        return process.stderr, process.returncode
+
+    def test_a_good_run_that_nobody_reads_ends_quietly(self):
+        for arguments in (("run",), ("-a", "run"), ("-A", "run"), ("5", "STOP"), ("5-7",)):
+            with self.subTest(arguments=arguments):
+                self.assertEqual((b"", 0), self.run_unread(*arguments))
+
+    def test_a_failing_run_that_nobody_reads_keeps_its_message_and_status(self):
+        self.write("bad", "PROFILE:ticks\t1\nPROFILE:bogus\t1\n")
+        self.write("unclocked", "PROFILE:perform\tcmd\tLIST\n")
+        no_hertz = b"Error! No 'hertz' is available in the profile output\n"
+        for arguments, err, status in (
+            (("-j", "OFF", "5"), b"", 2),  # its message goes where nobody reads
+            (("-Av", "unclocked"), no_hertz, 2),
+            (("-pv", "unclocked"), no_hertz, 2),
+            (("-j", "MAYBE", "5"), b"Invalid 'type' specified, should be ON or OFF\n", 2),
+            (("bad",), b"Invalid format in profile file at line 2\n\tbogus\t1\n", 2),
+        ):
+            with self.subTest(arguments=arguments):
+                self.assertEqual((err, status), self.run_unread(*arguments))
+
     def test_a_profile_may_come_from_a_process_substitution(self):
         direct = self.shell('"$PTICK" run')
         substituted = self.shell('"$PTICK" <(cat run)')

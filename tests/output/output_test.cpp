@@ -226,8 +226,6 @@ TEST(Output, StopsWhenItCannotWrite) {
       {ENOSPC, 1, "ptick: cannot write: No space left on device\n"},
       {EIO, 1, "ptick: cannot write: Input/output error\n"},
       {EBADF, 1, "ptick: cannot write: Bad file descriptor\n"},
-      // A reader that has closed the pipe wants no more, and that is all.
-      {EPIPE, 0, ""},
   };
   const std::vector<std::function<void(Output&)>> writers = {
       [](Output& output) { output.Finish(); },
@@ -248,6 +246,33 @@ TEST(Output, StopsWhenItCannotWrite) {
       EXPECT_EQ(StopOf([&] { output.Close(); }), std::nullopt);
       EXPECT_EQ(platform.on_terminal, row.want_terminal);
     }
+  }
+}
+
+// A reader that has closed the pipe wants no more: printing on is pointless, and ends the run
+// quietly. What the run came to, and its messages, are not touched by it.
+TEST(Output, IsStoppedByAClosedPipeOnlyWhenMoreIsPrinted) {
+  struct Row {
+    std::function<void(Output&)> print;
+    std::optional<int> want_stopped;
+    std::string_view want_terminal;
+  };
+  const std::vector<Row> rows = {
+      {[](Output& output) { output.Finish(); }, std::nullopt, ""},
+      {[](Output& output) { output.Close(); }, std::nullopt, ""},
+      {[](Output& output) { output.PrintTerminal("said"); }, std::nullopt, "said\n"},
+      {[](Output& output) { output.PrintMessage(201, "x"); }, std::nullopt,
+       "ptick: [201] cannot open file 'x'\n"},
+      {[](Output& output) { output.PrintLine(std::string(300000, 'x')); }, 0, ""},
+  };
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    MemoryPlatform platform;
+    platform.output_error = EPIPE;
+    Output output(platform, "ptick");
+    output.PrintLine("a line");
+    EXPECT_EQ(StopOf([&] { rows[i].print(output); }), rows[i].want_stopped) << i;
+    EXPECT_EQ(StopOf([&] { output.Close(); }), std::nullopt) << i;
+    EXPECT_EQ(platform.on_terminal, rows[i].want_terminal) << i;
   }
 }
 

@@ -207,6 +207,15 @@ TEST_F(DriverTest, EndsWhenItCannotWrite) {
   EXPECT_EQ(platform_.on_terminal, "ptick: cannot write: No space left on device\n");
 }
 
+// Nobody reads the message of the first; that of the second goes elsewhere.
+TEST_F(DriverTest, KeepsMessageAndStatusOfAFailingRunThatNobodyReads) {
+  platform_.output_error = EPIPE;
+  EXPECT_EQ(Run({"-j", "ON", "9"}), 111);
+  EXPECT_EQ(platform_.on_terminal, "");
+  EXPECT_EQ(Run({"-Av", "run1"}), 2);
+  EXPECT_EQ(platform_.on_terminal, "Error! No 'hertz' is available in the profile output\n");
+}
+
 // A failure to write counts more than the status that the run would have ended with.
 TEST_F(DriverTest, EndsWithTheStatusOfAFailureToWrite) {
   platform_.output_error = ENOSPC;
