@@ -13,6 +13,7 @@
 #include "fuzz/require.h"
 #include "output/output.h"
 #include "output/stop.h"
+#include "output/terminal_text.h"
 #include "reports/report_heading.h"
 #include "support/memory_platform.h"
 
@@ -43,8 +44,7 @@ struct Outcome {
 };
 
 std::string Shown(std::string text) {
-  std::ranges::replace_if(
-      text, [](char c) { return (c >= 0 && c < 32) || c == 127; }, '?');
+  ptick::MakeHarmless(text);
   return text;
 }
 

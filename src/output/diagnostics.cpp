@@ -2,7 +2,7 @@
 
 #include <system_error>
 
-#include "output/control_bytes.h"
+#include "output/terminal_text.h"
 
 namespace ptick {
 
@@ -11,7 +11,7 @@ bool Diagnostics::PrintLine(std::string_view line) {
   shown.reserve(line.size() + 1);  // a malformed line may be as long as a file
   shown += line;
   if (console_.IsTerminal(Stream::kDiagnostics)) {
-    ShowControlBytes(shown);
+    MakeHarmless(shown);
   }
   shown += '\n';
   const int error = console_.Write(Stream::kDiagnostics, shown);

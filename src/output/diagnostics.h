@@ -7,7 +7,7 @@
 
 namespace ptick {
 
-/// What goes to standard error, a line at a time. On a terminal control bytes are shown as '?'.
+/// What goes to standard error, a line at a time; on a terminal, made harmless (terminal_text.h).
 class Diagnostics {
  public:
   /// `program` is the name that messages begin with.

@@ -1,10 +1,9 @@
 #include "output/output.h"
 
 #include <algorithm>
-#include <span>
 #include <utility>
 
-#include "output/control_bytes.h"
+#include "output/terminal_text.h"
 
 namespace ptick {
 
@@ -43,12 +42,12 @@ char* Output::BeginLine(std::size_t most) {
 }
 
 void Output::EndTerminalLine(char* end) {
-  const std::span<char> line(terminal_line_.data(), end);
-  ShowControlBytes(line);
+  const std::size_t size = MakeHarmless({terminal_line_.data(), end});
+  const std::string_view line(terminal_line_.data(), size);
   if (pages_) {
-    pages_->PrintLine({line.data(), line.size()});
+    pages_->PrintLine(line);
   } else {
-    buffer_.Append({line.data(), line.size()});
+    buffer_.Append(line);
     buffer_.Append("\n");
   }
 }

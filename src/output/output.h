@@ -17,7 +17,8 @@ namespace ptick {
 /// Prints report lines on standard output and diagnostics on standard error, in the order given.
 ///
 /// Elsewhere than on a terminal, output is one page without end: the heading once, before the first
-/// line, every byte as it is. On a terminal it comes in pages, and control bytes are shown as '?'.
+/// line, every byte as it is. On a terminal it comes in pages and is made harmless
+/// (terminal_text.h).
 ///
 /// Any call may end the run by throwing Stop, as OutputBuffer and Pages say.
 class Output {

@@ -4,8 +4,8 @@
 #include <optional>
 #include <utility>
 
-#include "output/control_bytes.h"
 #include "output/stop.h"
+#include "output/terminal_text.h"
 
 namespace ptick {
 
@@ -43,7 +43,7 @@ void Pages::PrintLine(std::string_view line) {
 void Pages::StartPage() {
   ++page_;
   std::string text = HeadingText(heading_, page_);
-  ShowControlBytes(text);
+  MakeHarmless(text);
   buffer_.Append(text);
   lines_on_page_ = LinesOf(text);
 }

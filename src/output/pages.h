@@ -17,7 +17,7 @@ class Pages {
  public:
   Pages(Console& console, OutputBuffer& buffer, PageHeading heading);
 
-  /// Prints a line on this page or the next. The line holds no byte that drives the terminal.
+  /// Prints a line on this page or the next. The line is harmless (terminal_text.h).
   void PrintLine(std::string_view line);
 
   /// Prints the heading when no line has been.

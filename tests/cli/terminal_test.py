@@ -141,7 +141,7 @@ class TerminalTest(ProgramTest):
         self.write("bad", b"PROFILE:\x1b[2J\t1\n")
         terminal = self.start(24, 80, "bad")
         self.assertEqual(2, terminal.end())
-        self.assertIn(b"at line 1\n??[2J?1\n", terminal.output)
+        self.assertIn(b"at line 1\n\t?[2J\t1\n", terminal.output)
 
 
 if __name__ == "__main__":

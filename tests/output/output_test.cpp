@@ -187,13 +187,14 @@ TEST(Output, PrintsNumberedMessages) {
   }
 }
 
-TEST(Output, ShowsControlBytesOnATerminalAsQuestionMarks) {
-  std::string all;
-  std::string shown;
+TEST(Output, IsHarmlessOnATerminalAndAsItIsElsewhere) {
+  std::string all = "\u202E\u009B\u4E2D";
+  std::string shown = "??\u4E2D";
   for (int byte = 0; byte < 256; ++byte) {
     all += static_cast<char>(byte);
-    const bool control = (byte < 32 && byte != '\n') || byte == 127;
-    shown += control ? '?' : static_cast<char>(byte);
+    const bool control = (byte < 32 && byte != '\n' && byte != '\t') || byte == 127;
+    const bool high_control = byte >= 0x80 && byte <= 0x9F;
+    shown += control || high_control ? '?' : static_cast<char>(byte);
   }
   for (const bool output_is : {false, true}) {
     for (const bool terminal_is : {false, true}) {
