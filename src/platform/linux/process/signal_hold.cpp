@@ -4,19 +4,25 @@
 #include <sys/signalfd.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 
 namespace ptick {
 
 namespace {
 
-constexpr std::array kHeldSignals = {SIGHUP,  SIGINT,  SIGQUIT, SIGTERM, SIGALRM,
-                                     SIGUSR1, SIGUSR2, SIGTSTP, SIGCONT, SIGCHLD};
+// What cannot be held, what stops a process that uses a terminal from the background, and what does
+// nothing. All others end or stop a process, or tell it of a child.
+constexpr std::array kOtherSignals = {SIGKILL, SIGSTOP, SIGTTIN, SIGTTOU, SIGWINCH, SIGURG};
 
 // A blocked signal is queued even when it is ignored, so an ignored one must not be held back.
 bool IsIgnored(int signal) {
   struct sigaction action = {};
   return ::sigaction(signal, nullptr, &action) != 0 || action.sa_handler == SIG_IGN;
+}
+
+bool IsOther(int signal) {
+  return std::ranges::find(kOtherSignals, signal) != kOtherSignals.end();
 }
 
 }  // namespace
@@ -25,8 +31,8 @@ SignalHold::SignalHold() {
   ::pthread_sigmask(SIG_BLOCK, nullptr, &mask_before_);
   sigset_t held = {};
   ::sigemptyset(&held);
-  for (const int signal : kHeldSignals) {
-    if (::sigismember(&mask_before_, signal) == 0 && !IsIgnored(signal)) {
+  for (int signal = 1; signal <= SIGRTMAX; ++signal) {
+    if (::sigismember(&mask_before_, signal) == 0 && !IsIgnored(signal) && !IsOther(signal)) {
       ::sigaddset(&held, signal);
     }
   }
