@@ -28,7 +28,7 @@ def lead_session(terminal, events, keyboard, arguments, folder, environment):
         os.dup2(terminal, 1)
         os.dup2(terminal, 2)
         os.chdir(folder)
-        os.execve(arguments[0], arguments, clean_environment(COLUMNS=None, **environment))
+        os.execve(arguments[0], arguments, clean_environment(**{"COLUMNS": None, **environment}))
     os.write(events, b"%d\n" % job)
     while True:
         _, status = os.waitpid(job, os.WUNTRACED)
@@ -43,19 +43,25 @@ def lead_session(terminal, events, keyboard, arguments, folder, environment):
 class Terminal:
     """A program whose standard streams are a terminal of the given size."""
 
+    bare = True  # bytes come through as the program writes them
+
     def __init__(self, arguments, folder, rows, columns, keyboard=True, **environment):
         self.output = b""
-        self.master, slave = pty.openpty()
-        fcntl.ioctl(slave, termios.TIOCSWINSZ, struct.pack("HHHH", rows, columns, 0, 0))
-        attributes = termios.tcgetattr(slave)
-        attributes[1] &= ~termios.OPOST  # bytes come through as the program writes them
-        termios.tcsetattr(slave, termios.TCSANOW, attributes)
-        self.slave = slave
+        self.master, self.slave = pty.openpty()
+        self.set_size(rows, columns)
+        if self.bare:
+            attributes = self.attributes()
+            attributes[1] &= ~termios.OPOST
+            termios.tcsetattr(self.slave, termios.TCSANOW, attributes)
         self.before = self.attributes()
         self.events, events = os.pipe()
         self.session = os.fork()
         if self.session == 0:
-            lead_session(slave, events, keyboard, arguments, folder, environment)
+            try:
+                os.close(self.master)  # the terminal hangs up when this test ends
+                lead_session(self.slave, events, keyboard, arguments, folder, environment)
+            finally:
+                os._exit(127)  # whatever fails here, this is no second run of the tests
         os.close(events)
         self.pid = int(self.event())
 
@@ -69,6 +75,13 @@ class Terminal:
                 raise AssertionError(f"nothing happened; output so far {self.output!r}")
             text += os.read(self.events, 1)
         return text.decode().strip()
+
+    def set_size(self, rows, columns):
+        fcntl.ioctl(self.slave, termios.TIOCSWINSZ, struct.pack("HHHH", rows, columns, 0, 0))
+
+    def received(self, data):
+        """Takes what the program has written."""
+        self.output += data
 
     def attributes(self):
         return termios.tcgetattr(self.slave)
@@ -88,6 +101,11 @@ class Terminal:
     def press(self, keys):
         os.write(self.master, keys)
 
+    def abandon(self):
+        """Ends a program that did not do as it should."""
+        os.kill(self.pid, signal.SIGKILL)
+        self.end()
+
     def interrupt(self, number):
         os.kill(self.pid, number)
 
@@ -97,7 +115,7 @@ class Terminal:
         while True:
             readable, _, _ = select.select([self.master, self.events], [], [], 0 if ended else 20)
             if self.master in readable:
-                self.output += os.read(self.master, 65536)
+                self.received(os.read(self.master, 65536))
             elif self.events in readable:
                 status = int(self.event().removeprefix("ended "))
                 ended = True
@@ -106,6 +124,7 @@ class Terminal:
                 self.events = self.master
             else:
                 break
+        self.after = self.attributes()
         os.close(self.master)
         os.close(self.slave)
         if not ended:
@@ -117,4 +136,4 @@ class Terminal:
         if not readable:
             os.kill(self.pid, signal.SIGKILL)
             raise AssertionError(f"no {what} in {self.output!r}")
-        self.output += os.read(self.master, 65536)
+        self.received(os.read(self.master, 65536))
