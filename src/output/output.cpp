@@ -12,11 +12,15 @@ Output::Output(Console& console, std::string_view program)
       diagnostics_(console, program),
       buffer_(console, diagnostics_),
       on_terminal_(console.IsTerminal(Stream::kOutput)),
-      begin_line_needed_(on_terminal_) {}
+      begin_line_needed_(on_terminal_) {
+  if (on_terminal_) {
+    pages_.emplace(console_, buffer_);
+  }
+}
 
 void Output::SetHeading(PageHeading heading) {
   if (on_terminal_) {
-    pages_.emplace(console_, buffer_, std::move(heading));
+    pages_->SetHeading(std::move(heading));
   } else {
     heading_ = std::move(heading);
     begin_line_needed_ = true;
@@ -43,25 +47,24 @@ char* Output::BeginLine(std::size_t most) {
 
 void Output::EndTerminalLine(char* end) {
   const std::size_t size = MakeHarmless({terminal_line_.data(), end});
-  const std::string_view line(terminal_line_.data(), size);
-  if (pages_) {
-    pages_->PrintLine(line);
-  } else {
-    buffer_.Append(line);
-    buffer_.Append("\n");
-  }
+  pages_->PrintLine({terminal_line_.data(), size});
 }
 
 void Output::PrintHeading() {
   if (heading_) {
     buffer_.Append(HeadingText(*heading_, 1));
+    buffer_.Append("\n");
     heading_.reset();
   }
 }
 
 bool Output::PrintTerminal(std::string_view line) {
   buffer_.Flush();
-  return diagnostics_.PrintLine(line);
+  const bool written = diagnostics_.PrintLine(line);
+  if (pages_ && console_.IsTerminal(Stream::kDiagnostics)) {
+    pages_->CountLine(line);
+  }
+  return written;
 }
 
 void Output::PrintMessage(int number, std::string_view name) {
@@ -77,11 +80,6 @@ void Output::Finish() {
   Close();
 }
 
-void Output::Close() {
-  if (pages_) {
-    pages_->Close();
-  }
-  buffer_.Flush();
-}
+void Output::Close() { buffer_.Flush(); }
 
 }  // namespace ptick

@@ -97,13 +97,10 @@ std::size_t MakeHarmless(std::span<char> text) {
 
 void MakeHarmless(std::string& text) { text.resize(MakeHarmless(std::span<char>(text))); }
 
-std::int64_t CountRows(std::string_view text, std::int64_t columns) {
-  if (text.ends_with('\n')) {
-    text.remove_suffix(1);
-  }
+std::int64_t CountRows(std::string_view line, std::int64_t columns) {
   Pen pen(columns);
-  for (std::size_t at = 0; at < text.size();) {
-    const DecodedCharacter character = DecodeCharacter(text.substr(at));
+  for (std::size_t at = 0; at < line.size();) {
+    const DecodedCharacter character = DecodeCharacter(line.substr(at));
     at += character.size;
     if (character.code == U'\n') {
       pen.EndLine();

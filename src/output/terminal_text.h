@@ -18,8 +18,8 @@ namespace ptick {
 std::size_t MakeHarmless(std::span<char> text);
 void MakeHarmless(std::string& text);
 
-/// How many rows a harmless text takes on a terminal of `columns`, at least 1, each at least one
-/// column wide. A line end at the end of the text begins no row.
-std::int64_t CountRows(std::string_view text, std::int64_t columns);
+/// How many rows a line of harmless text takes on a terminal of that many columns (at least 1). It
+/// takes at least one; a line end inside it begins another.
+std::int64_t CountRows(std::string_view line, std::int64_t columns);
 
 }  // namespace ptick

@@ -12,6 +12,12 @@ enum class Stream {
   kDiagnostics,  ///< standard error, descriptor 2: messages and usage
 };
 
+/// The size of a terminal in cells, at least 1 each.
+struct TerminalSize {
+  std::int64_t rows = 24;
+  std::int64_t columns = 80;
+};
+
 /// What a program prints on and is answered from: standard output, standard error and the keyboard.
 class Console {
  public:
@@ -26,11 +32,13 @@ class Console {
   virtual bool IsTerminal(Stream stream) = 0;
   /// Whether keys can be asked for: standard input is a terminal.
   virtual bool HasKeyboard() = 0;
-  /// The number of lines of the terminal on standard output, at least 1.
-  virtual std::int64_t PageLength() = 0;
-  /// Waits for a key press and returns its byte, unechoed; nothing when there is no more input. The
-  /// terminal is left as it was found, also when a signal ends the wait.
-  virtual std::optional<char> ReadKey() = 0;
+  /// The size of the terminal on standard output as it is now.
+  virtual TerminalSize Size() = 0;
+  /// Shows `prompt` at the place of the cursor, the start of a row of that terminal, and waits for
+  /// one of `keys`; other keys do nothing. Returns the key; nothing when there is no more input.
+  /// The prompt is gone and the terminal as it was found when this returns, and when a signal ends
+  /// the wait or interrupts it.
+  virtual std::optional<char> AskForKey(std::string_view prompt, std::string_view keys) = 0;
 };
 
 }  // namespace ptick

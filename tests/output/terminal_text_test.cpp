@@ -79,15 +79,14 @@ TEST(RowCount, IsThatOfATerminal) {
   };
   const std::vector<Row> rows = {
       {"", 80, 1},
-      {"\n", 80, 1},
-      {"\n\n", 80, 2},
+      {"\n", 80, 2},
+      {"\n\n", 80, 3},
       {"a\nb", 80, 2},
-      {"a\nb\n", 80, 2},
-      {"a\n\nb\n", 80, 3},
+      {"a\nb\n", 80, 3},
+      {"a\n\nb", 80, 3},
       {std::string(79, 'x'), 80, 1},
       // A full row is left only when there is more to write.
       {std::string(80, 'x'), 80, 1},
-      {std::string(80, 'x') + "\n", 80, 1},
       {std::string(80, 'x') + "\nb", 80, 2},
       {std::string(80, 'x') + "\u0301", 80, 1},
       {std::string(81, 'x'), 80, 2},

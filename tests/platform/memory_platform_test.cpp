@@ -69,11 +69,16 @@ TEST(MemoryPlatformTest, RefusesBytesWithTheErrorSet) {
 
 TEST(MemoryPlatformTest, GivesTheKeysThenTheEndOfInput) {
   MemoryPlatform platform;
-  platform.keys = {'c', 'q'};
-  EXPECT_EQ(platform.ReadKey(), 'c');
-  EXPECT_EQ(platform.ReadKey(), 'q');
-  EXPECT_EQ(platform.ReadKey(), std::nullopt);
-  EXPECT_EQ(platform.keys_asked_for, 3);
+  platform.keys = {'x', 'c', 'y', 'q', 'z'};
+  platform.later_sizes = {{5, 20}};
+  EXPECT_EQ(platform.Size().rows, 24);
+  EXPECT_EQ(platform.AskForKey("first", "qc"), 'c');
+  EXPECT_EQ(platform.Size().columns, 20);
+  platform.Write(Stream::kOutput, "text");
+  EXPECT_EQ(platform.AskForKey("second", "qc"), 'q');
+  EXPECT_EQ(platform.AskForKey("third", "qc"), std::nullopt);
+  EXPECT_EQ(platform.prompts, (std::vector<std::pair<std::string, std::size_t>>{
+                                  {"first", 0}, {"second", 4}, {"third", 4}}));
 }
 
 TEST(MemoryPlatformTest, AnswersCommandsWithTheirFirstLine) {

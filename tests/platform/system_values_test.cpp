@@ -35,6 +35,9 @@ int RunOnTerminal(unsigned short rows, unsigned short columns, const std::functi
   });
 }
 
+int TerminalRows() { return static_cast<int>(ReadTerminalSize().rows); }
+int TerminalColumns() { return static_cast<int>(ReadTerminalSize().columns); }
+
 TEST(SystemValuesTest, PageWidthIsColumnsWhereThatIsAWholeNumberInRange) {
   struct Row {
     std::string columns;
@@ -71,13 +74,15 @@ TEST(SystemValuesTest, PageWidthIsColumnsWhereThatIsAWholeNumberInRange) {
 TEST(SystemValuesTest, PageSizeIsTheTerminalsOnStandardOutput) {
   const EnvironmentValue columns("COLUMNS", std::nullopt);
   EXPECT_EQ(RunOnTerminal(30, 99, [] { return static_cast<int>(ReadPageWidth()); }), 99);
-  EXPECT_EQ(RunOnTerminal(30, 99, [] { return static_cast<int>(ReadPageLength()); }), 30);
+  EXPECT_EQ(RunOnTerminal(30, 99, TerminalRows), 30);
+  EXPECT_EQ(RunOnTerminal(30, 99, TerminalColumns), 99);
 }
 
 TEST(SystemValuesTest, PageSizeIsTheUsualOneWhereNothingTellsIt) {
   const EnvironmentValue columns("COLUMNS", std::nullopt);
   EXPECT_EQ(RunOnTerminal(0, 0, [] { return static_cast<int>(ReadPageWidth()); }), 80);
-  EXPECT_EQ(RunOnTerminal(0, 0, [] { return static_cast<int>(ReadPageLength()); }), 24);
+  EXPECT_EQ(RunOnTerminal(0, 0, TerminalRows), 24);
+  EXPECT_EQ(RunOnTerminal(0, 0, TerminalColumns), 80);
   const auto without_output = [](auto read) {
     return RunForked([read]() -> int {
       ::close(STDOUT_FILENO);
@@ -85,7 +90,15 @@ TEST(SystemValuesTest, PageSizeIsTheUsualOneWhereNothingTellsIt) {
     });
   };
   EXPECT_EQ(without_output(ReadPageWidth), 80);
-  EXPECT_EQ(without_output(ReadPageLength), 24);
+  EXPECT_EQ(without_output(TerminalRows), 24);
+  EXPECT_EQ(without_output(TerminalColumns), 80);
+}
+
+// COLUMNS sets the width of the page; the terminal knows better how wide it is.
+TEST(SystemValuesTest, TheTerminalIsAsWideAsItSays) {
+  const EnvironmentValue columns("COLUMNS", "132");
+  EXPECT_EQ(RunOnTerminal(30, 99, TerminalColumns), 99);
+  EXPECT_EQ(RunOnTerminal(0, 0, TerminalColumns), 132);
 }
 
 TEST(SystemValuesTest, OwnPortIsDigitsAsTheyAreWritten) {

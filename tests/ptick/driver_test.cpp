@@ -241,7 +241,7 @@ TEST_F(DriverTest, EndsWithAMessageWhenMemoryRunsOut) {
 
 TEST_F(DriverTest, EndsNormallyWhereTheReaderQuits) {
   platform_.output_is_terminal = platform_.keyboard = true;
-  platform_.length = 3;
+  platform_.size.rows = 4;
   platform_.files["."]["run1"].text = Records({"ticks|4", "trace|A|1|3", "trace|A|2|2"});
   platform_.keys = {'q'};
   EXPECT_EQ(Run({"run1"}), 0);

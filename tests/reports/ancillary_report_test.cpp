@@ -206,7 +206,7 @@ TEST_F(AncillaryReportTest, PrintsCountsAsTheyStand) {
 
 TEST_F(AncillaryReportTest, SetsNoHeading) {
   platform_.output_is_terminal = true;
-  platform_.length = 5;
+  platform_.size.rows = 5;
   EXPECT_EQ(Report(), kIndexNone + kTriggerNone + kEmptyTail);
 }
 

@@ -217,7 +217,7 @@ TEST_F(LineReportTest, GivesTheSourceTheRestOfThePage) {
 
 TEST_F(LineReportTest, BeginsEveryPageWithItsHeading) {
   platform_.output_is_terminal = true;
-  platform_.length = 4;
+  platform_.size.rows = 4;
   const std::string report =
       Report(Records({"ticks|10", "trace|A|1|3", "trace|A|2|2", "trace|A|3|1"}));
   EXPECT_NE(report.find(" Page 1\n"), std::string::npos);

@@ -19,14 +19,21 @@ bool MemoryConsole::IsTerminal(Stream stream) {
   return stream == Stream::kOutput ? output_is_terminal : diagnostics_are_on_terminal;
 }
 
-std::optional<char> MemoryConsole::ReadKey() {
-  ++keys_asked_for;
-  if (keys.empty()) {
-    return std::nullopt;
+std::optional<char> MemoryConsole::AskForKey(std::string_view prompt,
+                                             std::string_view keys_wanted) {
+  prompts.emplace_back(prompt, printed.size());
+  if (!later_sizes.empty()) {
+    size = later_sizes.front();
+    later_sizes.pop_front();
   }
-  const char key = keys.front();
-  keys.pop_front();
-  return key;
+  while (!keys.empty()) {
+    const char key = keys.front();
+    keys.pop_front();
+    if (keys_wanted.find(key) != std::string_view::npos) {
+      return key;
+    }
+  }
+  return std::nullopt;
 }
 
 }  // namespace ptick

@@ -37,8 +37,15 @@ pid_t TerminalSession::StartProgram(const std::function<int()>& body) {
     ::tcsetpgrp(terminal_.Get(), ::getpid());
     ::signal(SIGTTOU, SIG_DFL);
     ::dup2(terminal_.Get(), STDIN_FILENO);
+    ::dup2(terminal_.Get(), STDOUT_FILENO);
     return body();
   });
+}
+
+void TerminalSession::HoldOutput(bool hold) const {
+  if (::tcflow(terminal_.Get(), hold ? TCOOFF : TCOON) != 0) {
+    throw std::runtime_error("terminal output cannot be held");
+  }
 }
 
 void TerminalSession::Type(std::string_view keys) const {

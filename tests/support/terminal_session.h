@@ -22,9 +22,11 @@ class TerminalSession {
   ~TerminalSession() = default;
 
   /// Starts `body` as the shell starts a program in the foreground: in a group of its own, the
-  /// terminal its standard input.
+  /// terminal its standard input and output.
   pid_t StartProgram(const std::function<int()>& body);
 
+  /// Lets no output through, or lets it through again, as Ctrl-S and Ctrl-Q do.
+  void HoldOutput(bool hold) const;
   /// Presses keys.
   void Type(std::string_view keys) const;
   /// Takes the terminal's other end away, as a closed window does.

@@ -2,8 +2,8 @@
 
 #include <unistd.h>
 
+#include "platform/linux/key_prompt.h"
 #include "platform/linux/system_values.h"
-#include "platform/linux/terminal.h"
 #include "platform/linux/write_all.h"
 
 namespace ptick {
@@ -24,8 +24,10 @@ bool LinuxConsole::IsTerminal(Stream stream) { return ::isatty(DescriptorOf(stre
 
 bool LinuxConsole::HasKeyboard() { return ::isatty(STDIN_FILENO) == 1; }
 
-std::int64_t LinuxConsole::PageLength() { return ReadPageLength(); }
+TerminalSize LinuxConsole::Size() { return ReadTerminalSize(); }
 
-std::optional<char> LinuxConsole::ReadKey() { return WaitForKey(); }
+std::optional<char> LinuxConsole::AskForKey(std::string_view prompt, std::string_view keys) {
+  return ptick::AskForKey(prompt, keys);
+}
 
 }  // namespace ptick

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <string_view>
 
@@ -14,8 +13,8 @@ class LinuxConsole : public virtual Console {
   int Write(Stream stream, std::string_view bytes) override;
   bool IsTerminal(Stream stream) override;
   bool HasKeyboard() override;
-  std::int64_t PageLength() override;
-  std::optional<char> ReadKey() override;
+  TerminalSize Size() override;
+  std::optional<char> AskForKey(std::string_view prompt, std::string_view keys) override;
 };
 
 }  // namespace ptick

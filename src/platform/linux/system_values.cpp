@@ -14,8 +14,7 @@ namespace ptick {
 namespace {
 
 constexpr std::int64_t kWidestPage = 32767;
-constexpr std::int64_t kUsualPageWidth = 80;
-constexpr std::int64_t kUsualPageLength = 24;
+constexpr TerminalSize kUsualSize;
 
 // The value of an environment variable; an unset one reads like an empty one.
 std::string_view Environment(const char* name) {
@@ -62,12 +61,13 @@ std::int64_t ReadPageWidth() {
     return *columns;
   }
   const winsize window = OutputWindow();
-  return window.ws_col > 0 ? window.ws_col : kUsualPageWidth;
+  return window.ws_col > 0 ? window.ws_col : kUsualSize.columns;
 }
 
-std::int64_t ReadPageLength() {
+TerminalSize ReadTerminalSize() {
   const winsize window = OutputWindow();
-  return window.ws_row > 0 ? window.ws_row : kUsualPageLength;
+  return {.rows = window.ws_row > 0 ? window.ws_row : kUsualSize.rows,
+          .columns = window.ws_col > 0 ? window.ws_col : ReadPageWidth()};
 }
 
 std::string ReadAccountName() {

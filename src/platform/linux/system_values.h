@@ -4,6 +4,8 @@
 #include <optional>
 #include <string>
 
+#include "platform/console.h"
+
 namespace ptick {
 
 /// What the environment, the terminal on standard output and the system tell about this process.
@@ -12,8 +14,9 @@ namespace ptick {
 /// terminal on standard output, else 80.
 std::int64_t ReadPageWidth();
 
-/// The number of lines of the terminal on standard output, else 24.
-std::int64_t ReadPageLength();
+/// The size of the terminal on standard output. Where that does not tell, it has 24 rows, and as
+/// many columns as a page is wide.
+TerminalSize ReadTerminalSize();
 
 /// MAVRO_ACCOUNT when set and not empty, else the user name.
 std::string ReadAccountName();

@@ -54,7 +54,7 @@ TEST(ProcessStartTest, AClosedInputHasEnded) {
               ::close(STDIN_FILENO);
               LinuxPlatform platform(0, nullptr);
               EXPECT_FALSE(platform.HasKeyboard());
-              EXPECT_EQ(platform.ReadKey(), std::nullopt);
+              EXPECT_EQ(platform.AskForKey("", "q"), std::nullopt);
             }),
             0);
 }

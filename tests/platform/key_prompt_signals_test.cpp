@@ -1,4 +1,3 @@
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -6,38 +5,24 @@
 
 #include <array>
 #include <csignal>
-#include <functional>
 #include <string>
 #include <vector>
 
-#include "platform/linux/linux_platform.h"
-#include "platform/linux/terminal.h"
 #include "support/forked.h"
+#include "support/key_scene.h"
 #include "support/terminal_session.h"
 
 namespace ptick {
 namespace {
 
 using testing::AwaitEnd;
-using testing::CheckForked;
 using testing::Describe;
+using testing::EndWithKey;
+using testing::kAsked;
+using testing::kCleared;
+using testing::kPrompt;
+using testing::PlayOnTerminal;
 using testing::TerminalSession;
-
-constexpr int kNoKey = 77;
-
-// What a program under test does: waits for a key and ends with it as its status.
-int EndWithKey() {
-  const std::optional<char> key = WaitForKey();
-  return key ? static_cast<unsigned char>(*key) : kNoKey;
-}
-
-// Runs `scene` on a terminal of its own; true when its expectations hold.
-bool PlayOnTerminal(const std::function<void(TerminalSession&)>& scene) {
-  return CheckForked([&scene] {
-           TerminalSession session;
-           scene(session);
-         }) == 0;
-}
 
 // Waits until the program is stopped by a signal, and tells which; 0 when it ended instead.
 int AwaitStop(pid_t program) {
@@ -46,57 +31,16 @@ int AwaitStop(pid_t program) {
   return WIFSTOPPED(status) ? WSTOPSIG(status) : 0;
 }
 
-TEST(KeyWaitTest, AKeyComesWithoutReturnAndIsNotShown) {
-  for (const std::string key : {"q", " ", "\n", "\x04", "\xe9"}) {
-    EXPECT_TRUE(PlayOnTerminal([&key](TerminalSession& session) {
-      const std::string before = Describe(session.Settings());
-      const pid_t program = session.StartProgram(EndWithKey);
-      session.AwaitKeyWait();
-      session.Type(key);
-      EXPECT_EQ(AwaitEnd(program), static_cast<unsigned char>(key[0]));
-      EXPECT_EQ(session.Shown(), "");
-      EXPECT_EQ(Describe(session.Settings()), before);
-    })) << key;
-  }
-}
-
-TEST(KeyWaitTest, ThePlatformAsksTheTerminalItHas) {
-  EXPECT_TRUE(PlayOnTerminal([](TerminalSession& session) {
-    const pid_t program = session.StartProgram([] {
-      LinuxPlatform platform(0, nullptr);
-      return platform.HasKeyboard() ? platform.ReadKey().value_or('?') : 0;
-    });
-    session.AwaitKeyWait();
-    session.Type("k");
-    EXPECT_EQ(AwaitEnd(program), 'k');
-  }));
-}
-
-TEST(KeyWaitTest, KeysTypedAheadAreTakenOneByOne) {
-  EXPECT_TRUE(PlayOnTerminal([](TerminalSession& session) {
-    const std::string before = Describe(session.Settings());
-    session.Type("abc");
-    EXPECT_EQ(AwaitEnd(session.StartProgram([&session, &before] {
-                for (const char want : {'a', 'b', 'c'}) {
-                  EXPECT_EQ(WaitForKey(), want);
-                  EXPECT_EQ(Describe(session.Settings()), before);
-                }
-                return 0;
-              })),
-              0);
-  }));
-}
-
-TEST(KeyWaitTest, AnEndingSignalFindsTheTerminalRestored) {
+TEST(KeyPromptSignals, AnEndingSignalFindsTheTerminalRestored) {
   struct Row {
     int signal;
     std::string key;  // pressed to raise it; empty: the signal is sent
   };
   std::vector<Row> rows = {{SIGINT, "\x03"}, {SIGQUIT, "\x1c"}};
   for (const int signal :
-       {SIGHUP,  SIGINT,  SIGQUIT, SIGILL,    SIGTRAP,  SIGABRT, SIGBUS,    SIGFPE,  SIGUSR1,
-        SIGSEGV, SIGUSR2, SIGPIPE, SIGALRM,   SIGTERM,  SIGXCPU, SIGVTALRM, SIGPROF, SIGIO,
-        SIGPWR,  SIGSYS,  SIGXFSZ, SIGSTKFLT, SIGRTMIN, SIGRTMAX}) {
+       {SIGHUP,  SIGINT,  SIGQUIT, SIGILL,  SIGTRAP, SIGABRT,   SIGBUS,   SIGFPE,
+        SIGUSR1, SIGSEGV, SIGUSR2, SIGPIPE, SIGALRM, SIGTERM,   SIGXCPU,  SIGVTALRM,
+        SIGPROF, SIGIO,   SIGPWR,  SIGSYS,  SIGXFSZ, SIGSTKFLT, SIGRTMIN, SIGRTMAX}) {
     rows.push_back({signal, ""});
   }
   for (const Row& row : rows) {
@@ -117,11 +61,31 @@ TEST(KeyWaitTest, AnEndingSignalFindsTheTerminalRestored) {
       }
       EXPECT_EQ(AwaitEnd(program), 128 + row.signal);
       EXPECT_EQ(Describe(session.Settings()), before);
+      EXPECT_TRUE(session.Shown().ends_with(kCleared));
     })) << row.signal;
   }
 }
 
-TEST(KeyWaitTest, IgnoredAndHeldBackSignalsStayAsTheyAre) {
+// As with Ctrl-S. Nothing can be erased then, but nothing may be kept waiting either.
+TEST(KeyPromptSignals, OutputThatIsHeldUpDoesNotHoldUpASignal) {
+  for (const bool from_the_start : {true, false}) {
+    EXPECT_TRUE(PlayOnTerminal([from_the_start](TerminalSession& session) {
+      const std::string before = Describe(session.Settings());
+      if (from_the_start) {
+        session.HoldOutput(true);
+      }
+      const pid_t program = session.StartProgram(EndWithKey);
+      session.AwaitKeyWait();
+      session.HoldOutput(true);
+      ::kill(program, SIGTERM);
+      EXPECT_EQ(AwaitEnd(program), 128 + SIGTERM);
+      EXPECT_EQ(Describe(session.Settings()), before);
+      session.HoldOutput(false);
+    }));
+  }
+}
+
+TEST(KeyPromptSignals, IgnoredAndHeldBackSignalsStayAsTheyAre) {
   EXPECT_TRUE(PlayOnTerminal([](TerminalSession& session) {
     const pid_t program = session.StartProgram([] {
       ::signal(SIGINT, SIG_IGN);
@@ -144,7 +108,7 @@ TEST(KeyWaitTest, IgnoredAndHeldBackSignalsStayAsTheyAre) {
   }));
 }
 
-TEST(KeyWaitTest, AHandledSignalIsHandledAndTheWaitGoesOn) {
+TEST(KeyPromptSignals, AHandledSignalIsHandledAndTheWaitGoesOn) {
   EXPECT_TRUE(PlayOnTerminal([](TerminalSession& session) {
     std::array<int, 2> handled = {};
     ASSERT_EQ(::pipe(handled.data()), 0);
@@ -165,7 +129,7 @@ TEST(KeyWaitTest, AHandledSignalIsHandledAndTheWaitGoesOn) {
   }));
 }
 
-TEST(KeyWaitTest, TheTerminalIsRestoredWhileTheProcessIsStopped) {
+TEST(KeyPromptSignals, ThePromptIsGoneAndTheTerminalRestoredWhileTheProcessIsStopped) {
   EXPECT_TRUE(PlayOnTerminal([](TerminalSession& session) {
     const std::string before = Describe(session.Settings());
     const pid_t program = session.StartProgram(EndWithKey);
@@ -174,63 +138,36 @@ TEST(KeyWaitTest, TheTerminalIsRestoredWhileTheProcessIsStopped) {
       session.Type("\x1a");
       ASSERT_EQ(AwaitStop(program), SIGTSTP);
       EXPECT_EQ(Describe(session.Settings()), before);
+      const std::string shown = session.Shown();
+      EXPECT_TRUE(shown.ends_with(kCleared)) << shown;
       ::kill(program, SIGCONT);
     }
     session.AwaitKeyWait();
     session.Type("k");
     EXPECT_EQ(AwaitEnd(program), 'k');
     EXPECT_EQ(Describe(session.Settings()), before);
+    const std::string shown = session.Shown();
+    EXPECT_TRUE(shown.ends_with(std::string(kPrompt) + kCleared)) << shown;
   }));
 }
 
-TEST(KeyWaitTest, KeysComeAgainAfterAStopThatCouldNotBeSeen) {
+TEST(KeyPromptSignals, ThePromptComesAgainAfterAStopThatCouldNotBeSeen) {
   EXPECT_TRUE(PlayOnTerminal([](TerminalSession& session) {
     const termios before = session.Settings();
     const pid_t program = session.StartProgram(EndWithKey);
     session.AwaitKeyWait();
     ::kill(program, SIGSTOP);
     ASSERT_EQ(AwaitStop(program), SIGSTOP);
+    session.Shown();
     session.Set(before);  // as the shell does
     ::kill(program, SIGCONT);
     session.AwaitKeyWait();
     session.Type("k");
     EXPECT_EQ(AwaitEnd(program), 'k');
     EXPECT_EQ(Describe(session.Settings()), Describe(before));
+    const std::string shown = session.Shown();
+    EXPECT_TRUE(shown.ends_with(kAsked)) << shown;
   }));
-}
-
-TEST(KeyWaitTest, AHangUpEndsTheInput) {
-  EXPECT_TRUE(PlayOnTerminal([](TerminalSession& session) {
-    const pid_t program = session.StartProgram([] {
-      ::signal(SIGHUP, SIG_IGN);
-      return EndWithKey();
-    });
-    session.AwaitKeyWait();
-    session.HangUp();
-    EXPECT_EQ(AwaitEnd(program), kNoKey);
-  }));
-}
-
-// Makes a pipe that holds `bytes`, and no more to come, standard input.
-void TakeInputFromPipe(std::string_view bytes, int flags) {
-  std::array<int, 2> ends = {};
-  ASSERT_EQ(::pipe(ends.data()), 0);
-  ASSERT_EQ(::write(ends[1], bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
-  ::close(ends[1]);
-  ASSERT_EQ(::fcntl(ends[0], F_SETFL, flags), 0);
-  ASSERT_EQ(::dup2(ends[0], STDIN_FILENO), STDIN_FILENO);
-}
-
-TEST(KeyWaitTest, WhatIsNoTerminalGivesItsBytesThenTheEnd) {
-  for (const int flags : {0, O_NONBLOCK}) {
-    EXPECT_EQ(CheckForked([flags] {
-                TakeInputFromPipe("ab", flags);
-                EXPECT_EQ(WaitForKey(), 'a');
-                EXPECT_EQ(WaitForKey(), 'b');
-                EXPECT_EQ(WaitForKey(), std::nullopt);
-              }),
-              0);
-  }
 }
 
 }  // namespace
