@@ -59,7 +59,7 @@ TEST_F(PartFailureTest, TheStatusStaysWhereTheReaderLeaves) {
 
   platform_.output_error = 0;
   platform_.output_is_terminal = platform_.keyboard = true;
-  platform_.length = 3;
+  platform_.size.rows = 3;
   platform_.keys = {'q'};
   EXPECT_EQ(Run({"-ov", "run1"}), 1);
 }

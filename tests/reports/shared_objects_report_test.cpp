@@ -176,9 +176,9 @@ TEST_F(SharedObjectsReportTest, TellsOnceThatSizesAreMissing) {
     want += name + "\n";
   }
   int status = 0;
-  const Printed printed = Run([&](Output& output) {
-    ReportSharedObjects(tables_, options_, platform_, output);
-    status = output.EndStatus();
+  const Printed printed = Run([&](const ReportJob& job) {
+    ReportSharedObjects(job);
+    status = job.output.EndStatus();
   });
   EXPECT_EQ(printed.terminal, "ptick: cannot run size: Cannot allocate memory\n");
   EXPECT_EQ(printed.lines, want);

@@ -77,8 +77,7 @@ class ShownPrompt {
   void Write(std::string_view text, int milliseconds) const {
     std::array<pollfd, 2> sources = {{{.fd = STDOUT_FILENO, .events = POLLOUT, .revents = 0},
                                       {.fd = hold_.Descriptor(), .events = POLLIN, .revents = 0}}};
-    WaitReady(sources, milliseconds);
-    if (sources[0].revents != 0) {
+    if (!WaitReady(sources, milliseconds) || sources[0].revents != 0) {
       WriteAll(STDOUT_FILENO, text);
     }
   }
