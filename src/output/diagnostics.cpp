@@ -22,10 +22,4 @@ void Diagnostics::PrintMessage(std::string_view text) {
   PrintLine(std::string(program_).append(": ").append(text));
 }
 
-void Diagnostics::PrintMessage(int number, std::string_view name) {
-  std::string text = "[" + std::to_string(number) + "] ";
-  text += number == 201 ? "cannot open file '" : "cannot read record '";
-  PrintMessage(text.append(name).append("'"));
-}
-
 }  // namespace ptick

@@ -19,10 +19,6 @@ class Diagnostics {
   /// Prints the name of the program, ": " and the text.
   void PrintMessage(std::string_view text);
 
-  /// Prints a numbered platform message (201: cannot open a file; 202: cannot read a record) with
-  /// the name that failed.
-  void PrintMessage(int number, std::string_view name);
-
  private:
   Console& console_;
   std::string program_;

@@ -67,9 +67,9 @@ bool Output::PrintTerminal(std::string_view line) {
   return written;
 }
 
-void Output::PrintMessage(int number, std::string_view name) {
+void Output::PrintMessage(std::string_view text) {
   buffer_.Flush();
-  diagnostics_.PrintMessage(number, name);
+  diagnostics_.PrintMessage(text);
 }
 
 void Output::Finish() {

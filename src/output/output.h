@@ -50,9 +50,9 @@ class Output {
   /// written, unless its reader has gone.
   bool PrintTerminal(std::string_view line);
 
-  /// Prints a numbered platform message (201: cannot open a file; 202: cannot read a record) with
-  /// the name that failed, on standard error.
-  void PrintMessage(int number, std::string_view name);
+  /// Prints the name of the program, ": " and the text on standard error, after all that was
+  /// printed before.
+  void PrintMessage(std::string_view text);
 
   /// Something has failed and been told, and the run goes on: where it would end with status 0, it
   /// ends with 1.

@@ -7,6 +7,7 @@
 
 #include "output/stop.h"
 #include "profile/profile_loader.h"
+#include "ptick/read_messages.h"
 
 namespace ptick {
 
@@ -37,22 +38,6 @@ std::optional<ReadProblem> LoadMerged(const RunOptions& options, const ReadOptio
 }
 
 }  // namespace
-
-void PrintProblem(const ReadProblem& problem, Output& output) {
-  switch (problem.kind) {
-    case ReadProblem::Kind::kCannotOpenFile:
-      output.PrintMessage(201, problem.place.directory);
-      break;
-    case ReadProblem::Kind::kCannotReadRecord:
-      output.PrintMessage(202, problem.place.record);
-      break;
-    case ReadProblem::Kind::kInvalidLine:
-      output.PrintTerminal("Invalid format in profile file at line " +
-                           std::to_string(problem.line));
-      output.PrintTerminal("\t" + problem.text);
-      break;
-  }
-}
 
 void LoadProfileList(const RunOptions& options, Platform& platform, Output& output,
                      ProfileTables& tables) {

@@ -4,7 +4,6 @@
 #include "platform/platform.h"
 #include "profile/tables/profile_tables.h"
 #include "ptick/run_options.h"
-#include "records/read_problem.h"
 
 namespace ptick {
 
@@ -19,8 +18,5 @@ namespace ptick {
 /// throws Stop with status 2.
 void LoadProfileList(const RunOptions& options, Platform& platform, Output& output,
                      ProfileTables& tables);
-
-/// Prints what was wrong with a record that the user named.
-void PrintProblem(const ReadProblem& problem, Output& output);
 
 }  // namespace ptick

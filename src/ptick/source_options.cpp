@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "output/stop.h"
+#include "ptick/read_messages.h"
 #include "records/record_place.h"
 #include "records/record_text.h"
 
@@ -14,9 +15,10 @@ namespace ptick {
 
 void OpenSourceFile(std::string_view name, Platform& platform, Output& output,
                     RunOptions& options) {
-  std::unique_ptr<RecordFile> file = platform.OpenFile(name);
+  int error = 0;
+  std::unique_ptr<RecordFile> file = platform.OpenFile(name, &error);
   if (!file) {
-    output.PrintMessage(201, name);
+    PrintCannotOpen(name, error, output);
     return;
   }
   options.SourceFiles.push_back({std::string(name), std::move(file)});
@@ -25,15 +27,19 @@ void OpenSourceFile(std::string_view name, Platform& platform, Output& output,
 void OpenSourceFileList(std::string_view path, Platform& platform, Output& output,
                         RunOptions& options) {
   const RecordPlace place = SplitProfileName(path);
-  const std::unique_ptr<RecordFile> file = platform.OpenFile(place.directory);
+  int error = 0;
+  const std::unique_ptr<RecordFile> file = platform.OpenFile(place.directory, &error);
   if (!file) {
-    output.PrintMessage(201, place.directory);
+    PrintCannotOpen(place.directory, error, output);
     throw Stop{1};
   }
-  const std::optional<RecordText> list = ReadRecordText(*file, place.record);
+  const std::optional<RecordText> list = ReadRecordText(*file, place.record, &error);
   if (!list) {
-    output.PrintMessage(202, place.record);
+    PrintCannotRead(place, error, output);
     throw Stop{1};
+  }
+  if (list->FieldCount() == 1 && list->ReadField(1)->empty()) {
+    return;  // a line end and nothing else names no file
   }
   if (list->FieldCount() + options.SourceFiles.size() > kSourceFileLimit) {
     output.PrintTerminal("Too many files specified in file " + std::string(path));

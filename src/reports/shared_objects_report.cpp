@@ -88,8 +88,7 @@ void PrintWithSizes(const std::vector<std::string_view>& names, Platform& platfo
     }
     const FirstLines sizes = platform.CaptureFirstLines(commands);
     if (sizes.error != 0 && !complained) {
-      output.PrintTerminal("ptick: cannot run size: " +
-                           std::generic_category().message(sizes.error));
+      output.PrintMessage("cannot run size: " + std::generic_category().message(sizes.error));
       output.FailAtEnd();
       complained = true;
     }

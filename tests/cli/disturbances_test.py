@@ -102,14 +102,15 @@ class DisturbancesTest(ProgramTest):
             os.remove(self.path("run1"))
             os.mkdir(self.path("run1"))
 
-        gone = b"ptick: [202] cannot read record 'run1'\n"
+        gone = b"ptick: [202] cannot read record 'run1' in '.': No such file or directory\n"
+        is_folder = b"ptick: [202] cannot read record 'run1' in '.': Is a directory\n"
         for change, ticks, err in (
             (lambda: None, 6, b""),
             (lambda: self.write("run1", ""), 3, b""),
             (lambda: self.write("run1", PROFILE + "PROFILE:trace\tA\t1\t2\n"), 8, b""),
             (lambda: self.write("run1", PROFILE.split("\tB")[0]), 6, b""),
             (lambda: os.remove(self.path("run1")), 3, gone),
-            (lambda: (self.write("run1", ""), becomes_a_folder()), 3, gone),
+            (lambda: (self.write("run1", ""), becomes_a_folder()), 3, is_folder),
         ):
             out, said, status = self.report_after(change)
             with self.subTest(ticks=ticks, err=err):

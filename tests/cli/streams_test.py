@@ -95,14 +95,15 @@ class StreamsTest(ProgramTest):
     def test_a_directory_is_no_record(self):
         os.mkdir(os.path.join(self.folder, "folder"))
         result = self.run_ptick("folder")
-        self.assertEqual(b"ptick: [202] cannot read record 'folder'\n", result.err)
+        self.assertEqual(b"ptick: [202] cannot read record 'folder' in '.': Is a directory\n", result.err)
         self.assertEqual(1, result.status)
 
     def test_output_and_diagnostics_keep_their_order(self):
         result = self.shell('"$PTICK" -n -fmissing run missing 2>&1')
         lines = result.stdout.splitlines()
-        self.assertEqual(b"ptick: [201] cannot open file 'missing'", lines[0])
-        self.assertEqual(b"ptick: [202] cannot read record 'missing'", lines[1])
+        self.assertEqual(b"ptick: [201] cannot open file 'missing': No such file or directory", lines[0])
+        self.assertEqual(
+            b"ptick: [202] cannot read record 'missing' in '.': No such file or directory", lines[1])
         self.assertTrue(lines[2].startswith(b"Profile of program (unknown) from profile run ..."))
 
 

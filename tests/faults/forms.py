@@ -69,14 +69,14 @@ def sizes_missing(clean, run):
 def source_missing(clean, run):
     """A source text that could not be read is "??"; another source file may have one."""
     lines = run.out.replace(b"not this one", b"PROGRAM DESK")
-    told = all(re.fullmatch(rb"ptick: \[201\] cannot open file '(src|lib)'", line)
+    told = all(re.fullmatch(rb"ptick: \[201\] cannot open file '(src|lib)': .+", line)
                for line in run.err.splitlines())
     return told and run.status == 0 and same_lines(clean, run._replace(out=lines), SOURCE_COLUMN)
 
 
 def one_of_two(clean, run):
     """A profile that could not be read is told and skipped in a merge."""
-    told = re.fullmatch(rb"ptick: \[20[12]\] cannot [a-z]+ [a-z]+ '(\.|run[12])'\n", run.err)
+    told = re.fullmatch(rb"ptick: \[20[12]\] cannot [a-z]+ [a-z]+ '(\.|run[12])'( in '\.')?: [^\n]+\n", run.err)
     return told and run.status == 0 and b" from profile run" in run.out
 
 

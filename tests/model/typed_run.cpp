@@ -7,7 +7,7 @@
 
 #include "output/stop.h"
 #include "profile/parse/record_parser.h"
-#include "ptick/profile_list.h"
+#include "ptick/read_messages.h"
 #include "support/memory_platform.h"
 
 namespace ptick::model {

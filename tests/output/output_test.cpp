@@ -147,10 +147,10 @@ TEST(Output, KeepsTheOrderOfOutputAndTerminal) {
   output.PrintLine("2");
   output.PrintLine("3");
   output.PrintTerminal("4");
-  output.PrintMessage(201, "5");
+  output.PrintMessage("5");
   output.PrintLine("6");
   output.PrintLine("7");
-  output.PrintMessage(202, "8");
+  output.PrintMessage("8");
   output.PrintTerminal("9");
   output.PrintLine("10");
   output.Finish();
@@ -159,32 +159,11 @@ TEST(Output, KeepsTheOrderOfOutputAndTerminal) {
             (std::vector<Part>{
                 {Stream::kDiagnostics, "1\n"},
                 {Stream::kOutput, "2\n3\n"},
-                {Stream::kDiagnostics, "4\nptick: [201] cannot open file '5'\n"},
+                {Stream::kDiagnostics, "4\nptick: 5\n"},
                 {Stream::kOutput, "6\n7\n"},
-                {Stream::kDiagnostics, "ptick: [202] cannot read record '8'\n9\n"},
+                {Stream::kDiagnostics, "ptick: 8\n9\n"},
                 {Stream::kOutput, "10\n"},
             }));
-}
-
-TEST(Output, PrintsNumberedMessages) {
-  struct Row {
-    int number;
-    std::string_view name;
-    std::string_view want;
-  };
-  const std::vector<Row> rows = {
-      {201, "dir", "ptick: [201] cannot open file 'dir'\n"},
-      {202, "run1", "ptick: [202] cannot read record 'run1'\n"},
-      {201, "", "ptick: [201] cannot open file ''\n"},
-      {202, "it's", "ptick: [202] cannot read record 'it's'\n"},
-      {202, "\x1b[m", "ptick: [202] cannot read record '\x1b[m'\n"},
-  };
-  for (const Row& row : rows) {
-    MemoryPlatform platform;
-    Output(platform, "ptick").PrintMessage(row.number, row.name);
-    EXPECT_EQ(platform.on_terminal, row.want);
-    EXPECT_EQ(platform.printed, "");
-  }
 }
 
 TEST(Output, IsHarmlessOnATerminalAndAsItIsElsewhere) {
@@ -262,8 +241,7 @@ TEST(Output, IsStoppedByAClosedPipeOnlyWhenMoreIsPrinted) {
       {[](Output& output) { output.Finish(); }, std::nullopt, ""},
       {[](Output& output) { output.Close(); }, std::nullopt, ""},
       {[](Output& output) { output.PrintTerminal("said"); }, std::nullopt, "said\n"},
-      {[](Output& output) { output.PrintMessage(201, "x"); }, std::nullopt,
-       "ptick: [201] cannot open file 'x'\n"},
+      {[](Output& output) { output.PrintMessage("x"); }, std::nullopt, "ptick: x\n"},
       {[](Output& output) { output.PrintLine(std::string(300000, 'x')); }, 0, ""},
   };
   for (std::size_t i = 0; i < rows.size(); ++i) {

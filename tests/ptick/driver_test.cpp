@@ -91,7 +91,7 @@ TEST_F(DriverTest, HandsTheSourceFilesToTheReport) {
 TEST_F(DriverTest, EndsWithAStatus) {
   const std::string usage(UsageText());
   const auto no_record = [](const std::string& name) {
-    return "ptick: [202] cannot read record '" + name + "'\n";
+    return "ptick: [202] cannot read record '" + name + "' in '.': No such file or directory\n";
   };
   struct Row {
     std::vector<std::string> arguments;
@@ -105,18 +105,18 @@ TEST_F(DriverTest, EndsWithAStatus) {
       {{"-x"}, 1, "Invalid argument\n" + usage},
       {{"bad", "-x"}, 1, "Invalid argument\n" + usage},
       {{"none"}, 1, no_record("none")},
-      {{"dir/run1"}, 1, "ptick: [201] cannot open file 'dir'\n"},
+      {{"dir/run1"}, 1, "ptick: [201] cannot open file 'dir': No such file or directory\n"},
       {{}, 1, no_record("ptick_0")},
       {{"-Fnone", "run1"}, 1, no_record("none")},
-      {{"-Fdir/none", "bad"}, 1, "ptick: [201] cannot open file 'dir'\n"},
+      {{"-Fdir/none", "bad"}, 1, "ptick: [201] cannot open file 'dir': No such file or directory\n"},
       {{"bad"}, 2, "Invalid format in profile file at line 3\n\tbogus\t1\n"},
       {{"none", "none"}, 2, no_record("none") + no_record("none") + "No input files...\n"},
       {{"-pv", "run1"}, 2, "Error! No 'hertz' is available in the profile output\n"},
       {{"none", "run1"}, 0, no_record("none")},
-      {{"-fnone", "run1"}, 0, "ptick: [201] cannot open file 'none'\n"},
+      {{"-fnone", "run1"}, 0, "ptick: [201] cannot open file 'none': No such file or directory\n"},
       {{"-fnone", "bad"},
        2,
-       "ptick: [201] cannot open file 'none'\n"
+       "ptick: [201] cannot open file 'none': No such file or directory\n"
        "Invalid format in profile file at line 3\n\tbogus\t1\n"},
       {{"-j"}, 2, "portno not set to numeric port number\n"},
       {{"-j", "", "5"}, 2, "The type should be ON or OFF\n"},

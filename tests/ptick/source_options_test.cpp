@@ -76,7 +76,7 @@ class SourceOptionsTest : public ::testing::Test {
 };
 
 std::string No(std::string_view name) {
-  return "ptick: [201] cannot open file '" + std::string(name) + "'\n";
+  return "ptick: [201] cannot open file '" + std::string(name) + "': No such file or directory\n";
 }
 
 TEST_F(SourceOptionsTest, OpenASourceFile) {
@@ -106,6 +106,8 @@ TEST_F(SourceOptionsTest, OpenTheFilesOfAList) {
   platform_.files["lists"]["src"].text = "lib\nnone\nsrc";
   platform_.files["/a/b"]["c"].text = "src\xfelib\n\nv\n";
   platform_.files["."]["empty"].text = "";
+  platform_.files["."]["lf"].text = "\n";
+  platform_.files["."]["two"].text = "\n\n";
   Expect({
       {{"-Flist"}, " sources=src,lib", ""},
       {{"-F", "list"}, " sources=src,lib", ""},
@@ -114,6 +116,8 @@ TEST_F(SourceOptionsTest, OpenTheFilesOfAList) {
       {{"-nFlists/src"}, "n sources=lib,src", No("none")},
       {{"-F/a/b/c"}, " sources=src,lib,v", No("")},
       {{"-Fempty"}, "", ""},
+      {{"-Flf"}, "", ""},
+      {{"-Ftwo"}, "", No("") + No("")},
       {{"-Fempty", "-fsrc"}, " sources=src", ""},
   });
 }
@@ -121,15 +125,16 @@ TEST_F(SourceOptionsTest, OpenTheFilesOfAList) {
 TEST_F(SourceOptionsTest, StopAtAListThatCannotBeRead) {
   platform_.files["."] = {};
   platform_.files["."]["broken"] = {.text = "src\n", .fails_after = 2};
-  const auto no_record = [](const std::string& name) {
-    return "ptick: [202] cannot read record '" + name + "'\n";
+  const auto no_record = [](const std::string& name, const std::string& directory = ".",
+                            const std::string& reason = "No such file or directory") {
+    return "ptick: [202] cannot read record '" + name + "' in '" + directory + "': " + reason + "\n";
   };
   Expect({
       {{"-Fnone", "-x"}, "", no_record("none"), 1},
       {{"-F", "none"}, "", no_record("none"), 1},
-      {{"-Fbroken"}, "", no_record("broken"), 1},
-      {{"-Fsrc/none"}, "", no_record("none"), 1},
-      {{"-Fsrc/"}, "", no_record(""), 1},
+      {{"-Fbroken"}, "", no_record("broken", ".", "Input/output error"), 1},
+      {{"-Fsrc/none"}, "", no_record("none", "src"), 1},
+      {{"-Fsrc/"}, "", no_record("", "src"), 1},
       {{"-F"}, "", no_record(""), 1},
       {{"-Fdir/list"}, "", No("dir"), 1},
       {{"-F/a/b/c"}, "", No("/a/b"), 1},
@@ -193,7 +198,8 @@ TEST_F(SourceOptionsTest, CountEveryNameOfAList) {
       {499, "src", 500},
       {500, "", 500},
       {500, "src", std::nullopt},
-      {500, "\n", std::nullopt},
+      {500, "\n", 500},
+      {500, "\n\n", std::nullopt},
       {250, List("src", 250), 500},
       {250, List("src", 251), std::nullopt},
   };
