@@ -20,8 +20,10 @@ constexpr std::size_t kManyHeads = 10000;
 
 }  // namespace
 
-MergeKeys::MergeKeys(std::pmr::memory_resource* memory)
-    : entries_(memory),
+MergeKeys::MergeKeys(std::pmr::memory_resource* memory, const HashSecret& secret)
+    : secret_(secret),
+      heads_(secret),
+      entries_(memory),
       slots_(std::size_t{1} << kFirstSlotBits, memory),
       slot_bits_(kFirstSlotBits) {}
 
@@ -34,7 +36,7 @@ void MergeKeys::Intern(std::span<const MergeKey> keys, Id* ids) {
 MergeKeys::Id MergeKeys::Intern(const MergeKey& key) {
   Lookup lookup;  // NOLINT(*-member-init): filled step by step
   lookup.key = &key;
-  lookup.head_hash = HashName(key.head);
+  lookup.head_hash = heads_.Hash(key.head);
   InternHead(lookup);
   return FindOrAdd(lookup);
 }
@@ -44,7 +46,7 @@ void MergeKeys::InternBatch(std::span<const MergeKey> keys, Id* ids) {
   const std::span<Lookup> lookups = std::span(batch).first(keys.size());
   for (std::size_t i = 0; i < keys.size(); ++i) {
     lookups[i].key = &keys[i];
-    lookups[i].head_hash = HashName(keys[i].head);
+    lookups[i].head_hash = heads_.Hash(keys[i].head);
     heads_.PrefetchSlot(lookups[i].head_hash);
   }
   if (heads_.size() > kManyHeads) {
@@ -70,7 +72,7 @@ void MergeKeys::InternBatch(std::span<const MergeKey> keys, Id* ids) {
 
 void MergeKeys::InternHead(Lookup& lookup) {
   lookup.head = heads_.Intern(lookup.key->head, lookup.head_hash);
-  lookup.hash = Hash({lookup.head, lookup.key->number});
+  lookup.hash = HashOf({lookup.head, lookup.key->number});
   __builtin_prefetch(&slots_[FirstSlot(lookup.hash)]);
 }
 
@@ -120,7 +122,7 @@ void MergeKeys::Grow() {
   ++slot_bits_;
   Slot id_plus_1 = 0;
   for (const Entry& entry : entries_) {
-    const std::uint64_t hash = Hash(entry.key);
+    const std::uint64_t hash = HashOf(entry.key);
     std::size_t slot = FirstSlot(hash);
     while (slots_[slot] != 0) {
       slot = NextSlot(slot);

@@ -47,7 +47,8 @@ class MergeKeys {
   using Id = std::uint32_t;
 
   /// Its tables take their memory from `memory`, which must outlive this.
-  explicit MergeKeys(std::pmr::memory_resource* memory = std::pmr::get_default_resource());
+  explicit MergeKeys(std::pmr::memory_resource* memory = std::pmr::get_default_resource(),
+                     const HashSecret& secret = ProcessSecret());
 
   /// The numbers of keys, each given at its first appearance; `ids` has room for all of them.
   /// Throws std::bad_alloc beyond 2^30 keys.
@@ -85,7 +86,7 @@ class MergeKeys {
   /// A lookup in progress.
   struct Lookup {
     const MergeKey* key;
-    std::uint64_t head_hash;
+    std::uint32_t head_hash;
     NameTable::Id likely_head;
     NameTable::Id head;
     std::uint64_t hash;
@@ -97,11 +98,8 @@ class MergeKeys {
   /// are compared before the key.
   using Slot = std::uint32_t;
 
-  static std::uint64_t Hash(Key key) {
-    constexpr std::uint64_t kOdd = 0x9E3779B97F4A7C15U;
-    const std::uint64_t word = std::uint64_t{key.head} << 32U | key.number;
-    const std::uint64_t mixed = (word ^ word >> 29U) * kOdd;
-    return (mixed ^ mixed >> 32U) * kOdd;
+  std::uint64_t HashOf(Key key) const {
+    return HashNumber(std::uint64_t{key.head} << 32U | key.number, secret_);
   }
 
   std::size_t FirstSlot(std::uint64_t hash) const { return hash >> (64 - slot_bits_); }
@@ -121,6 +119,7 @@ class MergeKeys {
   Id FindOrAdd(const Lookup& lookup);
   void Grow();
 
+  HashSecret secret_;
   NameTable heads_;
   std::pmr::vector<Entry> entries_;
   std::pmr::vector<Slot> slots_;

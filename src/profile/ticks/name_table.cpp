@@ -18,14 +18,17 @@ bool IsFull(std::size_t names, std::size_t slots) {
 
 }  // namespace
 
-NameTable::NameTable()
-    : ends_{0}, slots_(std::size_t{1} << kFirstSlotBits), shift_(64 - kFirstSlotBits) {}
+NameTable::NameTable(const HashSecret& secret)
+    : secret_(secret),
+      ends_{0},
+      slots_(std::size_t{1} << kFirstSlotBits),
+      shift_(32 - kFirstSlotBits) {}
 
-NameTable::Id NameTable::Add(std::string_view name, std::uint64_t hash, std::size_t slot) {
+NameTable::Id NameTable::Add(std::string_view name, std::uint32_t hash, std::size_t slot) {
   const Id id = static_cast<Id>(size());
   bytes_.append(name);
   ends_.push_back(bytes_.size());
-  slots_[slot] = {id + 1, static_cast<std::uint32_t>(hash)};
+  slots_[slot] = {id + 1, hash};
   if (IsFull(size(), slots_.size())) {
     Grow();
   }
@@ -40,7 +43,7 @@ void NameTable::Grow() {
     if (old.mark == 0) {
       continue;
     }
-    std::size_t slot = HashName((*this)[old.mark - 1]) >> shift_;
+    std::size_t slot = old.hash >> shift_;
     while (grown[slot].mark != 0) {
       slot = (slot + 1) & wrap;
     }

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <memory_resource>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -91,6 +93,18 @@ TEST(MergeKeys, AreFoundAgainHoweverManyThereAre) {
   }
   for (MergeKeys::Id id = 0; id < kCount; ++id) {
     ASSERT_EQ(keys.Intern(SplitKey(text(id))), id) << "again";
+  }
+}
+
+TEST(MergeKeys, HaveTheSameNumbersWhateverTheSecret) {
+  for (const std::uint64_t word : {0U, 1U, 0xFFFFFFFFU}) {
+    MergeKeys keys(std::pmr::get_default_resource(), HashSecret{.first = word, .second = ~word});
+    for (int pass = 1; pass <= 2; ++pass) {
+      for (MergeKeys::Id id = 0; id < 2000; ++id) {
+        const std::string text = "trace\tP" + std::to_string(id % 7) + "\t" + std::to_string(id);
+        ASSERT_EQ(keys.Intern(SplitKey(text)), id) << word;
+      }
+    }
   }
 }
 

@@ -1,0 +1,98 @@
+"""Profiles made to be slow cost what ordinary ones of their size cost. Most of them were quadratic once: the
+bound is far above the noise of a busy machine, and far below what they took then."""
+
+import os
+import sys
+import unittest
+
+sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+from support.program import PTICK, ProgramTest, clean_environment  # noqa: E402
+
+NAMES = 60_000
+
+
+def old_mix(a, b):
+    """How two words were hashed when everybody knew the numbers that go in."""
+    product = (a ^ 0x2545F4914F6CDD1D) * (b ^ 0x9E3779B97F4A7C15)
+    return (product ^ product >> 64) & 0xFFFFFFFFFFFFFFFF
+
+
+def word(text):
+    return int.from_bytes(text, "little")
+
+
+def one_hash(before):
+    """What makes the hash of names of 16 bytes more 0, whatever the last 8 are, after 0 or 8 others."""
+    state = (len(before) + 16) << 56
+    if before:
+        state = old_mix(state, word(before))
+    return (state ^ 0x2545F4914F6CDD1D).to_bytes(8, "little")
+
+
+# In a merge the record type is part of a name; two letters fill its word.
+HEADS = (b"trace\t%c%c" % (a, b) for a in range(65, 91) for b in range(65, 91))
+HEAD = next(head for head in HEADS if min(one_hash(head)) > 32 and max(one_hash(head)) < 254)
+
+
+def records(*texts):
+    """Profile lines; a text may be bytes."""
+    return b"".join(
+        b"PROFILE:%b\n" % (text if isinstance(text, bytes) else text.encode()) for text in texts
+    )
+
+
+def names(start):
+    return [start + b"%08d" % n for n in range(NAMES)]
+
+
+def traces(programs):
+    return records(*(b"trace\t%b\t1\t5" % program for program in programs))
+
+
+def performs(commands):
+    return records(*(b"perform\tcmd\t%b" % command for command in commands))
+
+
+def calls(subroutines):
+    return records(*(b"subroutine_call\tX %b\t1" % subroutine for subroutine in subroutines))
+
+
+class LinearTimeTest(ProgramTest):
+    def seconds(self, *arguments):
+        """The processor time of a run, the best of two."""
+        return min(self.one_run(arguments), self.one_run(arguments))
+
+    def one_run(self, arguments):
+        null = os.open(os.devnull, os.O_RDWR)
+        self.addCleanup(os.close, null)
+        pid = os.posix_spawn(
+            os.path.abspath(PTICK),
+            ["ptick", *arguments],
+            clean_environment(),
+            file_actions=[(os.POSIX_SPAWN_DUP2, null, stream) for stream in (0, 1)],
+        )
+        _, status, usage = os.wait4(pid, 0)
+        self.assertEqual(0, status)
+        return usage.ru_utime + usage.ru_stime
+
+    def compare(self, *options, crafted, ordinary, merged=False):
+        times = []
+        for name, text in (("ordinary", ordinary), ("crafted", crafted)):
+            path = self.write(name, text)
+            more = [self.write("empty", "")] if merged else []
+            times.append(self.seconds(*options, path, *more))
+        self.assertLess(times[1], 4 * times[0] + 0.5, f"crafted and ordinary took {times[::-1]} s")
+
+    def test_names_of_programs_commands_and_subroutines(self):
+        crafted, ordinary = names(one_hash(b"")), names(b"ORDINARY")
+        for profile, options in ((traces, ["-n"]), (performs, ["-p"]), (calls, ["-s"])):
+            with self.subTest(profile=profile.__name__):
+                self.compare(*options, crafted=profile(crafted), ordinary=profile(ordinary))
+
+    def test_keys_of_a_merge(self):
+        crafted, ordinary = names(HEAD[6:] + one_hash(HEAD)), names(b"ORDINARY..")
+        self.compare(crafted=traces(crafted), ordinary=traces(ordinary), merged=True)
+
+
+if __name__ == "__main__":
+    unittest.main()
