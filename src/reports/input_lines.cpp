@@ -67,20 +67,26 @@ void InputLines::AppendAll(const KeyboardInputs& inputs, std::string& lines) {
 }
 
 void InputLines::Set(const ClockSetting& setting) {
-  (setting.kind == ClockSetting::Kind::kHertz ? hertz_ : last_clock_) = setting.value;
+  if (setting.kind == ClockSetting::Kind::kStartClock) {
+    last_clock_ = setting.value;
+  } else if (setting.value.empty()) {
+    hertz_.reset();
+  } else {
+    hertz_ = Value(setting.value).AsNumber();
+  }
 }
 
 void InputLines::Append(const KeyboardInput& input, std::string& lines) {
   const Value code = input.code;
-  if (!hertz_.Empty()) {
-    const Value pause = ElapsedSeconds(last_clock_, input.start_clock, hertz_);
+  if (hertz_) {
+    const Value pause = ElapsedSeconds(last_clock_, input.start_clock, *hertz_);
     if (last_clock_ != 0 && pause > 0) {
       lines += "SLEEP " + pause.Text() + '\n';
     }
     last_clock_ = input.end_clock;
     const Value keys = code != 0 ? Increment(input.characters) : Value(input.characters);
     if (typing_rate_ && keys > 0) {
-      const Value seconds = ElapsedSeconds(input.start_clock, input.end_clock, hertz_);
+      const Value seconds = ElapsedSeconds(input.start_clock, input.end_clock, *hertz_);
       lines += "TYPEDELAY " + Divide(seconds, keys).Text() + '\n';
     }
   }

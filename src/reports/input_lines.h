@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -22,8 +23,8 @@ class InputLines {
   void Append(const KeyboardInput& input, std::string& lines);
 
   bool typing_rate_;
-  Value hertz_;           ///< empty when pauses cannot be computed
-  Value last_clock_ = 0;  ///< where the next pause is measured from
+  std::optional<Value> hertz_;  ///< a number; nothing when pauses cannot be computed
+  Value last_clock_ = 0;        ///< where the next pause is measured from
 };
 
 }  // namespace ptick

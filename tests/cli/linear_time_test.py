@@ -9,6 +9,8 @@ sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 from support.program import PTICK, ProgramTest, clean_environment  # noqa: E402
 
 NAMES = 60_000
+ROWS = 5_000
+LONG = 500_000
 
 
 def old_mix(a, b):
@@ -57,6 +59,18 @@ def calls(subroutines):
     return records(*(b"subroutine_call\tX %b\t1" % subroutine for subroutine in subroutines))
 
 
+def rows(*head):
+    return records(*head, *(f"trace\tA\t{n}\t5" for n in range(ROWS)))
+
+
+def inputs(*head):
+    return records(*head, *(f"input\t13\t1\t{n}\t{n + 1}\tx" for n in range(ROWS)))
+
+
+def repeated(head, text):
+    return records(head, *[text] * ROWS)
+
+
 class LinearTimeTest(ProgramTest):
     def seconds(self, *arguments):
         """The processor time of a run, the best of two."""
@@ -92,6 +106,37 @@ class LinearTimeTest(ProgramTest):
     def test_keys_of_a_merge(self):
         crafted, ordinary = names(HEAD[6:] + one_hash(HEAD)), names(b"ORDINARY..")
         self.compare(crafted=traces(crafted), ordinary=traces(ordinary), merged=True)
+
+    def test_a_total_of_many_digits(self):
+        for total in ("9" * LONG, "1." + "9" * LONG):
+            self.compare(crafted=rows("ticks\t" + total), ordinary=rows("ticks\t9"))
+
+    def test_a_clock_rate_of_many_digits(self):
+        crafted, ordinary = "hertz\t" + "9" * LONG, "hertz\t9"
+        self.compare(
+            "-t", f"-k{self.folder}/keys", crafted=inputs(crafted), ordinary=inputs(ordinary)
+        )
+        commands = [f"perform\tstartclock\t{n}\tcmd\tX" for n in range(ROWS)]
+        self.compare(
+            "-pv", crafted=records(crafted, *commands), ordinary=records(ordinary, *commands)
+        )
+
+    def test_a_merged_value_of_many_digits(self):
+        for kind, text, other in (
+            ("startclock", "0" * LONG, "5"),
+            ("endclock", "9" * LONG, "5"),
+            ("endclock", "x" * LONG, "5"),
+            ("usrcpu", "x" * LONG, "5"),
+            ("usrcpu", "1." + "9" * LONG, "0.00001"),
+            ("hertz", "9" * LONG, "5"),
+        ):
+            with self.subTest(kind=kind, text=text[:3]):
+                line = f"{kind}\t{other}"
+                self.compare(
+                    crafted=repeated(f"{kind}\t{text}", line),
+                    ordinary=repeated(f"{kind}\t9", line),
+                    merged=True,
+                )
 
 
 if __name__ == "__main__":

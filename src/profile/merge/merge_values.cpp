@@ -2,36 +2,78 @@
 
 #include <array>
 #include <charconv>
-#include <optional>
+#include <cmath>
+#include <variant>
 
 #include "profile/scan/ordinary_number.h"
 #include "value/arithmetic.h"
-#include "value/value.h"
+#include "value/number_text.h"
 
 namespace ptick {
 
-void MergeValues::Set(Id key, std::string_view text) {
-  if (keys_.CellOf(key) == kTextAside) {
-    texts_.erase(key);
+namespace {
+
+// The number that the text of a sum spells. A fraction is cut to the decimals that a text shows; a
+// whole number, however large, is read back as it was.
+Number AsWritten(const Number& sum) {
+  constexpr double kBeyond = 9223372036854775808.0;
+  const auto* floating = std::get_if<double>(&sum);
+  if (floating == nullptr) {
+    return sum;
   }
-  if (const std::optional<std::uint32_t> number = ParseOrdinary(text)) {
+  if (*floating != std::trunc(*floating)) {
+    return ParseNumber(NumberText(sum)).value_or(sum);
+  }
+  if (*floating >= -kBeyond && *floating < kBeyond) {
+    return static_cast<std::int64_t>(*floating);
+  }
+  return sum;
+}
+
+}  // namespace
+
+void MergeValues::Set(Id key, std::string_view text) {
+  const std::optional<std::uint32_t> number = ParseOrdinary(text);
+  if (number && !IsAside(keys_.CellOf(key))) {
     keys_.CellOf(key) = *number;
   } else {
-    keys_.CellOf(key) = kTextAside;
-    texts_.insert_or_assign(key, std::string(text));
+    PutAside(key) = {std::string(text), ParseNumber(text)};
   }
 }
 
 void MergeValues::AddTo(Id key, std::string_view text) {
-  const Value total = Add(Value(Text(key)), text);
-  const Number total_number = total.AsNumber();
-  const auto* whole = std::get_if<std::int64_t>(&total_number);
-  if (whole != nullptr && *whole != kTextAside) {
-    texts_.erase(key);
+  const Aside* const aside = AsideOf(key);
+  const Number before =
+      aside != nullptr ? aside->number.value_or(std::int64_t{0}) : Number(keys_.CellOf(key));
+  const Number sum = AsWritten(Add(before, text).AsNumber());
+  const auto* whole = std::get_if<std::int64_t>(&sum);
+  if (whole != nullptr && aside == nullptr && !IsAside(*whole)) {
     keys_.CellOf(key) = *whole;
   } else {
-    Set(key, total.Text());
+    PutAside(key) = {NumberText(sum), sum};
   }
+}
+
+int MergeValues::Compare(Id key, std::string_view text) const {
+  const Aside* const aside = AsideOf(key);
+  const std::optional<Number> left =
+      aside != nullptr ? aside->number : std::optional<Number>(keys_.CellOf(key));
+  const std::optional<Number> right = ParseNumber(text);
+  if (left && right) {
+    return CompareNumbers(*left, *right);
+  }
+  const int order = aside != nullptr ? std::string_view(aside->text).compare(text)
+                                     : std::string_view(Text(key)).compare(text);
+  return (order > 0 ? 1 : 0) - (order < 0 ? 1 : 0);
+}
+
+MergeValues::Aside& MergeValues::PutAside(Id key) {
+  std::int64_t& cell = keys_.CellOf(key);
+  if (!IsAside(cell)) {
+    cell = std::numeric_limits<std::int64_t>::min() + static_cast<std::int64_t>(aside_.size());
+    aside_.emplace_back();
+  }
+  return aside_[PlaceOf(cell)];
 }
 
 std::string MergeValues::Text(Id key) const {
@@ -41,8 +83,8 @@ std::string MergeValues::Text(Id key) const {
 }
 
 void MergeValues::AppendText(Id key, std::string& out) const {
-  if (keys_.CellOf(key) == kTextAside) {
-    out += texts_.at(key);
+  if (const Aside* const aside = AsideOf(key)) {
+    out += aside->text;
     return;
   }
   std::array<char, 24> digits;  // NOLINT(*-member-init): written by to_chars

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "profile/scan/trace_line.h"
-#include "value/value.h"
 
 namespace ptick {
 
@@ -85,12 +84,12 @@ void ProfileMerge::AddOther(std::string_view line) {
 void ProfileMerge::Combine(MergeKeys::Id key, const MergeLine& line) {
   switch (line.kind) {
     case MergeKind::kSmallest:
-      if (Value(line.value) < values_.Text(key)) {
+      if (values_.Compare(key, line.value) > 0) {
         values_.Set(key, line.value);
       }
       break;
     case MergeKind::kLargest:
-      if (Value(line.value) > values_.Text(key)) {
+      if (values_.Compare(key, line.value) < 0) {
         values_.Set(key, line.value);
       }
       break;

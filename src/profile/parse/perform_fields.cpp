@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstdint>
-#include <string>
 #include <string_view>
+#include <vector>
 
 #include "value/dynamic_array.h"
 
@@ -68,19 +67,28 @@ void AddValues(const std::array<std::string_view, kValues>& values, bool keep,
   performs.Add(texts, keep);
 }
 
-// A text that holds value marks also fills the values after its own, which later pairs may
-// overwrite; assigning to a list does just that.
-void AddSpreadValues(TabFields fields, bool keep, PerformTable& performs) {
-  std::string list;
-  ForEachValue(fields, [&list](std::size_t value, std::string_view text) {
-    list = Assign(list, {1, static_cast<std::int64_t>(value) + 1}, text);
-  });
-  std::array<std::string, kValues> texts;
-  std::array<std::string_view, kValues> values;
-  for (std::size_t value = 0; value < kValues; ++value) {
-    texts[value] = Extract(list, {1, static_cast<std::int64_t>(value) + 1});
-    values[value] = texts[value];
+// Fills a value with a text that may hold value marks: what comes after each of them fills a
+// further value, and the values that were there move up. Nothing that has moved past the last one
+// comes back.
+void SetSpread(std::vector<std::string_view>& values, std::size_t value, std::string_view text) {
+  values.resize(std::max(values.size(), value + 1));
+  for (std::size_t mark = text.find(kValueMark);
+       mark != std::string_view::npos && value + 1 < kValues; mark = text.find(kValueMark)) {
+    values[value++] = text.substr(0, mark);
+    text.remove_prefix(mark + 1);
+    values.insert(values.begin() + static_cast<std::ptrdiff_t>(value), std::string_view());
   }
+  values[value] = text.substr(0, text.find(kValueMark));
+  values.resize(std::min(values.size(), kValues));
+}
+
+void AddSpreadValues(TabFields fields, bool keep, PerformTable& performs) {
+  std::vector<std::string_view> spread;
+  ForEachValue(fields, [&spread](std::size_t value, std::string_view text) {
+    SetSpread(spread, value, text);
+  });
+  std::array<std::string_view, kValues> values;
+  std::ranges::copy(spread, values.begin());
   AddValues(values, keep, performs);
 }
 

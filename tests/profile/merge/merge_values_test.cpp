@@ -2,9 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "value/number_text.h"
+#include "value/value.h"
 
 namespace ptick {
 namespace {
@@ -159,6 +163,100 @@ TEST(MergeValues, TakeNumbers) {
   EXPECT_EQ(values.merged.Text(0), "9223372036854775807");
   values.merged.AddTo(0, 1U);
   EXPECT_EQ(values.merged.Text(0), "9223372036854775808");
+}
+
+// As the value layer compares texts, whether they are held as numbers or aside.
+TEST(MergeValues, AreComparedWithTexts) {
+  const std::vector<std::string> texts = {"",
+                                          "0",
+                                          "5",
+                                          "10",
+                                          "007",
+                                          "1.50",
+                                          "-3",
+                                          "5.0",
+                                          "abc",
+                                          "5x",
+                                          " 5",
+                                          "\377",
+                                          "+5",
+                                          "4294967296",
+                                          "-0.0",
+                                          "1e5",
+                                          "99999999999999999999"};
+  for (const std::string& text : texts) {
+    Values values;
+    values.Append(text);
+    for (const std::string& other : texts) {
+      EXPECT_EQ(values.merged.Compare(0, other), Compare(Value(text), Value(other)))
+          << text << " and " << other;
+    }
+  }
+}
+
+TEST(MergeValues, AreComparedAfterASum) {
+  Values values;
+  values.Append("1.25");
+  values.merged.AddTo(0, "1.25");
+  EXPECT_EQ(values.merged.Compare(0, "2.5"), 0);
+  EXPECT_EQ(values.merged.Compare(0, "2.4"), 1);
+  EXPECT_EQ(values.merged.Compare(0, "2.50001"), -1);
+  values.merged.AddTo(0, "0.5");
+  EXPECT_EQ(values.merged.Compare(0, "3"), 0);
+}
+
+// A whole number that a floating sum has come to is added to exactly again.
+TEST(MergeValues, AreWholeAgainWhereTheyFit) {
+  Values values;
+  values.Append("9223372036854775807");
+  values.merged.AddTo(0, "1");
+  values.merged.AddTo(0, "-1025");
+  EXPECT_EQ(values.merged.Text(0), "9223372036854774784");
+  values.merged.AddTo(0, "1");
+  EXPECT_EQ(values.merged.Text(0), "9223372036854774785");
+  values.merged.AddTo(0, "-9223372036854774785");
+  values.merged.AddTo(0, 3U);
+  EXPECT_EQ(values.merged.Text(0), "3");
+}
+
+// Each sum is what its text says, cut to four decimals.
+TEST(MergeValues, AreCutToTheDecimalsOfATextAfterEachSum) {
+  Values values;
+  values.Append("1");
+  for (int n = 0; n < 3; ++n) {
+    values.merged.AddTo(0, "0.00006");
+  }
+  EXPECT_EQ(values.merged.Text(0), "1");
+  values.merged.AddTo(0, "0.00016");
+  EXPECT_EQ(values.merged.Text(0), "1.0001");
+  values.merged.AddTo(0, "123456789012.3456");
+  EXPECT_EQ(values.merged.Text(0), "123456789013.346");
+}
+
+TEST(MergeValues, MayBeVeryLargeAndVerySmallNumbers) {
+  struct Row {
+    std::string first;
+    std::string added;
+    std::string want;
+  };
+  const std::string largest =
+      DecimalText(std::numeric_limits<double>::max());  // 309 digits, the last of them exact
+  const std::vector<Row> rows = {
+      {std::string(400, '9'), "5", largest},
+      {std::string(400, '9'), "-" + std::string(400, '9'), "0"},
+      {"-9223372036854775808", "0", "-9223372036854775808"},
+      {"-9223372036854775808", "9", "-9223372036854775799"},
+      {"-9223372032559808513", "1", "-9223372032559808512"},
+      {"-9223372032559808512", "-1", "-9223372032559808513"},
+  };
+  for (const Row& row : rows) {
+    Values values;
+    values.Append("before");
+    values.Append(row.first);
+    values.merged.AddTo(1, row.added);
+    EXPECT_EQ(values.merged.Text(1), row.want) << row.first;
+    EXPECT_EQ(values.merged.Text(0), "before");
+  }
 }
 
 TEST(MergeValues, AreReplacedAfterASum) {

@@ -140,6 +140,11 @@ TEST(PerformFields, SpreadsTextsThatHoldValueMarks) {
       {"perform|type|t]X|cmd", ""},
       {"perform|type|t]X]Y|cmd|C", "]]]]]]]t]C"},
       {"perform|other|a]b|ticks|5|cmd|C", "]]]]5]]]]C"},
+      {"perform|startclock|1]2]3]4]5]6]7]8]9]10", "1]2]3]4]5]6]7]8]9"},
+      {"perform|startclock|1]2]3]4]5]6]7]8]9]10|ticks|x]y", "1]2]3]4]x]y]6]7]8"},
+      {"perform|startclock|1]2]3]4]5]6]7]8]9|startclock|]", "]]2]3]4]5]6]7]8"},
+      {"perform|type|t|ticks|5|startclock|]]]]]]]]]|cmd|C", "]]]]]]]]C"},
+      {"perform|ticks|a\\b]c\\d|cmd|C", "]]]]a\\b]c\\d]]]C"},
   });
 }
 
