@@ -40,6 +40,12 @@ class RecordFile {
   /// `error` where that is asked for: the names "", "." and "..", and names that hold '/' or a zero
   /// byte, name no record.
   virtual std::unique_ptr<RecordReader> OpenRecord(std::string_view name, int* error = nullptr) = 0;
+
+  /// The same for a name that the user did not give, but a profile: only a regular file is a record
+  /// here, links followed. Nothing else is opened, so no name makes the program wait for a pipe,
+  /// disturb one, or read a device that never ends.
+  virtual std::unique_ptr<RecordReader> OpenRegularRecord(std::string_view name,
+                                                          int* error = nullptr) = 0;
 };
 
 /// Where platform files are found.

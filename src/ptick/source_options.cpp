@@ -33,7 +33,11 @@ void OpenSourceFileList(std::string_view path, Platform& platform, Output& outpu
     PrintCannotOpen(place.directory, error, output);
     throw Stop{1};
   }
-  const std::optional<RecordText> list = ReadRecordText(*file, place.record, &error);
+  const std::unique_ptr<RecordReader> record = file->OpenRecord(place.record, &error);
+  const std::optional<RecordText> list = record ? ReadRecordText(*record) : std::nullopt;
+  if (record && !list) {
+    error = record->Error();
+  }
   if (!list) {
     PrintCannotRead(place, error, output);
     throw Stop{1};

@@ -1,7 +1,6 @@
 #include "records/record_text.h"
 
 #include <algorithm>
-#include <memory>
 #include <span>
 #include <utility>
 
@@ -29,22 +28,18 @@ std::optional<std::string_view> RecordText::ReadField(std::size_t n) const {
   return std::string_view(text_).substr(begin, ends_[n - 1] - begin);
 }
 
-std::optional<RecordText> ReadRecordText(RecordFile& file, std::string_view name, int* error) {
+std::optional<RecordText> ReadRecordText(RecordReader& record, int* error) {
   constexpr std::size_t kFirstRoom = std::size_t{16} * 1024;
-  const std::unique_ptr<RecordReader> record = file.OpenRecord(name, error);
-  if (!record) {
-    return std::nullopt;
-  }
   std::string text;
   std::size_t used = 0;
   for (;;) {
     if (used == text.size()) {
       text.resize(std::max(kFirstRoom, 2 * text.size()));
     }
-    const std::optional<std::size_t> size = record->Read(std::span(text).subspan(used));
+    const std::optional<std::size_t> size = record.Read(std::span(text).subspan(used));
     if (!size) {
       if (error != nullptr) {
-        *error = record->Error();
+        *error = record.Error();
       }
       return std::nullopt;
     }

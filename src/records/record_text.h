@@ -26,9 +26,8 @@ class RecordText {
   std::vector<std::size_t> ends_;  ///< of the fields
 };
 
-/// Reads a record whole. std::nullopt when it cannot be opened or read to its end, with the
-/// system's error number in `error` where that is asked for.
-std::optional<RecordText> ReadRecordText(RecordFile& file, std::string_view name,
-                                         int* error = nullptr);
+/// Reads a record whole. std::nullopt when it cannot be read to its end, with the system's error
+/// number in `error` where that is asked for.
+std::optional<RecordText> ReadRecordText(RecordReader& record, int* error = nullptr);
 
 }  // namespace ptick

@@ -1,7 +1,6 @@
 #include "reports/line_report.h"
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
 #include <string>
 #include <utility>
@@ -9,8 +8,7 @@
 #include "figures/program_order.h"
 #include "reports/report_heading.h"
 #include "reports/row_layout.h"
-#include "reports/source_lookup.h"
-#include "value/mask.h"
+#include "reports/source_texts.h"
 
 namespace ptick {
 
@@ -33,7 +31,7 @@ class LineReport {
   Output& output_;
   std::string column_heads_;
   RowLayout layout_;
-  std::optional<SourceLookup> sources_;
+  std::optional<SourceTexts> sources_;
 };
 
 LineReport::LineReport(const ReportJob& job)
@@ -45,7 +43,7 @@ LineReport::LineReport(const ReportJob& job)
       layout_(ticks_, tables_.TotalTicks) {
   if (!options_.SourceFiles.empty()) {
     const auto width = options_.ReportWidth - static_cast<std::int64_t>(column_heads_.size());
-    sources_.emplace(options_.SourceFiles, Mask::Left(width));
+    sources_.emplace(ticks_, options_.SourceFiles, width);
   }
 }
 
@@ -78,10 +76,7 @@ void LineReport::PrintProgramRows(std::size_t row) {
 }
 
 void LineReport::PrintSourceRow(const TickEntry& entry) {
-  const std::string_view program = ticks_.Programs()[entry.program];
-  const std::string text = entry.HasExactText()
-                               ? sources_->FetchSourceLine(program, ticks_.ExactLine(entry))
-                               : sources_->FetchSourceLine(program, entry.line);
+  const std::string_view text = sources_->TextOf(entry);
   char* line = output_.LineRoom(kRowWidth + 1 + text.size());
   layout_.LayOut(entry, line);
   line[kRowWidth] = ' ';

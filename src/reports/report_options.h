@@ -2,20 +2,13 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <vector>
 
-#include "platform/record_file.h"
 #include "profile/ticks/sort_order.h"
+#include "records/source_files.h"
 
 namespace ptick {
-
-/// A source file named by -f or -F, open. A copy is the same open file.
-struct SourceFile {
-  std::string name;
-  std::shared_ptr<RecordFile> file;
-};
 
 /// At most this many source files are open, those of -f and -F together.
 inline constexpr std::size_t kSourceFileLimit = 500;

@@ -133,6 +133,15 @@ class LimitsTest(ProgramTest):
                 err = b"Too many files specified in file list\n" if want else b""
                 self.assertEqual((want, err), (result.status, result.err))
 
+    def test_sources_of_any_size_take_no_memory(self):
+        self.write("run", "PROFILE:ticks\t3\nPROFILE:trace\tA\t2\t1\nPROFILE:trace\tB\t1\t1\n")
+        self.write("src/A", "x" * LINE + "\n" + " y" * LINE + "\n")
+        self.write("src/B", "line" * 10 + "\n" + "z\n" * 10_000_000)
+        rows = f"B{' ' * 20}1      1        33.33  {('line' * 10)[:35]}\n"
+        rows += f"A{' ' * 20}2      1        33.33  {('y ' * 18)[:35]}\n"
+        want = heading(80).replace("%      \n", "%      Source\n") + rows
+        self.check(self.bounded(0, "-fsrc", "run"), want)
+
     def test_the_page_width_has_ends(self):
         self.write("run", "")
         for columns, width in (

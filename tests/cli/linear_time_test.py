@@ -138,6 +138,15 @@ class LinearTimeTest(ProgramTest):
                     merged=True,
                 )
 
+    def test_a_source_line_that_many_rows_show(self):
+        profile = records(*["trace\tPROG\t1\t5"] * ROWS)
+        self.write("short/PROG", "short\n")
+        self.write("long/PROG", "long " * LONG + "\n")
+        path = self.write("run", profile)
+        ordinary = self.seconds(f"-f{self.folder}/short", path)
+        crafted = self.seconds(f"-f{self.folder}/long", path)
+        self.assertLess(crafted, 4 * ordinary + 0.5)
+
 
 if __name__ == "__main__":
     unittest.main()

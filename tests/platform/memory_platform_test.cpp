@@ -46,6 +46,20 @@ TEST(MemoryPlatformTest, HasNoFilesAndRecordsButThoseSet) {
   EXPECT_EQ(platform.reads.size(), 4U);
 }
 
+TEST(MemoryPlatformTest, HasNoPipesWhereOnlyRegularFilesAreWanted) {
+  MemoryPlatform platform;
+  platform.files["src"]["MAIN"].text = "x";
+  platform.files["src"]["PIPE"].is_pipe = true;
+  const auto file = platform.OpenFile("src");
+  EXPECT_NE(file->OpenRegularRecord("MAIN"), nullptr);
+  EXPECT_NE(file->OpenRecord("PIPE"), nullptr);
+  int error = 0;
+  EXPECT_EQ(file->OpenRegularRecord("PIPE", &error), nullptr);
+  EXPECT_EQ(error, EINVAL);
+  EXPECT_EQ(file->OpenRegularRecord("NONE", &error), nullptr);
+  EXPECT_EQ(error, ENOENT);
+}
+
 TEST(MemoryPlatformTest, KeepsTheOrderOfTheTwoStreams) {
   MemoryPlatform platform;
   platform.Write(Stream::kOutput, "a");

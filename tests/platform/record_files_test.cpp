@@ -7,8 +7,11 @@
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
+#include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/linux/unique_fd.h"
 #include "support/forked.h"
@@ -21,9 +24,7 @@ namespace fs = std::filesystem;
 using testing::TempDirectory;
 
 // The text of a record, nothing when it cannot be opened or read to its end.
-std::optional<std::string> ReadRecord(const std::string& directory, std::string_view name) {
-  const auto file = OpenRecordFile(directory);
-  const auto reader = file == nullptr ? nullptr : file->OpenRecord(name);
+std::optional<std::string> ReadAll(const std::unique_ptr<RecordReader>& reader) {
   if (reader == nullptr) {
     return std::nullopt;
   }
@@ -36,6 +37,11 @@ std::optional<std::string> ReadRecord(const std::string& directory, std::string_
     text.append(block.data(), *count);
   }
   return std::nullopt;
+}
+
+std::optional<std::string> ReadRecord(const std::string& directory, std::string_view name) {
+  const auto file = OpenRecordFile(directory);
+  return ReadAll(file == nullptr ? nullptr : file->OpenRecord(name));
 }
 
 TEST(RecordFilesTest, ReadsARecordToItsEnd) {
@@ -130,15 +136,80 @@ TEST(RecordFilesTest, ReadsANamedPipe) {
 
 TEST(RecordFilesTest, ReadsADevice) { EXPECT_EQ(ReadRecord("/dev", "null"), ""); }
 
-TEST(RecordFilesTest, RefusesASocket) {
-  const TempDirectory directory;
+UniqueFd BindSocket(const fs::path& path) {
   sockaddr_un address = {};
   address.sun_family = AF_UNIX;
-  (directory / "socket").native().copy(std::begin(address.sun_path), sizeof(address.sun_path) - 1);
-  const UniqueFd socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  path.native().copy(std::begin(address.sun_path), sizeof(address.sun_path) - 1);
+  UniqueFd socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
   // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): how the system takes addresses
-  ASSERT_EQ(::bind(socket.Get(), reinterpret_cast<sockaddr*>(&address), sizeof(address)), 0);
+  EXPECT_EQ(::bind(socket.Get(), reinterpret_cast<sockaddr*>(&address), sizeof(address)), 0);
+  return socket;
+}
+
+TEST(RecordFilesTest, RefusesASocket) {
+  const TempDirectory directory;
+  const UniqueFd socket = BindSocket(directory / "socket");
   EXPECT_EQ(ReadRecord(directory.Path(), "socket"), std::nullopt);
+}
+
+TEST(RecordFilesTest, OpensRegularFilesWhereNothingElseIsWanted) {
+  const TempDirectory directory;
+  directory.Write("plain", "text");
+  directory.Write("empty", "");
+  directory.MakeFifo("fifo");
+  const UniqueFd socket = BindSocket(directory / "socket");
+  fs::create_directory(directory / "folder");
+  for (const std::string target : {"plain", "fifo", "folder", "nowhere", "/dev/zero", "/dev/tty"}) {
+    fs::create_symlink(target, directory / ("to_" + fs::path(target).filename().native()));
+  }
+  struct Row {
+    std::string name;
+    std::optional<std::string> want;
+    int error = 0;
+  };
+  const std::vector<Row> rows = {
+      {"plain", "text"},
+      {"empty", ""},
+      {"to_plain", "text"},
+      {"fifo", std::nullopt, EINVAL},
+      {"to_fifo", std::nullopt, EINVAL},
+      {"socket", std::nullopt, EINVAL},
+      {"to_zero", std::nullopt, EINVAL},
+      {"to_tty", std::nullopt, EINVAL},
+      {"folder", std::nullopt, EISDIR},
+      {"to_folder", std::nullopt, EISDIR},
+      {"missing", std::nullopt, ENOENT},
+      {"to_nowhere", std::nullopt, ENOENT},
+      {"folder/inner", std::nullopt, ENOENT},
+      {"", std::nullopt, ENOENT},
+      {".", std::nullopt, EISDIR},
+      {"..", std::nullopt, EISDIR},
+  };
+  const auto file = OpenRecordFile(directory.Path().native());
+  for (const Row& row : rows) {
+    int error = 0;
+    const auto reader = file->OpenRegularRecord(row.name, &error);
+    EXPECT_EQ(ReadAll(reader), row.want) << row.name;
+    EXPECT_EQ(error, row.error) << row.name;
+    EXPECT_EQ(ReadAll(file->OpenRegularRecord(row.name)), row.want) << row.name;
+    EXPECT_TRUE(reader == nullptr || reader->CanBeReadAgain()) << row.name;
+  }
+}
+
+// A writer that waits for a reader goes on waiting: it would be killed when the reader leaves.
+TEST(RecordFilesTest, LeavesTheWriterOfAPipeAlone) {
+  const TempDirectory directory;
+  directory.MakeFifo("fifo");
+  const pid_t writer = testing::StartForked([&directory] {
+    directory.Write("fifo", std::string(100000, 'p'));
+    return 0;
+  });
+  const auto file = OpenRecordFile(directory.Path().native());
+  for (int n = 0; n < 1000; ++n) {
+    EXPECT_EQ(file->OpenRegularRecord("fifo"), nullptr);
+  }
+  EXPECT_EQ(ReadRecord(directory.Path(), "fifo"), std::string(100000, 'p'));
+  EXPECT_EQ(testing::AwaitEnd(writer), 0);
 }
 
 TEST(RecordFilesTest, TellsAReadThatFails) {

@@ -2,11 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
+#include <cerrno>
+#include <cstddef>
 #include <optional>
 #include <string>
-#include <string_view>
-#include <utility>
 #include <vector>
 
 #include "support/text_record.h"
@@ -67,51 +66,37 @@ TEST(RecordText, HasNoFieldsOutOfRange) {
   EXPECT_EQ(RecordText().FieldCount(), 0U);
 }
 
-/// A file of one record, named "it".
-class OneRecord final : public RecordFile {
- public:
-  OneRecord(std::string text, std::size_t piece, TextRecord::End end)
-      : text_(std::move(text)), piece_(piece), end_(end) {}
-
-  std::unique_ptr<RecordReader> OpenRecord(std::string_view name, int* /*error*/) override {
-    return name == "it" ? std::make_unique<TextRecord>(text_, piece_, end_) : nullptr;
-  }
-
- private:
-  std::string text_;
-  std::size_t piece_;
-  TextRecord::End end_;
-};
-
 TEST(ReadRecordText, ReadsToTheEndHoweverItComes) {
   std::string big;
   for (int line = 1; line <= 20000; ++line) {
     big += "line " + std::to_string(line) + "\n";
   }
   for (const std::size_t piece : {1U, 1000U, 10000000U}) {
-    OneRecord file(big, piece, TextRecord::End::kReached);
-    const std::optional<RecordText> record = ReadRecordText(file, "it");
-    ASSERT_TRUE(record) << piece;
-    EXPECT_EQ(record->FieldCount(), 20000U) << piece;
-    EXPECT_EQ(record->ReadField(1), "line 1") << piece;
-    EXPECT_EQ(record->ReadField(20000), "line 20000") << piece;
+    TextRecord record(big, piece);
+    const std::optional<RecordText> text = ReadRecordText(record);
+    ASSERT_TRUE(text) << piece;
+    EXPECT_EQ(text->FieldCount(), 20000U) << piece;
+    EXPECT_EQ(text->ReadField(1), "line 1") << piece;
+    EXPECT_EQ(text->ReadField(20000), "line 20000") << piece;
   }
 }
 
 TEST(ReadRecordText, ReadsAnEmptyRecord) {
-  OneRecord file("", 1, TextRecord::End::kReached);
-  const std::optional<RecordText> record = ReadRecordText(file, "it");
-  ASSERT_TRUE(record);
-  EXPECT_EQ(record->FieldCount(), 0U);
+  TextRecord record("");
+  const std::optional<RecordText> text = ReadRecordText(record);
+  ASSERT_TRUE(text);
+  EXPECT_EQ(text->FieldCount(), 0U);
 }
 
-TEST(ReadRecordText, GivesNothingOfARecordThatCannotBeRead) {
-  OneRecord missing("a\n", 100, TextRecord::End::kReached);
-  EXPECT_FALSE(ReadRecordText(missing, "other"));
-  OneRecord failing("a\n", 100, TextRecord::End::kFails);
-  EXPECT_FALSE(ReadRecordText(failing, "it"));
-  OneRecord failing_at_once("", 100, TextRecord::End::kFails);
-  EXPECT_FALSE(ReadRecordText(failing_at_once, "it"));
+TEST(ReadRecordText, GivesNothingOfARecordThatCannotBeReadToItsEnd) {
+  for (const std::string text : {"a\n", ""}) {
+    TextRecord record(text, 100, TextRecord::End::kFails);
+    int error = 0;
+    EXPECT_FALSE(ReadRecordText(record, &error));
+    EXPECT_EQ(error, EIO);
+  }
+  TextRecord record("a\n", 100, TextRecord::End::kFails);
+  EXPECT_FALSE(ReadRecordText(record));
 }
 
 }  // namespace

@@ -5,9 +5,9 @@
 namespace ptick {
 namespace {
 
-std::nullptr_t NotThere(int* error) {
+std::nullptr_t Refuse(int reason, int* error) {
   if (error != nullptr) {
-    *error = ENOENT;
+    *error = reason;
   }
   return nullptr;
 }
@@ -47,16 +47,30 @@ class MemoryFile final : public RecordFile {
       : platform_(platform), name_(std::move(name)) {}
 
   std::unique_ptr<RecordReader> OpenRecord(std::string_view name, int* error) override {
-    platform_.reads.emplace_back(name_, name);
-    const MemoryPlatform::Directory& directory = platform_.files[name_];
-    const auto found = directory.find(name);
-    if (found == directory.end()) {
-      return NotThere(error);
+    const MemoryPlatform::Record* const record = Find(name);
+    return record == nullptr ? Refuse(ENOENT, error) : ReaderOf(*record);
+  }
+
+  std::unique_ptr<RecordReader> OpenRegularRecord(std::string_view name, int* error) override {
+    const MemoryPlatform::Record* const record = Find(name);
+    if (record == nullptr) {
+      return Refuse(ENOENT, error);
     }
-    return std::make_unique<MemoryReader>(found->second, platform_.block_size);
+    return record->is_pipe ? Refuse(EINVAL, error) : ReaderOf(*record);
   }
 
  private:
+  const MemoryPlatform::Record* Find(std::string_view name) {
+    platform_.reads.emplace_back(name_, name);
+    const MemoryPlatform::Directory& directory = platform_.files[name_];
+    const auto found = directory.find(name);
+    return found == directory.end() ? nullptr : &found->second;
+  }
+
+  std::unique_ptr<RecordReader> ReaderOf(const MemoryPlatform::Record& record) const {
+    return std::make_unique<MemoryReader>(record, platform_.block_size);
+  }
+
   MemoryPlatform& platform_;
   std::string name_;
 };
@@ -74,7 +88,7 @@ std::string JoinWords(const std::vector<std::string>& words) {
 std::unique_ptr<RecordFile> MemoryPlatform::OpenFile(std::string_view name, int* error) {
   opened_files.emplace_back(name);
   if (files.find(name) == files.end()) {
-    return NotThere(error);
+    return Refuse(ENOENT, error);
   }
   return std::make_unique<MemoryFile>(*this, std::string(name));
 }

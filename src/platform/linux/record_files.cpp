@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -36,6 +37,23 @@ std::nullptr_t Refuse(int reason, int* error) {
   return nullptr;
 }
 
+std::nullptr_t RefuseName(std::string_view name, int* error) {
+  return Refuse(name == "." || name == ".." ? EISDIR : ENOENT, error);
+}
+
+std::nullptr_t RefuseKind(mode_t mode, int* error) {
+  return Refuse(S_ISDIR(mode) ? EISDIR : EINVAL, error);
+}
+
+/// The kind of file and its permissions; nothing, and errno set, when it is not open.
+std::optional<mode_t> ModeOf(const UniqueFd& fd) {
+  struct stat status = {};
+  if (!fd.IsOpen() || ::fstat(fd.Get(), &status) != 0) {
+    return std::nullopt;
+  }
+  return status.st_mode;
+}
+
 class LinuxRecordReader final : public RecordReader {
  public:
   LinuxRecordReader(UniqueFd fd, bool is_regular) : fd_(std::move(fd)), is_regular_(is_regular) {}
@@ -61,28 +79,51 @@ class LinuxRecordReader final : public RecordReader {
   int error_ = 0;
 };
 
+std::unique_ptr<RecordReader> ReaderOf(UniqueFd fd, bool is_regular) {
+  if (is_regular) {
+    // Only advice: where it is refused, reading is merely slower.
+    ::posix_fadvise(fd.Get(), 0, 0, POSIX_FADV_SEQUENTIAL);
+  }
+  return std::make_unique<LinuxRecordReader>(std::move(fd), is_regular);
+}
+
 class LinuxRecordFile final : public RecordFile {
  public:
   explicit LinuxRecordFile(UniqueFd directory) : directory_(std::move(directory)) {}
 
   std::unique_ptr<RecordReader> OpenRecord(std::string_view name, int* error) override {
     if (!NamesRecord(name)) {
-      return Refuse(name == "." || name == ".." ? EISDIR : ENOENT, error);
+      return RefuseName(name, error);
     }
     UniqueFd fd = OpenAt(directory_.Get(), std::string(name), O_RDONLY | O_NOCTTY);
-    struct stat status = {};
-    if (!fd.IsOpen() || ::fstat(fd.Get(), &status) != 0) {
+    const std::optional<mode_t> mode = ModeOf(fd);
+    if (!mode) {
       return Refuse(errno, error);
     }
-    if (S_ISDIR(status.st_mode)) {
-      return Refuse(EISDIR, error);
+    return S_ISDIR(*mode) ? Refuse(EISDIR, error) : ReaderOf(std::move(fd), S_ISREG(*mode));
+  }
+
+  // It is looked at before it is opened: opening a FIFO lets a writer go on that waits for a
+  // reader. Should its name become that of another file in between, opening does not wait, and what
+  // has been opened is looked at once more.
+  std::unique_ptr<RecordReader> OpenRegularRecord(std::string_view name, int* error) override {
+    if (!NamesRecord(name)) {
+      return RefuseName(name, error);
     }
-    const bool is_regular = S_ISREG(status.st_mode);
-    if (is_regular) {
-      // Only advice: where it is refused, reading is merely slower.
-      ::posix_fadvise(fd.Get(), 0, 0, POSIX_FADV_SEQUENTIAL);
+    const std::string path(name);
+    struct stat status = {};
+    if (::fstatat(directory_.Get(), path.c_str(), &status, 0) != 0) {
+      return Refuse(errno, error);
     }
-    return std::make_unique<LinuxRecordReader>(std::move(fd), is_regular);
+    if (!S_ISREG(status.st_mode)) {
+      return RefuseKind(status.st_mode, error);
+    }
+    UniqueFd fd = OpenAt(directory_.Get(), path, O_RDONLY | O_NOCTTY | O_NONBLOCK);
+    const std::optional<mode_t> mode = ModeOf(fd);
+    if (!mode) {
+      return Refuse(errno, error);
+    }
+    return S_ISREG(*mode) ? ReaderOf(std::move(fd), true) : RefuseKind(*mode, error);
   }
 
  private:
