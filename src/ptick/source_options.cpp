@@ -1,5 +1,6 @@
 #include "ptick/source_options.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <optional>
@@ -8,10 +9,33 @@
 
 #include "output/stop.h"
 #include "ptick/read_messages.h"
-#include "records/record_place.h"
+#include "records/open_record.h"
 #include "records/record_text.h"
 
 namespace ptick {
+
+namespace {
+
+// No path of the system is longer.
+constexpr std::size_t kLongestName = 4096;
+
+/// The fields of a list, or as many as show that it has more than `most`. A list of nothing but a
+/// line end is as empty as one without it: a first field is never too many to read on.
+RecordText ReadList(std::string_view path, std::size_t most, Platform& platform, Output& output) {
+  ReadProblem problem;
+  if (const std::unique_ptr<RecordReader> record = OpenNamedRecord(path, platform, problem)) {
+    const TextLimits limits{.fields = std::max<std::size_t>(most, 1),
+                            .bytes = kSourceFileLimit * kLongestName};
+    if (std::optional<RecordText> list = ReadRecordText(*record, limits, &problem.error)) {
+      const bool is_empty = list->FieldCount() == 1 && list->ReadField(1)->empty();
+      return is_empty ? RecordText() : *std::move(list);
+    }
+  }
+  PrintProblem(problem, output);
+  throw Stop{1};
+}
+
+}  // namespace
 
 void OpenSourceFile(std::string_view name, Platform& platform, Output& output,
                     RunOptions& options) {
@@ -26,31 +50,14 @@ void OpenSourceFile(std::string_view name, Platform& platform, Output& output,
 
 void OpenSourceFileList(std::string_view path, Platform& platform, Output& output,
                         RunOptions& options) {
-  const RecordPlace place = SplitProfileName(path);
-  int error = 0;
-  const std::unique_ptr<RecordFile> file = platform.OpenFile(place.directory, &error);
-  if (!file) {
-    PrintCannotOpen(place.directory, error, output);
-    throw Stop{1};
-  }
-  const std::unique_ptr<RecordReader> record = file->OpenRecord(place.record, &error);
-  const std::optional<RecordText> list = record ? ReadRecordText(*record) : std::nullopt;
-  if (record && !list) {
-    error = record->Error();
-  }
-  if (!list) {
-    PrintCannotRead(place, error, output);
-    throw Stop{1};
-  }
-  if (list->FieldCount() == 1 && list->ReadField(1)->empty()) {
-    return;  // a line end and nothing else names no file
-  }
-  if (list->FieldCount() + options.SourceFiles.size() > kSourceFileLimit) {
+  const std::size_t most = kSourceFileLimit - options.SourceFiles.size();
+  const RecordText list = ReadList(path, most, platform, output);
+  if (list.FieldCount() > most) {
     output.PrintTerminal("Too many files specified in file " + std::string(path));
     throw Stop{1};
   }
-  for (std::size_t n = 1; n <= list->FieldCount(); ++n) {
-    OpenSourceFile(*list->ReadField(n), platform, output, options);
+  for (std::size_t n = 1; n <= list.FieldCount(); ++n) {
+    OpenSourceFile(*list.ReadField(n), platform, output, options);
   }
 }
 

@@ -1,6 +1,7 @@
 #include "records/record_text.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <span>
 #include <utility>
 
@@ -8,10 +9,16 @@
 
 namespace ptick {
 
+namespace {
+
+bool EndsField(char c) { return c == '\n' || c == kFieldMark; }
+
+}  // namespace
+
 // A line end ends a field, so the last one makes no further field; a field mark separates two.
 RecordText::RecordText(std::string text) : text_(std::move(text)) {
   for (std::size_t i = 0; i < text_.size(); ++i) {
-    if (text_[i] == '\n' || text_[i] == kFieldMark) {
+    if (EndsField(text_[i])) {
       ends_.push_back(i);
     }
   }
@@ -28,25 +35,35 @@ std::optional<std::string_view> RecordText::ReadField(std::size_t n) const {
   return std::string_view(text_).substr(begin, ends_[n - 1] - begin);
 }
 
-std::optional<RecordText> ReadRecordText(RecordReader& record, int* error) {
+std::optional<RecordText> ReadRecordText(RecordReader& record, const TextLimits& limits,
+                                         int* error) {
   constexpr std::size_t kFirstRoom = std::size_t{16} * 1024;
+  const auto refuse = [error](int reason) {
+    if (error != nullptr) {
+      *error = reason;
+    }
+    return std::nullopt;
+  };
   std::string text;
   std::size_t used = 0;
-  for (;;) {
+  for (std::size_t fields = 0; fields <= limits.fields;) {
     if (used == text.size()) {
       text.resize(std::max(kFirstRoom, 2 * text.size()));
     }
-    const std::optional<std::size_t> size = record.Read(std::span(text).subspan(used));
+    const std::span<char> room = std::span(text).subspan(used);
+    const std::optional<std::size_t> size = record.Read(room);
     if (!size) {
-      if (error != nullptr) {
-        *error = record.Error();
-      }
-      return std::nullopt;
+      return refuse(record.Error());
     }
     if (*size == 0) {
       break;
     }
+    const std::span<char> fresh = room.first(*size);
+    fields += static_cast<std::size_t>(std::ranges::count_if(fresh, EndsField));
     used += *size;
+    if (used > limits.bytes) {
+      return refuse(EFBIG);
+    }
   }
   text.resize(used);
   text.shrink_to_fit();

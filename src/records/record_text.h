@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -26,8 +27,16 @@ class RecordText {
   std::vector<std::size_t> ends_;  ///< of the fields
 };
 
-/// Reads a record whole. std::nullopt when it cannot be read to its end, with the system's error
-/// number in `error` where that is asked for.
-std::optional<RecordText> ReadRecordText(RecordReader& record, int* error = nullptr);
+/// How much of a record is read.
+struct TextLimits {
+  std::size_t fields = std::numeric_limits<std::size_t>::max();
+  std::size_t bytes = std::numeric_limits<std::size_t>::max();
+};
+
+/// Reads a record to its end, or until it is seen to have more fields than `limits` allows: the
+/// text then has more, too. std::nullopt when it cannot be read or has more bytes (EFBIG), with the
+/// system's error number in `error` where that is asked for.
+std::optional<RecordText> ReadRecordText(RecordReader& record, const TextLimits& limits = {},
+                                         int* error = nullptr);
 
 }  // namespace ptick

@@ -1,4 +1,4 @@
-"""Source records that are not what one would like them to be."""
+"""Source records and lists of source files that are not what one would like them to be."""
 
 import os
 import socket
@@ -7,7 +7,7 @@ import sys
 import unittest
 
 sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from support.program import ProgramTest  # noqa: E402
+from support.program import PTICK, ProgramTest, clean_environment  # noqa: E402
 
 
 class SourcesTest(ProgramTest):
@@ -59,6 +59,30 @@ class SourcesTest(ProgramTest):
                 self.assertEqual(b"??", self.source_text("-fbad"))
             self.assertIsNone(writer.poll())
             writer.kill()
+
+    def test_a_list_of_source_files_may_come_from_a_pipe(self):
+        self.assertEqual(b"GOOD LINE", self.shell_text("-F <(echo bad; echo good) run"))
+
+    def shell(self, arguments):
+        return subprocess.run(
+            ["bash", "-c", f'"$PTICK" {arguments}'], cwd=self.folder, timeout=60, check=False,
+            env=clean_environment(PTICK=os.path.abspath(PTICK)), capture_output=True)
+
+    def shell_text(self, arguments):
+        return self.shell(arguments).stdout.splitlines()[2][44:]
+
+    def test_a_list_without_an_end_is_no_list(self):
+        result = self.shell("-F <(yes good) run")
+        self.assertEqual((1, b""), (result.returncode, result.stdout))
+        self.assertTrue(result.stderr.startswith(b"Too many files specified in file /dev/fd/"))
+        result = self.run_ptick("-F/dev/zero", "run")
+        self.assertEqual((1, b""), (result.status, result.out))
+        self.assertTrue(result.err.startswith(b"ptick: [202] cannot read record 'zero'"), result.err)
+
+    def test_a_list_of_nothing_names_nothing(self):
+        for text in ("", "\n"):
+            self.write("list", text)
+            self.assertEqual(b"GOOD LINE", self.source_text("-Flist", "-fgood"))
 
 
 if __name__ == "__main__":

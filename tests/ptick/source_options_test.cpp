@@ -106,8 +106,10 @@ TEST_F(SourceOptionsTest, OpenTheFilesOfAList) {
   platform_.files["lists"]["src"].text = "lib\nnone\nsrc";
   platform_.files["/a/b"]["c"].text = "src\xfelib\n\nv\n";
   platform_.files["."]["empty"].text = "";
-  platform_.files["."]["lf"].text = "\n";
-  platform_.files["."]["two"].text = "\n\n";
+  platform_.files["."]["line-end"].text = "\n";
+  platform_.files["."]["two-line-ends"].text = "\n\n";
+  platform_.files["."]["mark"].text = "\xfe";
+  platform_.files["."]["pipe"] = {.text = "src\nlib\n", .is_pipe = true};
   Expect({
       {{"-Flist"}, " sources=src,lib", ""},
       {{"-F", "list"}, " sources=src,lib", ""},
@@ -116,9 +118,11 @@ TEST_F(SourceOptionsTest, OpenTheFilesOfAList) {
       {{"-nFlists/src"}, "n sources=lib,src", No("none")},
       {{"-F/a/b/c"}, " sources=src,lib,v", No("")},
       {{"-Fempty"}, "", ""},
-      {{"-Flf"}, "", ""},
-      {{"-Ftwo"}, "", No("") + No("")},
       {{"-Fempty", "-fsrc"}, " sources=src", ""},
+      {{"-Fline-end", "-fsrc"}, " sources=src", ""},
+      {{"-Ftwo-line-ends"}, "", No("") + No("")},
+      {{"-Fmark"}, "", No("") + No("")},
+      {{"-Fpipe"}, " sources=src,lib", ""},
   });
 }
 
@@ -199,7 +203,9 @@ TEST_F(SourceOptionsTest, CountEveryNameOfAList) {
       {500, "", 500},
       {500, "src", std::nullopt},
       {500, "\n", 500},
+      {500, "\nsrc", std::nullopt},
       {500, "\n\n", std::nullopt},
+      {499, "\n\n", std::nullopt},
       {250, List("src", 250), 500},
       {250, List("src", 251), std::nullopt},
   };
@@ -220,6 +226,31 @@ TEST_F(SourceOptionsTest, CountEveryNameOfAList) {
       EXPECT_EQ(platform_.opened_files.size(), row.open + 1) << "none of the list is opened";
     }
   }
+}
+
+// However the list comes: a line end that is read by itself may not be all of it.
+TEST_F(SourceOptionsTest, CountNamesThatComeByteByByte) {
+  platform_.block_size = 1;
+  platform_.files["dir"]["list"].text = "\nsrc\n";
+  Arguments arguments = Sources(500);
+  arguments.emplace_back("-Fdir/list");
+  EXPECT_EQ(ParseCommand(arguments, platform_).stopped, 1);
+  EXPECT_EQ(platform_.on_terminal, "Too many files specified in file dir/list\n");
+}
+
+TEST_F(SourceOptionsTest, StopAtAListThatIsNoList) {
+  platform_.files["."]["long"].text = std::string(3000000, 'x');
+  platform_.files["."]["unlikely"].text = std::string(1000000, 'x');
+  Expect({
+      {{"-Flong"}, "", "ptick: [202] cannot read record 'long'\n", 1},
+      {{"-Funlikely"}, "", No(std::string(1000000, 'x'))},
+  });
+}
+
+// What comes after too many names is not read.
+TEST_F(SourceOptionsTest, ReadNoFurtherThanTheLimit) {
+  platform_.files["."]["list"] = {.text = List("src", 100000), .fails_after = 100000};
+  EXPECT_EQ(Parse({"-Flist"}).terminal, "Too many files specified in file list\n");
 }
 
 TEST_F(SourceOptionsTest, KeepAPathAsItWasWritten) {

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -92,11 +94,71 @@ TEST(ReadRecordText, GivesNothingOfARecordThatCannotBeReadToItsEnd) {
   for (const std::string text : {"a\n", ""}) {
     TextRecord record(text, 100, TextRecord::End::kFails);
     int error = 0;
-    EXPECT_FALSE(ReadRecordText(record, &error));
+    EXPECT_FALSE(ReadRecordText(record, {}, &error));
     EXPECT_EQ(error, EIO);
   }
   TextRecord record("a\n", 100, TextRecord::End::kFails);
   EXPECT_FALSE(ReadRecordText(record));
+}
+
+TEST(ReadRecordText, ReadsNoFurtherThanItMay) {
+  struct Row {
+    std::string text;
+    TextLimits limits;
+    std::optional<std::size_t> want_fields;
+  };
+  const std::vector<Row> rows = {
+      {"a\nb\n", {.fields = 2}, 2},
+      {"a\nb", {.fields = 2}, 2},
+      {"a\xfe", {.fields = 2}, 2},
+      {"a\nb\nc", {.fields = 2}, 3},
+      {"a\nb\nc\nd\n", {.fields = 2}, 3},
+      {"p\xfeq\xfer\xfes", {.fields = 2}, 4},  // the mark after r begins a field, too
+      {"", {.fields = 0}, 0},
+      {"a", {.fields = 0}, 1},
+      {"a\nb\n", {.bytes = 4}, 2},
+      {"a\nb\nc", {.bytes = 4}, std::nullopt},
+      {"a\nb\nc\nd", {.fields = 2, .bytes = 6}, 3},
+      {"", {.bytes = 0}, 0},
+      {"a", {.bytes = 0}, std::nullopt},
+  };
+  for (const Row& row : rows) {
+    TextRecord record(row.text, 1);
+    int error = 0;
+    const std::optional<RecordText> text = ReadRecordText(record, row.limits, &error);
+    EXPECT_EQ(text.has_value(), row.want_fields.has_value()) << row.text;
+    EXPECT_EQ(error, row.want_fields ? 0 : EFBIG) << row.text;
+    if (text) {
+      EXPECT_EQ(text->FieldCount(), row.want_fields) << row.text;
+    }
+  }
+}
+
+/// A record that never ends.
+class Endless final : public RecordReader {
+ public:
+  explicit Endless(char byte) : byte_(byte) {}
+
+  std::optional<std::size_t> Read(std::span<char> block) override {
+    std::ranges::fill(block, byte_);
+    given_ += block.size();
+    return block.size();
+  }
+
+  std::size_t Given() const { return given_; }
+
+ private:
+  char byte_;
+  std::size_t given_ = 0;
+};
+
+TEST(ReadRecordText, ComesBackFromARecordWithoutAnEnd) {
+  for (const char byte : {'\n', '\0'}) {
+    Endless record(byte);
+    const auto text = ReadRecordText(record, {.fields = 1000, .bytes = 100000});
+    EXPECT_EQ(text.has_value(), byte == '\n');
+    EXPECT_LE(record.Given(), 300000U);
+  }
 }
 
 }  // namespace
