@@ -242,7 +242,7 @@ TEST_F(SourceOptionsTest, StopAtAListThatIsNoList) {
   platform_.files["."]["long"].text = std::string(3000000, 'x');
   platform_.files["."]["unlikely"].text = std::string(1000000, 'x');
   Expect({
-      {{"-Flong"}, "", "ptick: [202] cannot read record 'long'\n", 1},
+      {{"-Flong"}, "", "ptick: [202] cannot read record 'long' in '.': File too large\n", 1},
       {{"-Funlikely"}, "", No(std::string(1000000, 'x'))},
   });
 }
