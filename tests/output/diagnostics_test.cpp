@@ -15,8 +15,7 @@ TEST(Diagnostics, PrintsLinesAsTheyAreAndMessagesUnderTheProgramsName) {
   diagnostics.PrintLine("a line");
   diagnostics.PrintLine("");
   diagnostics.PrintMessage("a message");
-  EXPECT_EQ(console.on_terminal,
-            "a line\n\nptick-diff: a message\n");
+  EXPECT_EQ(console.on_terminal, "a line\n\nptick-diff: a message\n");
   EXPECT_EQ(console.printed, "");
 }
 

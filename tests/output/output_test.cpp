@@ -155,15 +155,14 @@ TEST(Output, KeepsTheOrderOfOutputAndTerminal) {
   output.PrintLine("10");
   output.Finish();
   using Part = std::pair<Stream, std::string>;
-  EXPECT_EQ(platform.transcript,
-            (std::vector<Part>{
-                {Stream::kDiagnostics, "1\n"},
-                {Stream::kOutput, "2\n3\n"},
-                {Stream::kDiagnostics, "4\nptick: 5\n"},
-                {Stream::kOutput, "6\n7\n"},
-                {Stream::kDiagnostics, "ptick: 8\n9\n"},
-                {Stream::kOutput, "10\n"},
-            }));
+  EXPECT_EQ(platform.transcript, (std::vector<Part>{
+                                     {Stream::kDiagnostics, "1\n"},
+                                     {Stream::kOutput, "2\n3\n"},
+                                     {Stream::kDiagnostics, "4\nptick: 5\n"},
+                                     {Stream::kOutput, "6\n7\n"},
+                                     {Stream::kDiagnostics, "ptick: 8\n9\n"},
+                                     {Stream::kOutput, "10\n"},
+                                 }));
 }
 
 TEST(Output, IsHarmlessOnATerminalAndAsItIsElsewhere) {

@@ -73,7 +73,8 @@ TEST_F(ProfileListTest, ReadsTheDefaultProfileOfTheOwnPort) {
     EXPECT_EQ(tables_.ProfileName, name);
     platform_.files["."].clear();
     EXPECT_EQ(Load({}), 1) << port;
-    EXPECT_EQ(platform_.on_terminal, "ptick: [202] cannot read record '" + name + "' in '.': No such file or directory\n");
+    EXPECT_EQ(platform_.on_terminal,
+              "ptick: [202] cannot read record '" + name + "' in '.': No such file or directory\n");
   }
 }
 
@@ -180,7 +181,8 @@ TEST_F(ProfileListTest, PassesOverWhatCannotBeReadInAMerge) {
   platform_.files["."]["broken"] = {.text = Records({"ticks|4"}), .fails_after = 0};
   platform_.files["d"]["run3"].text = Records({"ticks|8"});
   const std::string no_file = "ptick: [201] cannot open file 'dir': No such file or directory\n";
-  const std::string no_record = "ptick: [202] cannot read record 'none' in '.': No such file or directory\n";
+  const std::string no_record =
+      "ptick: [202] cannot read record 'none' in '.': No such file or directory\n";
   struct Row {
     std::vector<std::string> names;
     std::string_view want_total;
@@ -194,8 +196,14 @@ TEST_F(ProfileListTest, PassesOverWhatCannotBeReadInAMerge) {
       {{"run1", "none"}, "1", "run1 ...", no_record},
       {{"none", "dir/none", "d/run3", "run1"}, "9", "d/run3 ...", no_record + no_file},
       {{"run1", "none", "run2", "dir/x"}, "3", "run1 ...", no_record + no_file},
-      {{"broken", "run2"}, "2", "run2 ...", "ptick: [202] cannot read record 'broken' in '.': Input/output error\n"},
-      {{"", "run2"}, "2", "run2 ...", "ptick: [202] cannot read record '' in '.': No such file or directory\n"},
+      {{"broken", "run2"},
+       "2",
+       "run2 ...",
+       "ptick: [202] cannot read record 'broken' in '.': Input/output error\n"},
+      {{"", "run2"},
+       "2",
+       "run2 ...",
+       "ptick: [202] cannot read record '' in '.': No such file or directory\n"},
       // A profile without a usable line has been read.
       {{"empty", "run2"}, "2", "empty ...", ""},
   };
@@ -216,10 +224,12 @@ TEST_F(ProfileListTest, StopsWhereNothingWasMerged) {
   };
   const std::vector<Row> rows = {
       {{"none", "dir/run1"},
-       "ptick: [202] cannot read record 'none' in '.': No such file or directory\nptick: [201] cannot open file 'dir': No such file or directory\n"},
+       "ptick: [202] cannot read record 'none' in '.': No such file or directory\nptick: [201] "
+       "cannot open file 'dir': No such file or directory\n"},
       {{"empty", "empty"}, ""},
       {{"dropped", "empty"}, ""},
-      {{"dropped", "none"}, "ptick: [202] cannot read record 'none' in '.': No such file or directory\n"},
+      {{"dropped", "none"},
+       "ptick: [202] cannot read record 'none' in '.': No such file or directory\n"},
   };
   for (const Row& row : rows) {
     EXPECT_EQ(Load(row.names), 2) << row.names.front();
@@ -240,8 +250,10 @@ TEST_F(ProfileListTest, TakesAProfileWholeOrNotAtAllInAMerge) {
   platform_.files["."]["run1"].text = Records({"ticks|1"});
   platform_.files["."]["broken"] = {.text = Records({"ticks|4", "ticks|5"}), .fails_after = 30};
   platform_.files["."]["run2"].text = Records({"ticks|16"});
-  const std::string message = "ptick: [202] cannot read record 'broken' in '.': Input/output error\n";
-  const std::string no_record = "ptick: [202] cannot read record 'none' in '.': No such file or directory\n";
+  const std::string message =
+      "ptick: [202] cannot read record 'broken' in '.': Input/output error\n";
+  const std::string no_record =
+      "ptick: [202] cannot read record 'none' in '.': No such file or directory\n";
   struct Row {
     std::vector<std::string> names;
     std::string_view want_total;
@@ -268,7 +280,8 @@ TEST_F(ProfileListTest, StopsWhereAMergeWouldHaveToReadAPipeAgain) {
   platform_.files["."]["broken"] = {.text = Records({"ticks|4", "ticks|5"}), .fails_after = 30};
   platform_.files["."]["at_once"] = {.text = Records({"ticks|4"}), .fails_after = 0};
   EXPECT_EQ(Load({"pipe", "broken", "none"}), 1);
-  EXPECT_EQ(platform_.on_terminal, "ptick: [202] cannot read record 'broken' in '.': Input/output error\n");
+  EXPECT_EQ(platform_.on_terminal,
+            "ptick: [202] cannot read record 'broken' in '.': Input/output error\n");
   // Nothing of these has been merged, or the pipe has not been read yet.
   EXPECT_EQ(Load({"pipe", "at_once"}), std::nullopt);
   EXPECT_EQ(Total(), "1");
@@ -280,7 +293,8 @@ TEST_F(ProfileListTest, TellsOfAReadFailureRatherThanOfALineBeforeIt) {
   platform_.block_size = 8;
   platform_.files["."]["late"] = {.text = Records({"bogus|1", "ticks|2"}), .fails_after = 30};
   EXPECT_EQ(Load({"late"}), 1);
-  EXPECT_EQ(platform_.on_terminal, "ptick: [202] cannot read record 'late' in '.': Input/output error\n");
+  EXPECT_EQ(platform_.on_terminal,
+            "ptick: [202] cannot read record 'late' in '.': Input/output error\n");
 }
 
 }  // namespace

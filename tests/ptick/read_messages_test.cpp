@@ -22,13 +22,21 @@ TEST(ReadMessages, NameWhatAndWhereAndTheSystemsReason) {
     std::string_view want;
   };
   const std::vector<Row> rows = {
-      {Kind::kCannotOpenFile, {"dir", "run1"}, ENOENT,
+      {Kind::kCannotOpenFile,
+       {"dir", "run1"},
+       ENOENT,
        "ptick: [201] cannot open file 'dir': No such file or directory\n"},
-      {Kind::kCannotOpenFile, {"it's", "x"}, EACCES,
+      {Kind::kCannotOpenFile,
+       {"it's", "x"},
+       EACCES,
        "ptick: [201] cannot open file 'it's': Permission denied\n"},
-      {Kind::kCannotReadRecord, {".", "run1"}, EISDIR,
+      {Kind::kCannotReadRecord,
+       {".", "run1"},
+       EISDIR,
        "ptick: [202] cannot read record 'run1' in '.': Is a directory\n"},
-      {Kind::kCannotReadRecord, {"a/b", ""}, EIO,
+      {Kind::kCannotReadRecord,
+       {"a/b", ""},
+       EIO,
        "ptick: [202] cannot read record '' in 'a/b': Input/output error\n"},
   };
   for (const Row& row : rows) {

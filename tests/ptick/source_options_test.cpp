@@ -131,7 +131,8 @@ TEST_F(SourceOptionsTest, StopAtAListThatCannotBeRead) {
   platform_.files["."]["broken"] = {.text = "src\n", .fails_after = 2};
   const auto no_record = [](const std::string& name, const std::string& directory = ".",
                             const std::string& reason = "No such file or directory") {
-    return "ptick: [202] cannot read record '" + name + "' in '" + directory + "': " + reason + "\n";
+    return "ptick: [202] cannot read record '" + name + "' in '" + directory + "': " + reason +
+           "\n";
   };
   Expect({
       {{"-Fnone", "-x"}, "", no_record("none"), 1},

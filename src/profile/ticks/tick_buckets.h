@@ -9,8 +9,8 @@
 
 namespace ptick {
 
-/// Trace entries with small tick counts, one list per tick count: nothing has to be sorted later, and
-/// the count itself is not stored. Nearly all entries of a profile are of this kind.
+/// Trace entries with small tick counts, one list per tick count: nothing has to be sorted later,
+/// and the count itself is not stored. Nearly all entries of a profile are of this kind.
 class TickBuckets {
  public:
   /// Tick counts below this have a bucket.

@@ -10,8 +10,8 @@ namespace ptick {
 
 namespace {
 
-// The whole number below 2^32 that ticks are equal to. A text with so many decimals that it rounds to
-// a whole number is a floating one, and equal to it all the same.
+// The whole number below 2^32 that ticks are equal to. A text with so many decimals that it rounds
+// to a whole number is a floating one, and equal to it all the same.
 std::optional<std::uint32_t> RegularTicks(const Number& ticks) {
   constexpr auto kMax = std::numeric_limits<std::uint32_t>::max();
   if (CompareNumbers(ticks, std::int64_t{0}) < 0 || CompareNumbers(ticks, std::int64_t{kMax}) > 0) {

@@ -26,8 +26,8 @@ struct Launched {
 /// The system kills the child when the thread that started it ends, and the whole group when the
 /// last writing end of the pipe is closed whose reading end is `lifeline`.
 ///
-/// The error is EINVAL when a text holds a zero byte, else the system's: ENOENT or EACCES when there
-/// is no such program.
+/// The error is EINVAL when a text holds a zero byte, else the system's: ENOENT or EACCES when
+/// there is no such program.
 ///
 /// Threads: one at a time.
 Launched Launch(const std::string& program, const std::vector<std::string>& arguments,

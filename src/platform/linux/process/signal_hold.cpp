@@ -21,9 +21,7 @@ bool IsIgnored(int signal) {
   return ::sigaction(signal, nullptr, &action) != 0 || action.sa_handler == SIG_IGN;
 }
 
-bool IsOther(int signal) {
-  return std::ranges::find(kOtherSignals, signal) != kOtherSignals.end();
-}
+bool IsOther(int signal) { return std::ranges::find(kOtherSignals, signal) != kOtherSignals.end(); }
 
 }  // namespace
 
