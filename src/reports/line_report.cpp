@@ -1,7 +1,7 @@
 #include "reports/line_report.h"
 
 #include <algorithm>
-#include <optional>
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -31,7 +31,7 @@ class LineReport {
   Output& output_;
   std::string column_heads_;
   RowLayout layout_;
-  std::optional<SourceTexts> sources_;
+  std::unique_ptr<SourceTexts> sources_;  ///< null without source files
 };
 
 LineReport::LineReport(const ReportJob& job)
@@ -43,7 +43,7 @@ LineReport::LineReport(const ReportJob& job)
       layout_(ticks_, tables_.TotalTicks) {
   if (!options_.SourceFiles.empty()) {
     const auto width = options_.ReportWidth - static_cast<std::int64_t>(column_heads_.size());
-    sources_.emplace(ticks_, options_.SourceFiles, width);
+    sources_ = std::make_unique<SourceTexts>(ticks_, options_.SourceFiles, width);
   }
 }
 
