@@ -84,7 +84,7 @@ class NameTable {
     const char* a = bytes_.data() + begin;
     const char* b = name.data();
     if (size < 8) {
-      return std::memcmp(a, b, size) == 0;
+      return size == 0 || std::memcmp(a, b, size) == 0;  // an empty view may be null
     }
     for (std::size_t at = 0; at + 8 < size; at += 8) {
       if (LoadWord(a + at) != LoadWord(b + at)) {
