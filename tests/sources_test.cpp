@@ -91,7 +91,10 @@ const Floor* FloorOf(std::string_view path, const std::vector<Floor>& floors) {
   return nearest;
 }
 
-bool IsLinux(std::string_view path) { return path.starts_with("platform/linux/"); }
+bool IsLinux(std::string_view path) {
+  return path.starts_with("platform/linux/") || path.starts_with("companion/linux/");
+}
+bool IsCompanion(std::string_view path) { return path.starts_with("companion/"); }
 bool IsMain(std::string_view path) { return path.ends_with("/main.cpp"); }
 
 /// Whether `file` may include `included`, which is written as between its quotes.
@@ -105,7 +108,7 @@ bool MayInclude(std::string_view file, std::string_view included,
   if (own == target) {
     return true;
   }
-  if (IsLinux(included)) {
+  if (IsLinux(included) && !IsLinux(file)) {
     return IsMain(file);  // a program chooses its platform in one place
   }
   return std::any_of(own->allowed.begin(), own->allowed.end(),
@@ -113,8 +116,11 @@ bool MayInclude(std::string_view file, std::string_view included,
 }
 
 /// Whether a file may include a header of the system or the compiler. Headers of the standard
-/// library have no ending; intrinsics belong to the compiler.
+/// library have no ending; intrinsics belong to the compiler; some libraries are for companions.
 bool MayIncludeSystem(std::string_view file, std::string_view included) {
+  if (included.starts_with("CLI/") || included.starts_with("fmt/")) {
+    return IsCompanion(file);
+  }
   return IsLinux(file) || included == "emmintrin.h" || included.find('.') == std::string::npos;
 }
 
@@ -193,6 +199,14 @@ TEST(Floors, AreDownwards) {
       {"platform/linux/terminal.cpp", "platform/platform.h", true},
       {"platform/linux/process/shell.cpp", "platform/linux/write_all.h", true},
       {"platform/linux/terminal.cpp", "value/value.h", false},
+      {"companion/table.cpp", "companion/text_writer.h", true},
+      {"companion/table.cpp", "companion/linux/terminal.h", false},
+      {"companion/table.cpp", "value/value.h", false},
+      {"companion/linux/terminal.cpp", "companion/text_form.h", true},
+      {"companion/linux/result_file.cpp", "platform/linux/write_all.h", true},
+      {"companion/linux/result_file.cpp", "platform/platform.h", false},
+      {"platform/linux/terminal.cpp", "companion/linux/terminal.h", false},
+      {"ptick/driver.cpp", "companion/table.h", false},
       {"ptick/driver.cpp", "usage.h", false},
       {"elsewhere/new.cpp", "value/value.h", false},
   };
@@ -216,6 +230,10 @@ TEST(Floors, KeepSystemHeadersInOneFolder) {
       {"platform/platform.h", "sys/types.h", false},
       {"platform/linux/terminal.cpp", "termios.h", true},
       {"profile/scan/control_bytes.h", "emmintrin.h", true},
+      {"companion/number_text.cpp", "fmt/format.h", true},
+      {"companion/number_text.cpp", "unistd.h", false},
+      {"companion/linux/terminal.cpp", "unistd.h", true},
+      {"reports/line_report.cpp", "fmt/format.h", false},
   };
   for (const Row& row : rows) {
     EXPECT_EQ(MayIncludeSystem(row.file, row.included), row.want)
