@@ -15,7 +15,7 @@ namespace ptick::bench {
 /// How many lines the benchmarks of the inner pieces work on.
 inline constexpr std::uint32_t kBenchLines = 100'000;
 
-/// A generated profile of kBenchLines lines. kBlockPadding readable bytes stand behind the text.
+/// A generated profile of kBenchLines lines. kBlockPadding readable bytes follow the text.
 class BenchText {
  public:
   explicit BenchText(Records kind, TraceKeys keys = TraceKeys::kRandom, std::uint32_t file = 0);

@@ -18,7 +18,7 @@ namespace ptick::bench {
 
 namespace {
 
-// Program names one after another, as they stand in a profile: not where the table keeps them.
+// Program names one after another, as they come in a profile: not where the table keeps them.
 class NameSequence {
  public:
   explicit NameSequence(std::uint32_t programs) {

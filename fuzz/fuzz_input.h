@@ -9,7 +9,7 @@
 
 namespace ptick::fuzz {
 
-/// The bytes of a fuzz input, taken from the front. Behind its end there are zeros and empty texts.
+/// The bytes of a fuzz input, taken from the front. After its end there are zeros and empty texts.
 class FuzzInput {
  public:
   FuzzInput(const std::uint8_t* data, std::size_t size)

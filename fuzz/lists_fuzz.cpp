@@ -124,19 +124,19 @@ void CheckField(const std::string& text, char delimiter, std::int64_t n, std::in
   const auto first = static_cast<std::size_t>(std::max<std::int64_t>(n, 1) - 1);
   if (first >= elements.size()) {
     Require(field.text.empty() && field.col1 == text.size() + 1 && field.col2 == text.size() + 1,
-            "there is nothing behind the last field");
+            "there is nothing after the last field");
     return;
   }
   const auto most = static_cast<std::size_t>(std::max<std::int64_t>(count, 1));
   const std::size_t last = std::min(elements.size(), first + most);
   const std::vector<std::string> taken(elements.begin() + static_cast<std::ptrdiff_t>(first),
                                        elements.begin() + static_cast<std::ptrdiff_t>(last));
-  RequireEqual(fuzz::JoinWith(taken, delimiter), field.text, "fields are taken as they stand");
+  RequireEqual(fuzz::JoinWith(taken, delimiter), field.text, "fields are taken as they are");
   RequireEqual(field.text, text.substr(field.col1, field.col2 - field.col1 - 1),
-               "the columns stand around the text");
+               "the columns are around the text");
   Require(field.col1 == 0 || text[field.col1 - 1] == delimiter, "a delimiter is in front");
   Require(field.col2 == text.size() + 1 || text[field.col2 - 1] == delimiter,
-          "a delimiter is behind");
+          "a delimiter follows");
 }
 
 void CheckCount(const std::string& text, char delimiter) {

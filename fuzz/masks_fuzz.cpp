@@ -84,12 +84,12 @@ std::int64_t DigitsOf(const std::string& text) {
 void CheckGroups(const std::string& grouped) {
   const std::size_t first = grouped.find(',');
   for (std::size_t comma = first; comma < grouped.size(); comma += 4) {
-    Require(grouped[comma] == ',', "commas stand between groups of three");
+    Require(grouped[comma] == ',', "commas are between groups of three");
   }
   const std::size_t groups = first == std::string::npos ? 0 : (grouped.size() - first) / 4;
   Require(Without(grouped, ',').size() + groups == grouped.size() &&
               (groups == 0 || (grouped.size() - first) % 4 == 0),
-          "commas stand nowhere else");
+          "commas are nowhere else");
 }
 
 void CheckNumberMasks(const std::string& text) {

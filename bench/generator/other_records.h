@@ -20,7 +20,7 @@ class OtherRecords {
   void PutSubroutineCall();
   void PutInput();
   void PutPerform();
-  /// Any record that may stand between trace lines, or a line that is no record.
+  /// Any record that may come between trace lines, or a line that is no record.
   void PutAny();
   /// The header values that end a profile; `ticks` is the sum of its trace ticks.
   void PutTail(std::uint64_t ticks);

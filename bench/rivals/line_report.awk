@@ -1,5 +1,5 @@
-# Rows of the per-line report from ordered trace lines, the "ticks" record in front of them; with
-# per_program set, a subtotal behind each program.
+# Rows of the per-line report from ordered trace lines, the "ticks" record before them; with
+# per_program set, a subtotal after each program.
 BEGIN { FS = "\t" }
 
 function subtotal() {

@@ -1,5 +1,5 @@
 # Trace lines of several profiles with the ticks of equal programs and lines added up, the last key
-# to appear first, behind a "ticks" record that sorts before them.
+# to appear first, after a "ticks" record that sorts before them.
 BEGIN { FS = OFS = "\t" }
 
 $1 == "PROFILE:trace" {

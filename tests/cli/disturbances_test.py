@@ -32,7 +32,7 @@ class DisturbancesTest(ProgramTest):
         self.write("list", "src\n")
 
     def start(self, *arguments, redirect="", **settings):
-        """The program behind a shell's redirections, which it takes the shell's place with."""
+        """The program after a shell's redirections, which it takes the shell's place with."""
         return subprocess.Popen(
             ["bash", "-c", f'exec "$0" "$@" {redirect}', os.path.abspath(PTICK), *arguments],
             cwd=self.folder,

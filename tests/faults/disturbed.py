@@ -20,7 +20,7 @@ Run = collections.namedtuple("Run", "out err status script struck mess")
 
 
 def adopt_orphans():
-    """From now on a process that the program leaves behind becomes a child of this one."""
+    """From now on a process that the program leaves becomes a child of this one."""
     ctypes.CDLL(None, use_errno=True).prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0)
 
 
@@ -85,10 +85,10 @@ class Stage:
         return self._look_at(process.returncode, out, err, mess)
 
     def _look_at(self, status, out, err, mess):
-        mess += [f"process {pid} left behind" for pid in living_orphans(self.own_children)]
+        mess += [f"process {pid} left over" for pid in living_orphans(self.own_children)]
         script = self._take(self.script)
         struck = len(self._take(self.mark) or b"")
-        mess += [f"file {name} left behind" for name in files_below(self.folder) - self.files]
+        mess += [f"file {name} left over" for name in files_below(self.folder) - self.files]
         return Run(out, err, status, script, struck, mess)
 
     @staticmethod

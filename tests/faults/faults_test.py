@@ -1,6 +1,6 @@
 """No call that fails can break a run: it does what it would have done, or what is documented for
 that failure, or it ends with a status and says why. PTICK_FAULTS=all tries every place of every
-form; otherwise two forms stand for all."""
+form; otherwise two forms represent all."""
 
 import collections
 import errno
@@ -25,7 +25,7 @@ COMMAND_CALLS = ("clone", "pipe2")
 PORT_FORMS = ("ports", "monitor on")
 
 # `error` is what the call gives, `then` "+" when all after it fail too; where it is `harmless`, the
-# run must not be different at all. `quick` are the forms that stand for all.
+# run must not be different at all. `quick` are the forms that represent all.
 Fault = collections.namedtuple("Fault", "kind error then harmless quick")
 
 FAULTS = [

@@ -11,6 +11,7 @@
 #include "support/report_run.h"
 
 namespace ptick {
+
 namespace {
 
 std::string Summary(const PerformTable& performs) {
@@ -22,11 +23,11 @@ std::string Summary(const PerformTable& performs) {
 }
 
 TEST(PerformSummary, OrdersByCountThenText) {
-  struct Case {
+  struct Row {
     std::vector<std::string_view> commands;
     std::string_view want;
   };
-  const std::vector<Case> cases = {
+  const std::vector<Row> rows = {
       {{}, ""},
       {{"A"}, "1=A|"},
       {{"SORT Y", "LIST X", "LIST X", "LIST X"}, "3=LIST X|1=SORT Y|"},
@@ -39,12 +40,12 @@ TEST(PerformSummary, OrdersByCountThenText) {
       {{"\xff", "\x7f", "\xfc", "\x01", " "}, "1=\x01|1= |1=\x7f|1=\xfc|1=\xff|"},
       {{" A", "A ", "A"}, "1= A|1=A|1=A |"},
   };
-  for (const Case& c : cases) {
+  for (const Row& row : rows) {
     std::vector<PerformSample> performs;
-    for (const std::string_view command : c.commands) {
+    for (const std::string_view command : row.commands) {
       performs.push_back(MakePerform(command));
     }
-    EXPECT_EQ(Summary(Performs(performs)), c.want) << c.want;
+    EXPECT_EQ(Summary(Performs(performs)), row.want) << row.want;
   }
 }
 
@@ -98,4 +99,5 @@ TEST(PerformSummary, AgreesWithSortedKeys) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -20,10 +20,10 @@ using ValueList = std::deque<Value>;
 
 /// Searches for x from the front. Without an order for an element of the same text; in an order the
 /// search stops at the first element that x equals or should precede, compared as numbers. What is
-/// not found belongs at the position returned, behind the last element if need be.
+/// not found belongs at the position returned, after the last element if need be.
 Located LocateIn(const Value& x, const ValueList& list, LocateOrder order);
 
-/// Inserts x before the element at `position`, counted from 1, or behind the last one.
+/// Inserts x before the element at `position`, counted from 1, or after the last one.
 void InsertAt(ValueList& list, std::int64_t position, const Value& x);
 
 /// The lines of a record: each ends at a line end or a field mark, the last may lack its end.

@@ -24,9 +24,9 @@ PerformLists CountCommands(const ModelTables& tables) {
       const Value times = Extract(lists.times, {known.position});
       lists.times = Assign(lists.times, {known.position}, Increment(times));
     } else {
-      const Place behind = {DCount(lists.commands, kFieldMark) + 1};
-      lists.commands = Assign(lists.commands, behind, command);
-      lists.times = Assign(lists.times, behind, 1);
+      const Place after_last = {DCount(lists.commands, kFieldMark) + 1};
+      lists.commands = Assign(lists.commands, after_last, command);
+      lists.times = Assign(lists.times, after_last, 1);
     }
   }
   return lists;

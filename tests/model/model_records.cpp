@@ -77,7 +77,7 @@ void ParseInput(const Record& record, const RunOptions& options, ModelTables& ta
     return;
   }
   const Input input{record.Field(2), record.Field(3), record.Field(4), record.Field(5),
-                    record.Behind(5)};
+                    record.After(5)};
   if (!tables.headers.at("hertz").Empty()) {
     AppendPause(input, tables);
     if (options.TypeRateOption) {
@@ -95,7 +95,7 @@ void ParsePerform(const Record& record, ModelTables& tables) {
   for (std::int64_t field = 2; field <= 1000; field += 2) {
     const std::string key = record.Field(field);
     if (key == "cmd") {
-      entry = Assign(entry, {1, 9}, CommandOf(record.Behind(field)));
+      entry = Assign(entry, {1, 9}, CommandOf(record.After(field)));
     }
     if (key == "cmd" || key.empty()) {
       break;

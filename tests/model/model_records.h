@@ -20,8 +20,8 @@ class Record {
   std::string Type() const { return LowerCase(Field(1)); }
   std::string Field(std::int64_t n) const { return ptick::Field(text_, '\t', n).text; }
 
-  /// Everything behind the TAB that ends field n.
-  std::string Behind(std::int64_t n) const {
+  /// Everything after the TAB that ends field n.
+  std::string After(std::int64_t n) const {
     const auto column = static_cast<std::int64_t>(ptick::Field(text_, '\t', n).col2);
     return std::string(Substring(text_, column + 1, Len(text_)));
   }

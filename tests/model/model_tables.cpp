@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::string_view kPrefix = "PROFILE:";
 
-// Adds a field at the end of a list, as storing behind its last element does.
+// Adds a field at the end of a list, as storing after its last element does.
 void StoreAt(ValueList& list, std::int64_t position, const Value& x) {
   if (position > static_cast<std::int64_t>(list.size())) {
     list.resize(static_cast<std::size_t>(position));
@@ -50,7 +50,7 @@ void ParseTrace(const Record& record, const RunOptions& options, ModelTables& ta
 }
 
 void ParseProgram(const Record& record, ModelTables& tables) {
-  const std::string command = Change(record.Behind(1), "\t", " ");
+  const std::string command = Change(record.After(1), "\t", " ");
   tables.ProgramCommand = command;
   tables.ProgramName = Field(command, ' ', 1).text;
 }
@@ -94,7 +94,7 @@ bool ParseSpecial(const Record& record, const RunOptions& options, ModelTables& 
   } else if (type == "perform") {
     ParsePerform(record, tables);
   } else if (type == "resource") {
-    tables.Resource = record.Behind(1);
+    tables.Resource = record.After(1);
   } else if (type == "typerate") {
     tables.TypeRate = Assign(record.Field(2), {2}, record.Field(3));
   } else if (type == "user_ticks") {

@@ -6,7 +6,7 @@
 
 namespace ptick::model {
 
-/// Texts as they may stand in the fields of profile records: mostly ordinary, often equal to others
+/// Texts as they may come in the fields of profile records: mostly ordinary, often equal to others
 /// of their kind, now and then as odd as text can be.
 
 /// Tick counts, call counts and other figures.

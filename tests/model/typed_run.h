@@ -44,7 +44,7 @@ struct Delivery {
 /// Sizes small enough that lines are torn anywhere.
 Delivery RandomDelivery(RandomSource& random);
 
-/// What a run of the program's own code left behind.
+/// The results of a run of the program's own code.
 struct Ran {
   std::string output;
   std::string terminal;

@@ -32,7 +32,7 @@ SWAPS = [
     (r"(?<![\w.'])0(?![\w.'])", "1"), (r"(?<![\w.'])1(?![\w.'])", "2"),
     (r"(?<![\w.'])2(?![\w.'])", "3"), (r"\bstd::min\b", "std::max"), (r"\bstd::max\b", "std::min"),
 ]
-# A statement that stands alone and declares nothing.
+# A statement on lines of its own that declares nothing.
 STATEMENT = re.compile(r"^ +(?!return|using|throw|break|continue|case|default|const|static|auto)"
                        r"[A-Za-z_][\w.:>\[\]()*-]*(\(.*\)| [-+|]?= [^;]*);$")
 
@@ -146,7 +146,7 @@ def survives(mutant, sources, limits):
         (folder / path).write_text("\n".join(lines), errors="surrogateescape")
         try:
             objects = list(compiled(folder, path, sources))
-            # The changed code stands first: where the linker has a choice, it takes that.
+            # The changed code comes first: where the linker has a choice, it takes that.
             for program, own in (("ptick_tests", "tests/CMakeFiles/ptick_tests.dir"),
                                  ("ptick", "CMakeFiles/ptick.dir")):
                 subprocess.run(["g++", "-fuse-ld=lld", "-o", folder / program, *objects,

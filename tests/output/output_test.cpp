@@ -16,6 +16,7 @@
 #include "support/memory_platform.h"
 
 namespace ptick {
+
 namespace {
 
 using namespace std::string_view_literals;
@@ -63,9 +64,9 @@ TEST(Output, HoldsLinesOfAnySize) {
     Output output(platform, "ptick");
     output.PrintLine("before");
     output.PrintLine(std::string(size, 'x'));
-    output.PrintLine("behind");
+    output.PrintLine("after");
     output.Finish();
-    EXPECT_TRUE(platform.printed == "before\n" + std::string(size, 'x') + "\nbehind\n") << size;
+    EXPECT_TRUE(platform.printed == "before\n" + std::string(size, 'x') + "\nafter\n") << size;
   }
 }
 
@@ -268,4 +269,5 @@ TEST(Output, GoesOnWhenTheTerminalCannotBeWritten) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -15,6 +15,7 @@
 #include "support/program_run.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::Records;
@@ -225,7 +226,7 @@ TEST_F(DriverTest, EndsWithTheStatusOfAFailureToWrite) {
   EXPECT_EQ(Run({"-Av", "run1"}), 1);
 }
 
-// What was printed before goes out, and nothing can stand in the way of the message.
+// What was printed before goes out, and nothing can keep the message back.
 TEST_F(DriverTest, EndsWithAMessageWhenMemoryRunsOut) {
   platform_.zone = [](std::int64_t) -> std::optional<std::int64_t> { throw std::bad_alloc(); };
   platform_.files["."]["run1"].text = Records({"pid|17", "starttime|1000"});
@@ -252,4 +253,5 @@ TEST_F(DriverTest, EndsNormallyWhereTheReaderQuits) {
 }
 
 }  // namespace
+
 }  // namespace ptick

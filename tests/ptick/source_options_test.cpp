@@ -13,6 +13,7 @@
 #include "support/program_run.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::OptionsText;
@@ -165,7 +166,7 @@ TEST_F(SourceOptionsTest, OpenAtMost500Files) {
   EXPECT_EQ(CountOf(parsed), 500U);
   EXPECT_EQ(platform_.opened_files.size(), 500U);
   EXPECT_EQ(platform_.on_terminal, too_many + too_many);
-  // The name behind a refused -f is no longer its own.
+  // The name after a refused -f is no longer its own.
   parsed.options.SourceFiles.clear();
   EXPECT_EQ(OptionsText(parsed.options), "nuv profiles=lib");
 }
@@ -263,4 +264,5 @@ TEST_F(SourceOptionsTest, KeepAPathAsItWasWritten) {
 }
 
 }  // namespace
+
 }  // namespace ptick

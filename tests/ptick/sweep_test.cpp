@@ -18,6 +18,7 @@
 #include "support/memory_platform.h"
 
 namespace ptick {
+
 namespace {
 
 constexpr std::size_t kStride = 331;  // no multiple of the number of reports
@@ -80,7 +81,7 @@ std::string Complaint(const Way& way, int status, const MemoryPlatform& left) {
     return "another refusal than that of a line or of a missing clock rate";
   }
   if (status != 0 && !no_clock_rate && !left.printed.empty()) {
-    return "a refusal behind a report";
+    return "a refusal after a report";
   }
   if (status == 0 && left.printed.empty()) {
     return "no output";
@@ -143,4 +144,5 @@ TEST_F(Sweep, NoByteInAnyPlaceBreaksARun) {
 }
 
 }  // namespace
+
 }  // namespace ptick

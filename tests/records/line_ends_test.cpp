@@ -7,6 +7,7 @@
 #include <vector>
 
 namespace ptick {
+
 namespace {
 
 TEST(LineEnds, AreLineFeedsAndFieldMarks) {
@@ -39,7 +40,7 @@ struct Skipped {
 };
 
 Skipped Skip(const std::string& text, std::uint64_t count) {
-  // What is behind the end is not looked at, whatever it is.
+  // What is after the end is not looked at, whatever it is.
   const std::string padded = text + std::string(kLineEndsPadding, '\n');
   const char* const end = padded.data() + text.size();
   const char* const next = SkipLines(padded.data(), end, count);
@@ -80,4 +81,5 @@ TEST(SkipLines, CountsLineEnds) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -14,6 +14,7 @@
 #include "support/text_record.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::LineTexts;
@@ -51,7 +52,7 @@ TEST(LineFinder, FindsLinesByTheirNumbers) {
       {"one\xfetwo\nthree", {2, 3}, {"two", "three"}},
       {"one\n\nthree\n", {1, 2, 3}, {"one", "", "three"}},
       {"\n\n", {1, 2, 3}, {"", ""}},
-      {"one\xfe", {2, 3}, {""}},  // a field mark stands between two fields
+      {"one\xfe", {2, 3}, {""}},  // a field mark is between two fields
       {"one\xfe\xfe", {1, 2, 3, 4}, {"one", "", ""}},
       {"\xfe", {1, 2, 3}, {"", ""}},
       {"one\xfe\n", {1, 2, 3}, {"one", ""}},
@@ -143,4 +144,5 @@ TEST(LineFinder, FindsWhatReadingTheWholeTextFinds) {
 }
 
 }  // namespace
+
 }  // namespace ptick

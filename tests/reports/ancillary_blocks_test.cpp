@@ -10,6 +10,7 @@
 #include "support/report_run.h"
 
 namespace ptick {
+
 namespace {
 
 class AncillaryBlocksTest : public ReportTest {
@@ -18,7 +19,7 @@ class AncillaryBlocksTest : public ReportTest {
     return Run([&](const ReportJob& job) { PrintResources(tables_, job.output); }).lines;
   }
 
-  // The figures behind the labels of the first n lines.
+  // The figures after the labels of the first n lines.
   std::vector<std::string> Figures(std::size_t n) {
     std::vector<std::string> figures;
     std::string lines = Resources();
@@ -61,12 +62,12 @@ TEST_F(AncillaryBlocksTest, PrintsFiguresAsTheyAre) {
 }
 
 TEST_F(AncillaryBlocksTest, ShowsResidentSetSizesInBytes) {
-  struct Case {
+  struct Row {
     std::string_view pages;
     Value PageSize;
     std::string_view want;
   };
-  const std::vector<Case> cases = {
+  const std::vector<Row> rows = {
       {"1000", "4096", "1000  (4,096,000 bytes)"},
       {"1", 4096, "1  (4,096 bytes)"},
       {"0", "4096", "0  (0 bytes)"},
@@ -80,13 +81,13 @@ TEST_F(AncillaryBlocksTest, ShowsResidentSetSizesInBytes) {
       {"1000", "", "1000"},
       {"1000", 0, "1000"},
   };
-  for (const Case& c : cases) {
-    const std::string pages(c.pages);
+  for (const Row& row : rows) {
+    const std::string pages(row.pages);
     tables_.Resource = pages + "\t" + pages + "\t1000";
-    tables_.PageSize = c.PageSize;
+    tables_.PageSize = row.PageSize;
     EXPECT_EQ(Figures(4),
-              (std::vector<std::string>{std::string(c.want), std::string(c.want), "1000", ""}))
-        << c.pages << " pages of " << c.PageSize.Text();
+              (std::vector<std::string>{std::string(row.want), std::string(row.want), "1000", ""}))
+        << row.pages << " pages of " << row.PageSize.Text();
   }
 }
 
@@ -104,4 +105,5 @@ TEST_F(AncillaryBlocksTest, CountsPerformsWithACommand) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -11,16 +11,17 @@
 #include "value/mask.h"
 
 namespace ptick {
+
 namespace {
 
 TEST_F(AncillaryReportTest, ShowsIndexAndTriggerActivity) {
-  struct Case {
+  struct Row {
     std::string_view count;
     std::string_view ticks;
     std::string_view TotalTicks;
     std::string_view want;
   };
-  const std::vector<Case> cases = {
+  const std::vector<Row> rows = {
       {"1", "0", "100", "1 events , 0 ticks , 0.00% of CPU"},
       {"0", "1", "3", "0 events , 1 ticks , 33.33% of CPU"},
       {"5", "2", "3", "5 events , 2 ticks , 66.67% of CPU"},
@@ -39,19 +40,19 @@ TEST_F(AncillaryReportTest, ShowsIndexAndTriggerActivity) {
       {"-1", "-1", "100", "None"},
       {"abc", "0.0", "100", "None"},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(testing::Message() << c.count << " " << c.ticks << " " << c.TotalTicks);
+  for (const Row& row : rows) {
+    SCOPED_TRACE(testing::Message() << row.count << " " << row.ticks << " " << row.TotalTicks);
     tables_ = ProfileTables();
-    tables_.TotalTicks = c.TotalTicks;
+    tables_.TotalTicks = row.TotalTicks;
     const std::string total = "Profile ticks : " + Fmt(tables_.TotalTicks, "ML,") + "\n";
-    tables_.IndexCount = c.count;
-    tables_.TicksIndex = c.ticks;
-    EXPECT_EQ(Report(),
-              total + "Index count   : " + std::string(c.want) + "\n" + kTriggerNone + kEmptyTail);
+    tables_.IndexCount = row.count;
+    tables_.TicksIndex = row.ticks;
+    EXPECT_EQ(Report(), total + "Index count   : " + std::string(row.want) + "\n" + kTriggerNone +
+                            kEmptyTail);
     std::swap(tables_.IndexCount, tables_.TriggerCount);
     std::swap(tables_.TicksIndex, tables_.TicksTrigger);
     EXPECT_EQ(Report(),
-              total + kIndexNone + "Trigger count : " + std::string(c.want) + "\n" + kEmptyTail);
+              total + kIndexNone + "Trigger count : " + std::string(row.want) + "\n" + kEmptyTail);
   }
 }
 
@@ -65,13 +66,13 @@ TEST_F(AncillaryReportTest, ShowsSharesOfNoTotalAsZero) {
 }
 
 TEST_F(AncillaryReportTest, ShowsUserTicksThatWereCounted) {
-  struct Case {
+  struct Row {
     std::size_t number;
     Value ticks;
     std::string_view TotalTicks;
     std::string_view want;
   };
-  const std::vector<Case> cases = {
+  const std::vector<Row> rows = {
       {3, 25, "100", "User Tick 3   : 25      ( 25.00 % )\n"},
       {1, 1, "3", "User Tick 1   : 1       ( 33.33 % )\n"},
       {2, 2, "3", "User Tick 2   : 2       ( 66.67 % )\n"},
@@ -88,27 +89,27 @@ TEST_F(AncillaryReportTest, ShowsUserTicksThatWereCounted) {
       {8, "", "100", ""},
       {8, "0.0", "100", ""},
   };
-  for (const Case& c : cases) {
+  for (const Row& row : rows) {
     tables_ = ProfileTables();
-    tables_.UserTicks[c.number - 1] = c.ticks;
-    tables_.TotalTicks = c.TotalTicks;
+    tables_.UserTicks[row.number - 1] = row.ticks;
+    tables_.TotalTicks = row.TotalTicks;
     std::string total;
-    if (!c.TotalTicks.empty()) {
-      total = "Profile ticks : " + std::string(c.TotalTicks) + "\n";
+    if (!row.TotalTicks.empty()) {
+      total = "Profile ticks : " + std::string(row.TotalTicks) + "\n";
     }
-    EXPECT_EQ(Report(), total + kIndexNone + kTriggerNone + std::string(c.want) + kEmptyTail)
-        << c.ticks.Text() << " of " << c.TotalTicks;
+    EXPECT_EQ(Report(), total + kIndexNone + kTriggerNone + std::string(row.want) + kEmptyTail)
+        << row.ticks.Text() << " of " << row.TotalTicks;
   }
 }
 
 TEST_F(AncillaryReportTest, ShowsMemoryUnderItsConditions) {
-  struct Case {
+  struct Row {
     Value PageSize;
     std::string_view MemUsed;
     std::string_view MemFree;
     std::string_view want;
   };
-  const std::vector<Case> cases = {
+  const std::vector<Row> rows = {
       {"4096", "", "", "Page size     : 4,096\n"},
       {"abc", "", "", "Page size     : abc\n"},
       {0, "", "", ""},
@@ -122,22 +123,22 @@ TEST_F(AncillaryReportTest, ShowsMemoryUnderItsConditions) {
       {0, "", "1", ""},
       {"8", "1000", "10000", "Page size     : 8\nMemory        : Used 1,000 , Free 10,000\n"},
   };
-  for (const Case& c : cases) {
-    tables_.PageSize = c.PageSize;
-    tables_.MemUsed = c.MemUsed;
-    tables_.MemFree = c.MemFree;
-    EXPECT_EQ(Report(), kIndexNone + kTriggerNone + std::string(c.want) + kEmptyTail)
-        << c.PageSize.Text() << " " << c.MemUsed << " " << c.MemFree;
+  for (const Row& row : rows) {
+    tables_.PageSize = row.PageSize;
+    tables_.MemUsed = row.MemUsed;
+    tables_.MemFree = row.MemFree;
+    EXPECT_EQ(Report(), kIndexNone + kTriggerNone + std::string(row.want) + kEmptyTail)
+        << row.PageSize.Text() << " " << row.MemUsed << " " << row.MemFree;
   }
 }
 
 TEST_F(AncillaryReportTest, ShowsKeyboardSpeed) {
-  struct Case {
+  struct Row {
     std::optional<TypingRate> rate;
     std::string_view Hertz;
     std::string_view want;
   };
-  const std::vector<Case> cases = {
+  const std::vector<Row> rows = {
       {TypingRate{"20", "500"}, "100", "20 characters in 5 secs , 0.25 secs per keystroke"},
       {TypingRate{"3", "100"}, "100", "3 characters in 1 secs , 0.3333 secs per keystroke"},
       {TypingRate{"3", "20"}, "10", "3 characters in 2 secs , 0.6666 secs per keystroke"},
@@ -154,14 +155,16 @@ TEST_F(AncillaryReportTest, ShowsKeyboardSpeed) {
       {std::nullopt, "100", ""},
   };
   const std::string input = "INPUT count   : 0\n";
-  for (const Case& c : cases) {
-    tables_.TypeRate = c.rate;
-    tables_.Hertz = c.Hertz;
-    const std::string speed = c.want.empty() ? "" : "Keyboard speed: " + std::string(c.want) + "\n";
+  for (const Row& row : rows) {
+    tables_.TypeRate = row.rate;
+    tables_.Hertz = row.Hertz;
+    const std::string speed =
+        row.want.empty() ? "" : "Keyboard speed: " + std::string(row.want) + "\n";
     EXPECT_EQ(Report(), kIndexNone + kTriggerNone + input + speed + kEmptyTail.substr(input.size()))
-        << c.want;
+        << row.want;
   }
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -10,6 +10,7 @@
 #include "reports/ancillary_fixture.h"
 
 namespace ptick {
+
 namespace {
 
 TEST_F(AncillaryReportTest, PrintsWhatIsAlwaysThere) {
@@ -84,12 +85,12 @@ TEST_F(AncillaryReportTest, PrintsAllInOrder) {
 
 // A report with nothing but some lines at its beginning.
 TEST_F(AncillaryReportTest, PrintsProcessLinesUnderTheirConditions) {
-  struct Case {
+  struct Row {
     Value ProfileTables::*entry;
     Value recorded;
     std::string_view want;
   };
-  const std::vector<Case> cases = {
+  const std::vector<Row> rows = {
       {&ProfileTables::PortNo, "0", "Port number   : 0\n"},
       {&ProfileTables::PortNo, "-1", ""},
       {&ProfileTables::PortNo, "-0.5", ""},
@@ -110,11 +111,11 @@ TEST_F(AncillaryReportTest, PrintsProcessLinesUnderTheirConditions) {
       {&ProfileTables::TotalTicks, "abc", "Profile ticks : abc\n"},
       {&ProfileTables::TotalTicks, "", ""},
   };
-  for (const Case& c : cases) {
+  for (const Row& row : rows) {
     tables_ = ProfileTables();
-    tables_.*c.entry = c.recorded;
-    EXPECT_EQ(Report(), std::string(c.want) + kIndexNone + kTriggerNone + kEmptyTail)
-        << c.recorded.Text();
+    tables_.*row.entry = row.recorded;
+    EXPECT_EQ(Report(), std::string(row.want) + kIndexNone + kTriggerNone + kEmptyTail)
+        << row.recorded.Text();
   }
 }
 
@@ -125,12 +126,12 @@ TEST_F(AncillaryReportTest, PrintsTheCommandLineAsItIs) {
 }
 
 TEST_F(AncillaryReportTest, ShowsTimesInTheLocalZone) {
-  struct Case {
+  struct Row {
     std::string_view stamp;
     std::int64_t zone_offset;
     std::string_view want;
   };
-  const std::vector<Case> cases = {
+  const std::vector<Row> rows = {
       {"0", 0, "01 JAN 1970 00:00:00"},
       {"0", 3600, "01 JAN 1970 01:00:00"},
       {"0", -1, "31 DEC 1969 23:59:59"},
@@ -144,29 +145,29 @@ TEST_F(AncillaryReportTest, ShowsTimesInTheLocalZone) {
       {"1e5", 0, "1e5 1e5"},
       {" ", 0, "   "},
   };
-  for (const Case& c : cases) {
+  for (const Row& row : rows) {
     tables_ = ProfileTables();
-    platform_.zone = [&c](std::int64_t) { return c.zone_offset; };
-    tables_.StartTime = c.stamp;
-    EXPECT_EQ(Report(), "Start time    : " + std::string(c.want) + "\n" + kIndexNone +
+    platform_.zone = [&row](std::int64_t) { return row.zone_offset; };
+    tables_.StartTime = row.stamp;
+    EXPECT_EQ(Report(), "Start time    : " + std::string(row.want) + "\n" + kIndexNone +
                             kTriggerNone + kEmptyTail)
-        << c.stamp;
+        << row.stamp;
     tables_ = ProfileTables();
-    tables_.EndTime = c.stamp;
-    EXPECT_EQ(Report(), "End time      : " + std::string(c.want) + "\n" + kIndexNone +
+    tables_.EndTime = row.stamp;
+    EXPECT_EQ(Report(), "End time      : " + std::string(row.want) + "\n" + kIndexNone +
                             kTriggerNone + kEmptyTail)
-        << c.stamp;
+        << row.stamp;
   }
 }
 
 TEST_F(AncillaryReportTest, ShowsCpuUsageOnlyWithAClockRate) {
-  struct Case {
+  struct Row {
     std::string_view UsrCpu;
     std::string_view SysCpu;
     std::string_view Hertz;
     std::string_view want;
   };
-  const std::vector<Case> cases = {
+  const std::vector<Row> rows = {
       {"100", "1", "100", "CPU usage     : User 1.00 , System 0.01\n"},
       {"2", "1", "3", "CPU usage     : User 0.67 , System 0.33\n"},
       {"0", "0", "100", "CPU usage     : User 0.00 , System 0.00\n"},
@@ -177,12 +178,12 @@ TEST_F(AncillaryReportTest, ShowsCpuUsageOnlyWithAClockRate) {
       {"1", "", "100", ""},
       {"1", "1", "", ""},
   };
-  for (const Case& c : cases) {
-    tables_.UsrCpu = c.UsrCpu;
-    tables_.SysCpu = c.SysCpu;
-    tables_.Hertz = c.Hertz;
-    EXPECT_EQ(Report(), std::string(c.want) + kIndexNone + kTriggerNone + kEmptyTail)
-        << c.UsrCpu << " " << c.SysCpu << " " << c.Hertz;
+  for (const Row& row : rows) {
+    tables_.UsrCpu = row.UsrCpu;
+    tables_.SysCpu = row.SysCpu;
+    tables_.Hertz = row.Hertz;
+    EXPECT_EQ(Report(), std::string(row.want) + kIndexNone + kTriggerNone + kEmptyTail)
+        << row.UsrCpu << " " << row.SysCpu << " " << row.Hertz;
   }
 }
 
@@ -211,4 +212,5 @@ TEST_F(AncillaryReportTest, SetsNoHeading) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -12,6 +12,7 @@
 #include "support/profiles.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::Tabs;
@@ -155,7 +156,7 @@ TEST(InputLinesTest, BeginWithThePauseBeforeAnInput) {
       {{.hertz = "-100", .last_clock = "50"}, "49", {"SLEEP 0.01", input}},
       {{.hertz = "0", .last_clock = "50"}, "150", {input}},
       {{.hertz = "abc", .last_clock = "50"}, "150", {input}},
-      // None in front of the first input when the clock started at 0.
+      // None before the first input when the clock started at 0.
       {{.hertz = "100", .last_clock = "0"}, "150", {input}},
       {{.hertz = "100", .last_clock = "0"}, "150", {input}},
       {{.hertz = "100", .last_clock = "0.0"}, "150", {input}},

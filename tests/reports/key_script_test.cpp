@@ -10,6 +10,7 @@
 #include "support/report_run.h"
 
 namespace ptick {
+
 namespace {
 
 class KeyScriptTest : public ReportTest {
@@ -61,11 +62,11 @@ TEST_F(KeyScriptTest, HasInputWithoutProgramAndClockRate) {
 }
 
 TEST_F(KeyScriptTest, ReplacesTheProfilingSwitchOfTheCommand) {
-  struct Case {
+  struct Row {
     std::string_view command;
     std::string_view want;
   };
-  const std::vector<Case> cases = {
+  const std::vector<Row> rows = {
       {"PROG -JP X", "PROG -J X"},
       {"PROG -JP -JP", "PROG -J -J"},
       {"PROG -JPX", "PROG -JX"},
@@ -80,22 +81,22 @@ TEST_F(KeyScriptTest, ReplacesTheProfilingSwitchOfTheCommand) {
       {"PROG -JP  ", "PROG -J  "},
       {"PR\xffG ~ $x", "PR\xffG ~ $x"},
   };
-  for (const Case& c : cases) {
-    tables_.ProgramCommand = c.command;
-    EXPECT_EQ(Script(), kBanner + "PROGRAM \"" + std::string(c.want) +
+  for (const Row& row : rows) {
+    tables_.ProgramCommand = row.command;
+    EXPECT_EQ(Script(), kBanner + "PROGRAM \"" + std::string(row.want) +
                             "\" STDOUT \"-\" STDERR \"-\"\nPipeNumber = $PIPE\n"
                             "WAIT PIPE PipeNumber\n")
-        << c.command;
+        << row.command;
   }
 }
 
 TEST_F(KeyScriptTest, GivesTheTypingDelayOfTheWholeRun) {
-  struct Case {
+  struct Row {
     std::optional<TypingRate> rate;
     std::string_view Hertz;
     std::string_view want;
   };
-  const std::vector<Case> cases = {
+  const std::vector<Row> rows = {
       {TypingRate{"20", "500"}, "100", "TYPEDELAY 0.25\n"},
       {TypingRate{"3", "100"}, "100", "TYPEDELAY 0.3333\n"},
       {TypingRate{"0", "500"}, "100", "TYPEDELAY 5\n"},
@@ -111,13 +112,13 @@ TEST_F(KeyScriptTest, GivesTheTypingDelayOfTheWholeRun) {
       {TypingRate{"20", "500"}, "", ""},
       {std::nullopt, "100", ""},
   };
-  for (const Case& c : cases) {
-    tables_.TypeRate = c.rate;
-    tables_.Hertz = c.Hertz;
+  for (const Row& row : rows) {
+    tables_.TypeRate = row.rate;
+    tables_.Hertz = row.Hertz;
     options_.TypeRateOption = false;
-    EXPECT_EQ(Script(), kBanner + std::string(c.want)) << c.want << " " << c.Hertz;
+    EXPECT_EQ(Script(), kBanner + std::string(row.want)) << row.want << " " << row.Hertz;
     options_.TypeRateOption = true;
-    EXPECT_EQ(Script(), kBanner) << c.want << " " << c.Hertz;
+    EXPECT_EQ(Script(), kBanner) << row.want << " " << row.Hertz;
   }
 }
 
@@ -144,11 +145,11 @@ TEST_F(KeyScriptTest, BreaksTheBannerAtFieldMarks) {
 }
 
 TEST_F(KeyScriptTest, NamesTheFileForTheShellAndTheUser) {
-  struct Case {
+  struct Row {
     std::string name;
     std::string word;
   };
-  const std::vector<Case> cases = {
+  const std::vector<Row> rows = {
       {"keys.txt", "keys.txt"},
       {"/tmp/a-b_c+d,e:f@g%h.09AZaz", "/tmp/a-b_c+d,e:f@g%h.09AZaz"},
       {"a b", "'a b'"},
@@ -167,11 +168,11 @@ TEST_F(KeyScriptTest, NamesTheFileForTheShellAndTheUser) {
       {"&1", "'&1'"},
       {"\xc3\xa9", "'\xc3\xa9'"},
   };
-  for (const Case& c : cases) {
-    options_.KeyScriptFile = c.name;
+  for (const Row& row : rows) {
+    options_.KeyScriptFile = row.name;
     const Printed printed = Write();
-    EXPECT_EQ(platform_.shell_runs.back().command_line, "dcopy > " + c.word);
-    EXPECT_EQ(printed.lines, "Keyboard profile written to '" + c.name + "'\n");
+    EXPECT_EQ(platform_.shell_runs.back().command_line, "dcopy > " + row.word);
+    EXPECT_EQ(printed.lines, "Keyboard profile written to '" + row.name + "'\n");
     EXPECT_EQ(printed.terminal, "");
     EXPECT_EQ(printed.stopped, std::nullopt);
   }
@@ -197,4 +198,5 @@ TEST_F(KeyScriptTest, HandsOverAScriptOfAnySize) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -12,6 +12,7 @@
 #include "support/report_run.h"
 
 namespace ptick {
+
 namespace {
 
 class PerformsReportTest : public ReportTest {
@@ -75,12 +76,12 @@ TEST_F(PerformsReportTest, SummaryNeedsNoClockRateAndCutsNothing) {
 }
 
 TEST_F(PerformsReportTest, PrintsJustTheTitlesWithoutPerforms) {
-  struct Case {
+  struct Row {
     bool Verbose;
     bool AllReports;
     std::string want;
   };
-  const std::vector<Case> cases = {
+  const std::vector<Row> rows = {
       {false, false, kTitle + "Times      Program PERFORMed\n"},
       {true, false, kTitle + "Elapsed Type Ticks  CPUusr,CPUsys ProgramPerformed\n"},
       {false, true, "\nTimes      Program PERFORMed\n-----      ------- ---------\n"},
@@ -89,10 +90,10 @@ TEST_F(PerformsReportTest, PrintsJustTheTitlesWithoutPerforms) {
        "------- ---- -----  ------------- ----------------\n"},
   };
   tables_.Hertz = "100";
-  for (const Case& c : cases) {
-    options_.Verbose = c.Verbose;
-    options_.AllReports = c.AllReports;
-    EXPECT_EQ(Report().lines, c.want) << c.Verbose << c.AllReports;
+  for (const Row& row : rows) {
+    options_.Verbose = row.Verbose;
+    options_.AllReports = row.AllReports;
+    EXPECT_EQ(Report().lines, row.want) << row.Verbose << row.AllReports;
   }
 }
 
@@ -131,11 +132,11 @@ TEST_F(PerformsReportTest, TakesAnyTextAsClockRate) {
 }
 
 TEST_F(PerformsReportTest, LaysOutEveryColumn) {
-  struct Case {
+  struct Row {
     PerformSample sample;
     std::string_view want;
   };
-  const std::vector<Case> cases = {
+  const std::vector<Row> rows = {
       {{"", "", "", "", "", "", "C"}, "0                    0,0           C\n"},
       {{"100", "50", "1", "", "", "x", "C"}, "-0.5    X    1       0,0           C\n"},
       {{"0", "1", "1", "1", "2", "x", "C"}, "0.01    X    1       0.01,0.02     C\n"},
@@ -148,8 +149,8 @@ TEST_F(PerformsReportTest, LaysOutEveryColumn) {
        "1844674 \xe4Z    1      0.05,0        C\n"},
   };
   tables_.Hertz = "100";
-  for (const Case& c : cases) {
-    EXPECT_EQ(VerboseLine(c.sample), c.want) << c.want;
+  for (const Row& row : rows) {
+    EXPECT_EQ(VerboseLine(row.sample), row.want) << row.want;
   }
 }
 
@@ -160,19 +161,19 @@ TEST_F(PerformsReportTest, CutsQuotientsLikeUnformattedNumbers) {
 }
 
 TEST_F(PerformsReportTest, CutsTheCommandAtThePageWidth) {
-  struct Case {
+  struct Row {
     std::int64_t PageWidth;
     std::size_t want;
   };
-  const std::vector<Case> cases = {{1, 0},     {30, 0},    {35, 0},     {36, 0},
-                                   {37, 1},    {80, 44},   {132, 96},   {200, 164},
-                                   {335, 299}, {336, 300}, {32767, 300}};
+  const std::vector<Row> rows = {{1, 0},     {30, 0},    {35, 0},     {36, 0},
+                                 {37, 1},    {80, 44},   {132, 96},   {200, 164},
+                                 {335, 299}, {336, 300}, {32767, 300}};
   tables_.Hertz = "100";
-  for (const Case& c : cases) {
-    platform_.width = c.PageWidth;
+  for (const Row& row : rows) {
+    platform_.width = row.PageWidth;
     EXPECT_EQ(VerboseLine({"0", "0", "1", "0", "0", "t", std::string(300, 'c')}),
-              "0       T    1       0,0           " + std::string(c.want, 'c') + "\n")
-        << c.PageWidth;
+              "0       T    1       0,0           " + std::string(row.want, 'c') + "\n")
+        << row.PageWidth;
   }
 }
 
@@ -189,4 +190,5 @@ TEST_F(PerformsReportTest, PrintsALongTitleWithoutPadding) {
 }
 
 }  // namespace
+
 }  // namespace ptick

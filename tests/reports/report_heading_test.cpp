@@ -10,25 +10,27 @@
 #include "support/report_run.h"
 
 namespace ptick {
+
 namespace {
 
 using ReportHeadingTest = ReportTest;
 
 TEST(ReportHeading, FillsTheTitleUpToThePageNumber) {
-  struct Case {
+  struct Row {
     std::size_t title_length;
     std::int64_t width;
     std::size_t blanks;
   };
-  const std::vector<Case> cases = {
+  const std::vector<Row> rows = {
       {10, 79, 54}, {0, 79, 64},  {63, 79, 1},       {64, 79, 0}, {65, 79, 0},
       {200, 79, 0}, {10, 29, 4},  {10, 199, 174},    {10, 0, 0},  {0, 15, 0},
       {0, 16, 1},   {10, -50, 0}, {1, 32766, 32750}, {14, 29, 0}, {13, 29, 1},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(testing::Message() << c.title_length << " in " << c.width);
-    const PageHeading heading = ReportHeading(std::string(c.title_length, 't'), "columns", c.width);
-    EXPECT_EQ(heading.title, std::string(c.title_length, 't') + std::string(c.blanks, ' '));
+  for (const Row& row : rows) {
+    SCOPED_TRACE(testing::Message() << row.title_length << " in " << row.width);
+    const PageHeading heading =
+        ReportHeading(std::string(row.title_length, 't'), "columns", row.width);
+    EXPECT_EQ(heading.title, std::string(row.title_length, 't') + std::string(row.blanks, ' '));
     EXPECT_EQ(heading.columns, "columns");
   }
 }
@@ -64,4 +66,5 @@ TEST_F(ReportHeadingTest, BeginsAReportAmongAllWithTitlesAndRule) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -11,6 +11,7 @@
 #include "support/report_run.h"
 
 namespace ptick {
+
 namespace {
 
 class SharedObjectsReportTest : public ReportTest {
@@ -44,11 +45,11 @@ TEST_F(SharedObjectsReportTest, PrintsJustTheTitlesWithoutObjectsAmongAllReports
 }
 
 TEST_F(SharedObjectsReportTest, LaysOutEveryName) {
-  struct Case {
+  struct Row {
     std::string name;
     std::string want;
   };
-  const std::vector<Case> cases = {
+  const std::vector<Row> rows = {
       {std::string(59, 'n'), std::string(59, 'n')},
       {std::string(60, 'n'), std::string(60, 'n')},
       {std::string(61, 'n'), std::string(60, 'n')},
@@ -61,9 +62,9 @@ TEST_F(SharedObjectsReportTest, LaysOutEveryName) {
       {"\xff\xfd\x01", "\xff\xfd\x01"},
   };
   options_.AllReports = true;
-  for (const Case& c : cases) {
-    tables_.SharedObjects = Fields({c.name});
-    EXPECT_EQ(Report(), "\nShared object name\n------ ------ ----\n" + c.want + "\n") << c.name;
+  for (const Row& row : rows) {
+    tables_.SharedObjects = Fields({row.name});
+    EXPECT_EQ(Report(), "\nShared object name\n------ ------ ----\n" + row.want + "\n") << row.name;
   }
 }
 
@@ -93,11 +94,11 @@ TEST_F(SharedObjectsReportTest, HasSizesTitlesAmongAllReports) {
 }
 
 TEST_F(SharedObjectsReportTest, SplitsTheCommandAtBlanksOnly) {
-  struct Case {
+  struct Row {
     std::string_view name;
     std::vector<std::string> want;
   };
-  const std::vector<Case> cases = {
+  const std::vector<Row> rows = {
       {"lib.so", {"size", "lib.so"}},
       {"x; rm y", {"size", "x;", "rm", "y"}},
       {"$(id) `id` >f", {"size", "$(id)", "`id`", ">f"}},
@@ -115,14 +116,14 @@ TEST_F(SharedObjectsReportTest, SplitsTheCommandAtBlanksOnly) {
       {" -x", {"size", "./-x"}},
   };
   options_.Verbose = true;
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.name);
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.name);
     MemoryPlatform platform;
     Output output(platform, "ptick");
-    tables_.SharedObjects = Fields({c.name});
+    tables_.SharedObjects = Fields({row.name});
     ReportSharedObjects({tables_, options_, platform, output});
     ASSERT_EQ(platform.commands_run.size(), 1U);
-    EXPECT_EQ(platform.commands_run[0], c.want);
+    EXPECT_EQ(platform.commands_run[0], row.want);
   }
 }
 
@@ -187,4 +188,5 @@ TEST_F(SharedObjectsReportTest, TellsOnceThatSizesAreMissing) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -11,6 +11,7 @@
 #include "support/report_run.h"
 
 namespace ptick {
+
 namespace {
 
 class SubroutinesReportTest : public ReportTest {
@@ -54,12 +55,12 @@ TEST_F(SubroutinesReportTest, IsTheSameWhenVerbose) {
 }
 
 TEST_F(SubroutinesReportTest, LaysOutEveryLine) {
-  struct Case {
+  struct Row {
     std::string_view times;
     std::string_view called;
     std::string_view want;
   };
-  const std::vector<Case> cases = {
+  const std::vector<Row> rows = {
       {"1234567890", "SUB", "1234567890  SUB"},
       {"12345678901", "SUB", "1234567890  SUB"},  // cut, not rounded
       {"007", "SUB", "007         SUB"},          // as it was read
@@ -70,11 +71,11 @@ TEST_F(SubroutinesReportTest, LaysOutEveryLine) {
       {"1", "\xfd\x01\xff", "1           \xfd\x01\xff"},
   };
   options_.AllReports = true;
-  for (const Case& c : cases) {
-    tables_.Subroutines = Subroutines({{c.times, c.called}});
+  for (const Row& row : rows) {
+    tables_.Subroutines = Subroutines({{row.times, row.called}});
     EXPECT_EQ(Report(), "\nTimes       Subroutine called\n-----       ---------- ------\n" +
-                            std::string(c.want) + "\n")
-        << c.times << " " << c.called;
+                            std::string(row.want) + "\n")
+        << row.times << " " << row.called;
   }
 }
 
@@ -84,19 +85,20 @@ TEST_F(SubroutinesReportTest, KeepsEqualEntriesApart) {
 }
 
 TEST_F(SubroutinesReportTest, PadsTheTitleToThePageWidth) {
-  struct Case {
+  struct Row {
     std::int64_t PageWidth;
     std::size_t blanks;
   };
-  const std::vector<Case> cases = {{30, 0},  {67, 0},   {68, 0},   {69, 1},
-                                   {80, 12}, {132, 64}, {200, 132}};
-  for (const Case& c : cases) {
-    options_.ReportWidth = c.PageWidth - 1;
+  const std::vector<Row> rows = {{30, 0},  {67, 0},   {68, 0},   {69, 1},
+                                 {80, 12}, {132, 64}, {200, 132}};
+  for (const Row& row : rows) {
+    options_.ReportWidth = row.PageWidth - 1;
     EXPECT_EQ(Report(), "Subroutines called by program PROG from profile run1" +
-                            std::string(c.blanks, ' ') + " Page 1\nTimes       Subroutine\n")
-        << c.PageWidth;
+                            std::string(row.blanks, ' ') + " Page 1\nTimes       Subroutine\n")
+        << row.PageWidth;
   }
 }
 
 }  // namespace
+
 }  // namespace ptick

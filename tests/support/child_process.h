@@ -36,7 +36,7 @@ class ChildProcess {
   void Say(std::string_view message) const { talk_.Say(message); }
   std::string Hear() const { return talk_.Hear(); }
 
-  /// Stops the child and returns once it stands; Continue lets it go on.
+  /// Stops the child and returns once it has stopped; Continue lets it go on.
   void Stop() const;
   void Continue() const;
   /// Kills the child and returns once it is gone; harmless when it is.

@@ -29,7 +29,7 @@ std::string LinesOf(LineBlocks& blocks);
 /// What has been merged; nothing is left there.
 std::string LinesOf(ProfileMerge& merge);
 
-/// Hands lines to a merge as a block, with no more readable bytes behind them than a block has.
+/// Hands lines to a merge as a block, with no more readable bytes after them than a block has.
 void AddLines(ProfileMerge& merge, std::string_view lines);
 
 /// What a parse left.

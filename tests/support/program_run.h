@@ -10,7 +10,7 @@
 
 namespace ptick::testing {
 
-/// The usage text as it must stand on the terminal.
+/// The usage text as it must be on the terminal.
 std::string_view UsageText();
 
 /// What came of a command line.

@@ -18,7 +18,7 @@
 
 namespace ptick {
 
-/// What a report left behind.
+/// What a report printed, and how it ended.
 struct Printed {
   std::string lines;     ///< on standard output
   std::string terminal;  ///< diagnostics

@@ -55,7 +55,7 @@ void TerminalSession::Type(std::string_view keys) const {
 }
 
 std::string TerminalSession::Shown() const {
-  // A mark behind everything else tells when all of it has been read.
+  // A mark after everything else tells when all of it has been read.
   constexpr char kMark = '\x02';
   std::string shown;
   if (::write(terminal_.Get(), &kMark, 1) != 1) {

@@ -13,7 +13,7 @@
 namespace ptick::testing {
 
 /// A record that hands out a text in pieces of at most `piece` bytes, and whose reading may fail
-/// behind the last of them.
+/// after the last of them.
 class TextRecord final : public RecordReader {
  public:
   enum class End { kReached, kFails };

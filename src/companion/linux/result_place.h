@@ -10,7 +10,7 @@
 
 namespace ptick::companion {
 
-/// What a name stands for, links followed. Of the two, one is there.
+/// What a name means, links followed. Of the two, one is there.
 struct ResultPlace {
   /// Something that is written as it is: a pipe, a device, a descriptor of this process.
   UniqueFd open;

@@ -1,4 +1,4 @@
-// Signals that end the process leave nothing half done behind.
+// Signals that end the process leave nothing half done.
 #pragma once
 
 #include <csignal>

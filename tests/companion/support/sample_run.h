@@ -12,7 +12,7 @@
 
 namespace ptick::companion::testing {
 
-/// What a run of ptick-sample left behind.
+/// The results of a run of ptick-sample.
 struct SampleRun {
   /// The exit status, or 128 plus the number of the signal that ended it.
   int status = 0;

@@ -19,6 +19,7 @@
 #include "support/port_fixture.h"
 
 namespace ptick::ports {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -113,7 +114,7 @@ TEST_F(Ports, AreGoneWithAProcessThatWasKilled) {
   listener->Kill();
   EXPECT_EQ(SendPortMessage(5, "two"), ECONNREFUSED);
   EXPECT_EQ(MonitorOff(5), ECONNREFUSED);
-  EXPECT_EQ(ListeningPorts(0, 9), std::vector<std::int64_t>{5}) << "the file still stands";
+  EXPECT_EQ(ListeningPorts(0, 9), std::vector<std::int64_t>{5}) << "the file is still there";
 }
 
 TEST_F(Ports, QueueForAProcessThatIsStopped) {
@@ -213,4 +214,5 @@ TEST_F(Ports, LeaveNoDescriptorOpen) {
 }
 
 }  // namespace
+
 }  // namespace ptick::ports

@@ -13,6 +13,7 @@
 #include "support/profiles.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::AddLines;
@@ -30,7 +31,7 @@ std::string Merged(const Profiles& profiles) {
   return LinesOf(merge);
 }
 
-/// Merges each group of profiles: behind profile i (from 0) a group ends where bit i of `cuts` is
+/// Merges each group of profiles: after profile i (from 0) a group ends where bit i of `cuts` is
 /// set.
 Profiles MergedGroups(const Profiles& profiles, unsigned cuts) {
   Profiles merged;
@@ -152,4 +153,5 @@ TEST(MergeOfMerges, DropsTheSameRecordsAtEveryStep) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -11,6 +11,7 @@
 #include "support/profiles.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::AddLines;
@@ -89,7 +90,7 @@ TEST(ProfileMerge, TellsKeysApart) {
   }
 }
 
-// The type is what stands behind the first colon, up to the next one or to the end of its field.
+// The type is what follows the first colon, up to the next one or to the end of its field.
 TEST(ProfileMerge, KnowsTheTypeBetweenColons) {
   EXPECT_EQ(Merged({"PROFILE:startclock:x|100", "PROFILE:startclock:x|90"}),
             Tabs("PROFILE:startclock:x|90\n"));
@@ -217,4 +218,5 @@ TEST(ProfileMerge, HasReadableBytesAfterItsBlocks) {
 }
 
 }  // namespace
+
 }  // namespace ptick

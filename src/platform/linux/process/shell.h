@@ -15,7 +15,7 @@ namespace ptick {
 /// the end of this process included.
 ///
 /// Where the platform's command `dcopy`, which copies its input to its output, is not installed, a
-/// function of the shell stands in for it.
+/// function of the shell takes its place.
 ///
 /// Threads: one at a time; signals that another thread takes are not seen.
 int RunShellLine(const std::string& line, std::string_view input);
