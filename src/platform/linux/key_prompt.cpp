@@ -1,5 +1,6 @@
 #include "platform/linux/key_prompt.h"
 
+#include <fcntl.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -9,8 +10,8 @@
 #include <string>
 
 #include "platform/linux/process/signal_hold.h"
+#include "platform/linux/unique_fd.h"
 #include "platform/linux/wait_ready.h"
-#include "platform/linux/write_all.h"
 
 namespace ptick {
 
@@ -55,6 +56,37 @@ class KeyMode {
   bool is_terminal_;
 };
 
+// The terminal on standard output, written to without ever waiting where it holds output up. That
+// is asked of a description of its own, for the one of standard output is shared with other
+// programs.
+class PatientOutput {
+ public:
+  PatientOutput()
+      : own_(::open("/proc/self/fd/1", O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC)),
+        fd_(own_.IsOpen() ? own_.Get() : STDOUT_FILENO) {}
+
+  // Writes what the terminal takes within `milliseconds` after another and before a signal comes.
+  void Write(std::string_view text, int milliseconds, const SignalHold& hold) const {
+    while (!text.empty()) {
+      std::array<pollfd, 2> sources = {{{.fd = fd_, .events = POLLOUT, .revents = 0},
+                                        {.fd = hold.Descriptor(), .events = POLLIN, .revents = 0}}};
+      if (WaitReady(sources, milliseconds) && sources[0].revents == 0) {
+        return;
+      }
+      const ssize_t written = ::write(fd_, text.data(), text.size());
+      if (written >= 0) {
+        text.remove_prefix(static_cast<std::size_t>(written));
+      } else if (errno != EINTR && (errno != EAGAIN || milliseconds == kAtOnce)) {
+        return;
+      }
+    }
+  }
+
+ private:
+  UniqueFd own_;
+  int fd_;
+};
+
 // A prompt that is on its row while this lives.
 class ShownPrompt {
  public:
@@ -63,25 +95,17 @@ class ShownPrompt {
   }
   ShownPrompt(const ShownPrompt&) = delete;
   ShownPrompt& operator=(const ShownPrompt&) = delete;
-  ~ShownPrompt() { Write(kClearRow, kForever); }
+  ~ShownPrompt() { output_.Write(kClearRow, kForever, hold_); }
 
   /// Also where it is shown already, or keys typed ahead were echoed.
-  void Show() const { Write(std::string(kClearRow).append(prompt_), kForever); }
+  void Show() const { output_.Write(std::string(kClearRow).append(prompt_), kForever, hold_); }
   /// Before a signal takes effect, which output that is held up must not delay.
-  void EraseAtOnce() const { Write(kClearRow, kAtOnce); }
+  void EraseAtOnce() const { output_.Write(kClearRow, kAtOnce, hold_); }
 
  private:
   static constexpr std::string_view kClearRow = "\r\x1b[K";
 
-  // Writes when the terminal takes it within `milliseconds` and before a signal comes.
-  void Write(std::string_view text, int milliseconds) const {
-    std::array<pollfd, 2> sources = {{{.fd = STDOUT_FILENO, .events = POLLOUT, .revents = 0},
-                                      {.fd = hold_.Descriptor(), .events = POLLIN, .revents = 0}}};
-    if (!WaitReady(sources, milliseconds) || sources[0].revents != 0) {
-      WriteAll(STDOUT_FILENO, text);
-    }
-  }
-
+  PatientOutput output_;
   std::string_view prompt_;
   const SignalHold& hold_;
 };
