@@ -229,5 +229,44 @@ TEST(RecordFilesTest, StaysWithTheDirectoryThatWasOpened) {
   EXPECT_NE(file->OpenRecord("record"), nullptr);
 }
 
+TEST(RecordFilesTest, OpensARecordByItsPath) {
+  const TempDirectory directory;
+  const std::string path = directory.Write("record", "text");
+  EXPECT_EQ(ReadAll(OpenPath(path)), "text");
+  EXPECT_TRUE(OpenPath(path)->CanBeReadAgain());
+  struct Row {
+    std::string path;
+    int error;
+  };
+  const std::vector<Row> rows = {
+      {"", ENOENT},
+      {directory / "none", ENOENT},
+      {path + "/", ENOTDIR},
+      {std::string("/dev/null\0", 10), ENOENT},
+      {directory.Path(), EISDIR},
+  };
+  for (const Row& row : rows) {
+    int error = 0;
+    EXPECT_EQ(OpenPath(row.path, &error), nullptr) << row.path;
+    EXPECT_EQ(error, row.error) << row.path;
+  }
+}
+
+TEST(RecordFilesTest, ReadsOnFromADescriptor) {
+  const TempDirectory directory;
+  const UniqueFd file(::open(directory.Write("record", "text").c_str(), O_RDONLY | O_CLOEXEC));
+  ASSERT_EQ(::lseek(file.Get(), 2, SEEK_SET), 2);
+  const std::unique_ptr<RecordReader> reader = ReadOpenFile(file.Get());
+  EXPECT_FALSE(reader->CanBeReadAgain());
+  EXPECT_EQ(ReadAll(reader), "xt");
+  EXPECT_EQ(ReadAll(ReadOpenFile(file.Get())), "");
+  int error = 0;
+  EXPECT_EQ(ReadOpenFile(-1, &error), nullptr);
+  EXPECT_EQ(error, EBADF);
+  const UniqueFd folder(::open(directory.Path().c_str(), O_RDONLY | O_CLOEXEC));
+  EXPECT_EQ(ReadOpenFile(folder.Get(), &error), nullptr);
+  EXPECT_EQ(error, EISDIR);
+}
+
 }  // namespace
 }  // namespace ptick

@@ -87,6 +87,15 @@ std::unique_ptr<RecordReader> ReaderOf(UniqueFd fd, bool is_regular) {
   return std::make_unique<LinuxRecordReader>(std::move(fd), is_regular);
 }
 
+// Of whatever can be read to its end; a directory cannot.
+std::unique_ptr<RecordReader> ReaderOfAny(UniqueFd fd, int* error) {
+  const std::optional<mode_t> mode = ModeOf(fd);
+  if (!mode) {
+    return Refuse(errno, error);
+  }
+  return S_ISDIR(*mode) ? Refuse(EISDIR, error) : ReaderOf(std::move(fd), S_ISREG(*mode));
+}
+
 class LinuxRecordFile final : public RecordFile {
  public:
   explicit LinuxRecordFile(UniqueFd directory) : directory_(std::move(directory)) {}
@@ -95,12 +104,7 @@ class LinuxRecordFile final : public RecordFile {
     if (!NamesRecord(name)) {
       return RefuseName(name, error);
     }
-    UniqueFd fd = OpenAt(directory_.Get(), std::string(name), O_RDONLY | O_NOCTTY);
-    const std::optional<mode_t> mode = ModeOf(fd);
-    if (!mode) {
-      return Refuse(errno, error);
-    }
-    return S_ISDIR(*mode) ? Refuse(EISDIR, error) : ReaderOf(std::move(fd), S_ISREG(*mode));
+    return ReaderOfAny(OpenAt(directory_.Get(), std::string(name), O_RDONLY | O_NOCTTY), error);
   }
 
   // It is looked at before it is opened: opening a FIFO lets a writer go on that waits for a
@@ -142,6 +146,23 @@ std::unique_ptr<RecordFile> OpenRecordFile(std::string_view name, int* error) {
     return Refuse(errno, error);
   }
   return std::make_unique<LinuxRecordFile>(std::move(directory));
+}
+
+std::unique_ptr<RecordReader> OpenPath(std::string_view path, int* error) {
+  if (path.find('\0') != std::string_view::npos) {
+    return Refuse(ENOENT, error);
+  }
+  return ReaderOfAny(OpenAt(AT_FDCWD, std::string(path), O_RDONLY | O_NOCTTY), error);
+}
+
+std::unique_ptr<RecordReader> ReadOpenFile(int fd, int* error) {
+  UniqueFd copy(::fcntl(fd, F_DUPFD_CLOEXEC, 0));
+  const std::optional<mode_t> mode = ModeOf(copy);
+  if (!mode) {
+    return Refuse(errno, error);
+  }
+  // Its position is shared, so what was read is gone, whatever it is.
+  return S_ISDIR(*mode) ? Refuse(EISDIR, error) : ReaderOf(std::move(copy), false);
 }
 
 }  // namespace ptick

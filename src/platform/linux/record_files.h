@@ -17,6 +17,12 @@ namespace ptick {
 /// Threads: any; a reader belongs to one at a time.
 std::unique_ptr<RecordFile> OpenRecordFile(std::string_view name, int* error = nullptr);
 
+/// Opens a record by its path, wherever that leads. Null, and the error number, as above.
+std::unique_ptr<RecordReader> OpenPath(std::string_view path, int* error = nullptr);
+
+/// Reads on from a descriptor that is open, such as standard input, which stays open.
+std::unique_ptr<RecordReader> ReadOpenFile(int fd, int* error = nullptr);
+
 /// The platform files of the system, for a program that needs nothing else of it.
 class LinuxRecordFiles final : public RecordFiles {
  public:

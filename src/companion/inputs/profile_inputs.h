@@ -1,0 +1,47 @@
+// Reads the profiles of a companion's command line.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "companion/progress.h"
+#include "platform/record_file.h"
+#include "profile/merge/profile_merge.h"
+#include "profile/parse/read_options.h"
+#include "profile/tables/profile_tables.h"
+
+namespace ptick::companion {
+
+/// Opens an input by the name that its user typed; throws Trouble. OpenInput in
+/// companion/linux/inputs.h is one.
+using InputOpener = std::function<std::unique_ptr<RecordReader>(const std::string& name)>;
+
+/// Each input is opened once, when its turn comes, read front to back and closed. Every line of it
+/// is checked as it is read alone: what cannot be read, and a record of an unknown type, are
+/// Trouble that names the input, and its own line. Tables are then filled in part.
+///
+/// Progress is told of the bytes read; it may be shared.
+class ProfileInputs {
+ public:
+  ProfileInputs(InputOpener open, Progress& progress)
+      : open_(std::move(open)), progress_(progress) {}
+
+  /// Reads one profile as it is, into empty tables, which are named after it.
+  void ReadOne(const std::string& name, const ReadOptions& options, ProfileTables& tables) const;
+
+  /// Reads one side of a command line into empty tables, as `ptick` does: one profile as it is, two
+  /// or more merged, in their order, and named after the first: "run1 ...". No names, no records.
+  void Read(const std::vector<std::string>& names, const ReadOptions& options,
+            ProfileTables& tables) const;
+
+  /// Takes the lines of a profile into a merge; where that throws, it has taken some of them.
+  void Merge(const std::string& name, ProfileMerge& merge) const;
+
+ private:
+  InputOpener open_;
+  Progress& progress_;
+};
+
+}  // namespace ptick::companion
