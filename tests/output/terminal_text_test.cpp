@@ -44,6 +44,7 @@ TEST(HarmlessText, ShowsWhatDrivesReordersOrHidesAsQuestionMarks) {
       {"\xED\xA0\x80", "\xED\xA0?"},
       // Edges of what reorders and hides.
       {"\u200A\u200B\u200C\u200D\u200E\u200F\u2010", "\u200A?????\u2010"},
+      // NOLINTNEXTLINE(misc-misleading-bidirectional): that is what is replaced
       {"\u2027\u2028\u2029\u202A\u202B\u202C\u202D\u202E\u202F", "\u2027???????\u202F"},
       {"\u205F\u2060\u2064\u2065\u2066\u2069\u206A", "\u205F?????\u206A"},
       {"\uFEFE\uFEFF\uFF00", "\uFEFE?\uFF00"},

@@ -22,7 +22,7 @@ OrderedTicks MakeTicks(const std::vector<Sample>& samples) {
   for (const Sample& sample : samples) {
     table.Add(sample.program, sample.line, sample.ticks);
   }
-  return OrderedTicks(std::move(table), SortOrder::kDescending, false);
+  return {std::move(table), SortOrder::kDescending, false};
 }
 
 std::vector<std::string> Rows(const OrderedTicks& ticks, RowLayout& layout) {

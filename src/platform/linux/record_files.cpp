@@ -93,7 +93,10 @@ std::unique_ptr<RecordReader> ReaderOfAny(UniqueFd fd, int* error) {
   if (!mode) {
     return Refuse(errno, error);
   }
-  return S_ISDIR(*mode) ? Refuse(EISDIR, error) : ReaderOf(std::move(fd), S_ISREG(*mode));
+  if (S_ISDIR(*mode)) {
+    return Refuse(EISDIR, error);
+  }
+  return ReaderOf(std::move(fd), S_ISREG(*mode));
 }
 
 class LinuxRecordFile final : public RecordFile {
@@ -127,7 +130,10 @@ class LinuxRecordFile final : public RecordFile {
     if (!mode) {
       return Refuse(errno, error);
     }
-    return S_ISREG(*mode) ? ReaderOf(std::move(fd), true) : RefuseKind(*mode, error);
+    if (!S_ISREG(*mode)) {
+      return RefuseKind(*mode, error);
+    }
+    return ReaderOf(std::move(fd), true);
   }
 
  private:
