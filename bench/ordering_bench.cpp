@@ -58,6 +58,7 @@ void SortEntries(benchmark::State& state) {
   const std::vector<TickEntry> arrivals = RandomEntries(static_cast<std::uint32_t>(state.range(0)));
   for (auto _ : state) {
     std::vector<TickEntry> entries;
+    entries.reserve(arrivals.size());
     for (const TickEntry& entry : arrivals) {
       entries.push_back(entry);
     }

@@ -34,7 +34,7 @@ OrderedTicks RandomTicks() {
     const std::uint32_t line = random.Below(5000) + 1;
     table.Add(program, line, random.Zipf());
   }
-  return OrderedTicks(std::move(table), SortOrder::kDescending, false);
+  return {std::move(table), SortOrder::kDescending, false};
 }
 
 void LayOutRows(benchmark::State& state) {

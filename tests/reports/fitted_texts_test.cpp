@@ -77,7 +77,7 @@ TEST(FittedTexts, AreCutToTheColumn) {
 TEST(FittedTexts, AreWhatTheStepsOneByOneGive) {
   std::mt19937 random(1);
   for (int round = 0; round < 3000; ++round) {
-    const std::int64_t width = static_cast<std::int64_t>(random() % 12);
+    const auto width = static_cast<std::int64_t>(random() % 12);
     FittedTexts texts(width);
     std::vector<std::string> want;
     for (int n = 0; n < 5; ++n) {
