@@ -17,8 +17,13 @@ from support.documents import (  # noqa: E402
 )
 from support.program import PTICK, SOURCE_DIR, ProgramTest, clean_environment  # noqa: E402
 
-# These build the program: tests/quickstart runs the one, and the other runs this.
-SET_UP = ("./quickstart", "./test")
+# These build the programs: tests/quickstart runs the first, the second runs this.
+SET_UP = (
+    "./quickstart",
+    "./test",
+    "tools/install_packages companions",
+    "cmake --preset release -DPTICK_COMPANIONS=ON && cmake --build --preset release",
+)
 
 
 class ReadmeTest(ProgramTest):

@@ -94,7 +94,9 @@ const Floor* FloorOf(std::string_view path, const std::vector<Floor>& floors) {
 bool IsLinux(std::string_view path) {
   return path.starts_with("platform/linux/") || path.starts_with("companion/linux/");
 }
-bool IsCompanion(std::string_view path) { return path.starts_with("companion/"); }
+bool IsCompanion(std::string_view path) {
+  return path.starts_with("companion/") || path.starts_with("ptick_");
+}
 bool IsMain(std::string_view path) { return path.ends_with("/main.cpp"); }
 
 /// Whether `file` may include `included`, which is written as between its quotes.
@@ -207,6 +209,8 @@ TEST(Floors, AreDownwards) {
       {"companion/linux/result_file.cpp", "platform/platform.h", false},
       {"platform/linux/terminal.cpp", "companion/linux/terminal.h", false},
       {"ptick/driver.cpp", "companion/table.h", false},
+      {"ptick_merge/main.cpp", "companion/linux/program.h", true},
+      {"ptick_merge/name_list.cpp", "companion/linux/inputs.h", false},
       {"ptick/driver.cpp", "usage.h", false},
       {"elsewhere/new.cpp", "value/value.h", false},
   };
@@ -232,6 +236,8 @@ TEST(Floors, KeepSystemHeadersInOneFolder) {
       {"profile/scan/control_bytes.h", "emmintrin.h", true},
       {"companion/number_text.cpp", "fmt/format.h", true},
       {"companion/number_text.cpp", "unistd.h", false},
+      {"ptick_merge/merge_inputs.cpp", "fmt/format.h", true},
+      {"ptick_merge/main.cpp", "unistd.h", false},
       {"companion/linux/terminal.cpp", "unistd.h", true},
       {"reports/line_report.cpp", "fmt/format.h", false},
   };

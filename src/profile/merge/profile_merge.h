@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory_resource>
 #include <string>
@@ -39,7 +40,10 @@ class ProfileMerge {
   /// prefix "PROFILE:" are passed over.
   void AddLines(std::string_view block);
 
-  bool Empty() const { return values_.Keys().size() == 0; }
+  bool Empty() const { return KeyCount() == 0; }
+
+  /// How many distinct keys there are.
+  std::size_t KeyCount() const { return values_.Keys().size(); }
 
   /// The merged lines; nothing is left here.
   MergedLines TakeLines() { return MergedLines(std::move(values_)); }
