@@ -1,0 +1,128 @@
+#include "compare/binomial_test.h"
+
+#include <algorithm>
+#include <boost/math/distributions/binomial.hpp>
+#include <cmath>
+
+namespace ptick::compare {
+
+namespace {
+
+// Long doubles would take many times as long, for digits that nobody reads. A sum of tiny outcomes
+// is 0 where it is below what doubles hold.
+namespace policies = boost::math::policies;
+using Policy = policies::policy<policies::promote_double<false>,
+                                policies::underflow_error<policies::ignore_error>,
+                                policies::evaluation_error<policies::ignore_error>>;
+using Binomial = boost::math::binomial_distribution<double, Policy>;
+
+constexpr double kSlack = 1e-7;
+
+constexpr std::size_t kPlaces = std::size_t{1} << 16U;
+
+std::size_t PlaceOf(double old_count, double new_count) {
+  // Counts below 256 have places of their own.
+  const double place = std::fmod(old_count * 256 + new_count, static_cast<double>(kPlaces));
+  return static_cast<std::size_t>(place);
+}
+
+// Outcomes grow less likely on both sides of the most likely one. Finds how far on one side they
+// are still more likely than a bar.
+class Side {
+ public:
+  /// `direction` is 1 for outcomes above the most likely one, -1 for those below; `last` is the
+  /// last outcome on that side.
+  Side(const Binomial& outcomes, double bar, double direction, double last)
+      : outcomes_(outcomes), bar_(bar), direction_(direction), last_(last) {}
+
+  /// The first outcome after `likely` that is not above the bar, or the one after the last outcome
+  /// when all are. The search begins at `guess`.
+  double FirstUnlikely(double likely, double guess) const {
+    double above = likely;
+    double below = last_ + direction_;
+    double at =
+        direction_ > 0 ? std::clamp(guess, likely, last_) : std::clamp(guess, last_, likely);
+    // Walks in ever longer steps until the bar is between two outcomes.
+    const bool begins_above = IsAbove(at);
+    for (double step = begins_above ? direction_ : -direction_;; step *= 2) {
+      (begins_above ? above : below) = at;
+      at += step;
+      if (Gap(likely, at) <= 0 || Gap(at, last_) < 0) {
+        break;
+      }
+      if (IsAbove(at) != begins_above) {
+        (begins_above ? below : above) = at;
+        break;
+      }
+    }
+    return Bisect(above, below);
+  }
+
+ private:
+  bool IsAbove(double outcome) const { return pdf(outcomes_, outcome) > bar_; }
+  double Gap(double from, double to) const { return (to - from) * direction_; }
+
+  double Bisect(double above, double below) const {
+    while (Gap(above, below) > 1) {
+      const double middle = std::floor(above + (below - above) / 2);
+      // Whole numbers that large are not all there is between.
+      if (middle == above || middle == below) {
+        break;
+      }
+      (IsAbove(middle) ? above : below) = middle;
+    }
+    return below;
+  }
+
+  const Binomial& outcomes_;
+  double bar_;
+  double direction_;
+  double last_;
+};
+
+double SumUpTo(const Binomial& outcomes, double last) { return last < 0 ? 0 : cdf(outcomes, last); }
+
+double SumFrom(const Binomial& outcomes, double first) {
+  if (first <= 0) {
+    return 1;
+  }
+  return first > outcomes.trials() ? 0 : cdf(complement(outcomes, first - 1));
+}
+
+}  // namespace
+
+BinomialTest::BinomialTest(double old_weight, double new_weight)
+    : share_(new_weight / (old_weight + new_weight)), known_(kPlaces) {}
+
+double BinomialTest::PValue(double old_count, double new_count) {
+  Known& known = known_[PlaceOf(old_count, new_count)];
+  if (known.old_count != old_count || known.new_count != new_count) {
+    known = {old_count, new_count, Compute(old_count, new_count)};
+  }
+  return known.p_value;
+}
+
+double BinomialTest::Compute(double old_count, double new_count) const {
+  const double all = old_count + new_count;
+  const Binomial outcomes(all, share_);
+  if (share_ == 0.5) {  // both sides are mirror images
+    const double smaller = std::min(old_count, new_count);
+    return all - 2 * smaller <= 1 ? 1 : std::min(1.0, 2 * SumUpTo(outcomes, smaller));
+  }
+  const double bar = pdf(outcomes, new_count) * (1 + kSlack);
+  if (bar == 0) {
+    return 0;
+  }
+  const double most_likely = std::min(all, std::floor((all + 1) * share_));
+  if (pdf(outcomes, most_likely) <= bar) {
+    return 1;
+  }
+  const double mirrored = std::round(2 * all * share_ - new_count);
+  const double lower =
+      Side(outcomes, bar, -1, 0).FirstUnlikely(most_likely, std::min(new_count, mirrored));
+  const double upper =
+      Side(outcomes, bar, 1, all).FirstUnlikely(most_likely, std::max(new_count, mirrored));
+  return std::min(1.0, SumUpTo(outcomes, lower) + SumFrom(outcomes, upper));
+}
+
+}  // namespace ptick::compare
