@@ -23,6 +23,12 @@ class Amounts {
   /// Adds to what the present run has of a key.
   void Add(Id key, std::int64_t number);
   void Add(Id key, const Value& number);
+  /// A hint: a key will be added to, or asked for, soon.
+  void Prefetch(Id key) const {
+    if (key < cells_.size()) {
+      __builtin_prefetch(&cells_[key]);
+    }
+  }
   /// Ends the present run; another one begins.
   void EndRun();
 
@@ -36,7 +42,7 @@ class Amounts {
   /// than the runs. 0 for one run.
   double Deviation(Id key) const;
   /// Whether each run has a whole number that is not negative.
-  bool IsCount(Id key) const { return !no_counts_.contains(key); }
+  bool IsCount(Id key) const { return no_counts_.empty() || !no_counts_.contains(key); }
 
  private:
   struct Cell {

@@ -27,6 +27,9 @@ struct Row {
   /// Its numbers among the keys of the sides; kNone on a side that does not have it.
   KeyTable::Id old_key = kNone;
   KeyTable::Id new_key = kNone;
+  /// What the runs of each side add up to; 0 on a side that does not have the key.
+  Number old_sum = std::int64_t{0};
+  Number new_sum = std::int64_t{0};
   bool is_significant = true;
   /// How likely chance alone gives such a change, and the false discovery rate at which it counts;
   /// not a number for a row that is not tested.
@@ -84,7 +87,8 @@ class Comparison {
 
  private:
   void Join(const LineMoves* moves);
-  void AddRow(const Row& row);
+  void AddRow(Row row);
+  void PrefetchNew(KeyTable::Id old_key) const;
   bool IsChanged(const Row& row) const;
   void TestRows();
   TickTest::Sides SidesForRows() const;

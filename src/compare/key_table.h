@@ -21,6 +21,21 @@ class KeyTable {
   /// The number of a key that is there.
   std::optional<Id> Find(Key key) const;
 
+  /// Hints for a caller that looks many keys up: what a lookup will touch is brought near, one step
+  /// after the other, while other keys are dealt with.
+  void PrefetchSlot(Key key) const {
+    if (!slots_.empty()) {
+      __builtin_prefetch(&slots_[SlotOf(key)]);
+    }
+  }
+  void PrefetchKey(Key key) const {
+    if (const Id likely = LikelyId(key); likely < keys_.size()) {
+      __builtin_prefetch(&keys_[likely]);
+    }
+  }
+  /// The number that a key most likely has; any, or none, when it is not there.
+  Id LikelyId(Key key) const { return slots_.empty() ? 0 : slots_[SlotOf(key)] - 1; }
+
   std::size_t size() const { return keys_.size(); }
   Key operator[](Id id) const { return keys_[id]; }
 

@@ -31,6 +31,7 @@ Number WithoutRounding(const Number& more, const Number& less) {
 Factor Factor::PerRun(std::size_t runs) {
   const auto count = static_cast<std::int64_t>(runs);
   Factor factor(1, count);
+  factor.is_one_ = runs == 1;
   factor.exact_ = {1, count};
   return factor;
 }
@@ -69,12 +70,18 @@ Number Factor::Quotient(const Fraction& fraction) {
 }
 
 Number Factor::Times(const Number& sum) const {
+  if (is_one_) {
+    return sum;
+  }
   const std::optional<Fraction> exact = Exact(sum);
   return exact ? Quotient(*exact) : Divide(Multiply(sum, times_), divisor_).AsNumber();
 }
 
 Number Factor::Difference(const Number& new_sum, const Factor& new_factor, const Number& old_sum,
                           const Factor& old_factor) {
+  if (new_factor.is_one_ && old_factor.is_one_) {
+    return Subtract(new_sum, old_sum).AsNumber();
+  }
   const std::optional<Fraction> more = new_factor.Exact(new_sum);
   const std::optional<Fraction> less = old_factor.Exact(old_sum);
   if (more && less) {

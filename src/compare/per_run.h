@@ -39,6 +39,8 @@ class Factor {
 
   static Number Quotient(const Fraction& fraction);
 
+  /// Whether sums are taken as they are.
+  bool is_one_ = false;
   std::optional<Fraction> exact_;
   Value times_;
   Value divisor_;

@@ -37,32 +37,46 @@ double Weight(const Comparison& comparison, const Row& row, SortBy by) {
   return 0;
 }
 
+/// What a row is sorted by, small and side by side.
+struct Place {
+  double weight;
+  /// The place of its name, then its line or subroutine, or the old one where there is no new one.
+  std::uint64_t name_and_detail;
+  std::uint32_t row;
+
+  std::uint32_t Detail() const { return static_cast<std::uint32_t>(name_and_detail); }
+  bool IsSameName(const Place& other) const {
+    return name_and_detail >> 32U == other.name_and_detail >> 32U;
+  }
+};
+
 // Byte order of names, then the order of lines or subroutines.
 class NameOrder {
  public:
   explicit NameOrder(const Comparison& comparison)
-      : names_(comparison.Names()),
+      : rows_(comparison.Rows()),
+        names_(comparison.Names()),
         has_lines_(comparison.OldSide().GetKind() == Kind::kLine),
         places_(PlacesByBytes(names_.Names())) {}
 
-  bool Precedes(const Row& row, const Row& other) const {
-    if (row.name != other.name) {
-      return places_[row.name] < places_[other.name];
+  std::uint64_t NameAndDetail(const Row& row) const {
+    const std::uint32_t detail = row.new_detail == Row::kNone ? row.old_detail : row.new_detail;
+    return std::uint64_t{places_[row.name]} << 32U | detail;
+  }
+
+  bool Precedes(const Place& a, const Place& b) const {
+    if (a.name_and_detail == b.name_and_detail) {  // a line that is gone and a new one
+      return rows_[a.row].new_detail == Row::kNone && rows_[b.row].new_detail != Row::kNone;
     }
-    const std::uint32_t detail = DetailOf(row);
-    const std::uint32_t other_detail = DetailOf(other);
-    if (detail == other_detail) {  // the same number, a line that is gone and a new one
-      return row.new_detail == Row::kNone && other.new_detail != Row::kNone;
+    if (!a.IsSameName(b)) {
+      return a.name_and_detail < b.name_and_detail;
     }
-    return has_lines_ ? names_.LinePrecedes(detail, other_detail)
-                      : names_.Details()[detail] < names_.Details()[other_detail];
+    return has_lines_ ? names_.LinePrecedes(a.Detail(), b.Detail())
+                      : names_.Details()[a.Detail()] < names_.Details()[b.Detail()];
   }
 
  private:
-  static std::uint32_t DetailOf(const Row& row) {
-    return row.new_detail == Row::kNone ? row.old_detail : row.new_detail;
-  }
-
+  const std::vector<Row>& rows_;
   const KeyNames& names_;
   bool has_lines_;
   std::vector<std::uint32_t> places_;
@@ -71,18 +85,14 @@ class NameOrder {
 }  // namespace
 
 std::vector<std::uint32_t> OrderRows(const Comparison& comparison, SortBy by) {
-  struct Place {
-    double weight;
-    std::uint32_t row;
-  };
+  const NameOrder names(comparison);
   const std::vector<Row>& rows = comparison.Rows();
   std::vector<Place> places(rows.size());
   for (std::uint32_t row = 0; row < rows.size(); ++row) {
-    places[row] = {Weight(comparison, rows[row], by), row};
+    places[row] = {Weight(comparison, rows[row], by), names.NameAndDetail(rows[row]), row};
   }
-  const NameOrder names(comparison);
   std::ranges::sort(places, [&](const Place& a, const Place& b) {
-    return a.weight != b.weight ? a.weight > b.weight : names.Precedes(rows[a.row], rows[b.row]);
+    return a.weight != b.weight ? a.weight > b.weight : names.Precedes(a, b);
   });
   std::vector<std::uint32_t> order(places.size());
   std::ranges::transform(places, order.begin(), &Place::row);

@@ -1,5 +1,7 @@
 #include "compare/side.h"
 
+#include <array>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,6 +23,43 @@ bool IsCounter(const RecordType& type) {
   return type.kind == RecordKind::kHeader && type.merge == MergeKind::kAdded &&
          type.name != kNoCounter;
 }
+
+// Adds entries in batches: they come in no order, so that each would wait for memory several times.
+class TickBatch {
+ public:
+  TickBatch(KeyTable& keys, Amounts& ticks) : keys_(keys), ticks_(ticks) {}
+
+  void Add(Key key, std::uint32_t ticks) {
+    keys_.PrefetchSlot(key);
+    entries_[count_++] = {key, ticks};
+    if (count_ == entries_.size()) {
+      Flush();
+    }
+  }
+
+  void Flush() {
+    const std::span<const Entry> entries = std::span(entries_).first(count_);
+    for (const Entry& entry : entries) {
+      keys_.PrefetchKey(entry.key);
+      ticks_.Prefetch(keys_.LikelyId(entry.key));
+    }
+    for (const Entry& entry : entries) {
+      ticks_.Add(keys_.Intern(entry.key), std::int64_t{entry.ticks});
+    }
+    count_ = 0;
+  }
+
+ private:
+  struct Entry {
+    Key key;
+    std::uint32_t ticks;
+  };
+
+  KeyTable& keys_;
+  Amounts& ticks_;
+  std::array<Entry, 64> entries_;
+  std::size_t count_ = 0;
+};
 
 bool IsRate(const Value& hertz) { return CompareNumbers(hertz.AsNumber(), std::int64_t{0}) != 0; }
 
@@ -63,16 +102,18 @@ void Side::AddTicks(const ProfileTables& tables) {
     names[program] = names_.Names().Intern(entries.Programs()[program]);
   }
   const bool by_line = kind_ == Kind::kLine;
+  TickBatch batch(keys_, values_);
   entries.ForEach([&](const TickEntry& entry) {
     Key key{.name = names[entry.program]};
     if (!entry.HasExactText()) {
       key.detail = by_line ? entry.line : 0;
-      values_.Add(keys_.Intern(key), std::int64_t{entry.ticks});
+      batch.Add(key, entry.ticks);
     } else {
       key.detail = by_line ? names_.InternLine(entries.ExactLine(entry)) : 0;
       values_.Add(keys_.Intern(key), Value(entries.ExactTicks(entry)));
     }
   });
+  batch.Flush();
 }
 
 void Side::AddCommands(const ProfileTables& tables) {

@@ -11,14 +11,10 @@ constexpr std::size_t kEnoughRuns = 3;
 
 bool IsCount(const Observed& ticks) { return !ticks.key || ticks.amounts.IsCount(*ticks.key); }
 
-double SumOf(const Observed& ticks) {
-  return ticks.key ? AsDouble(ticks.amounts.Sum(*ticks.key)) : 0;
-}
-
 Sample SampleOf(const Observed& ticks, std::size_t runs, double scale) {
   const auto count = static_cast<double>(runs);
   return {.runs = count,
-          .mean = SumOf(ticks) / count * scale,
+          .mean = AsDouble(ticks.sum) / count * scale,
           .deviation = ticks.key ? ticks.amounts.Deviation(*ticks.key) * scale : 0};
 }
 
@@ -37,7 +33,7 @@ std::optional<double> TickTest::PValue(const Observed& old_ticks, const Observed
     return WelchPValue(SampleOf(old_ticks, sides_.old_runs, 1),
                        SampleOf(new_ticks, sides_.new_runs, sides_.new_scale));
   }
-  return binomial_.PValue(SumOf(old_ticks), SumOf(new_ticks));
+  return binomial_.PValue(AsDouble(old_ticks.sum), AsDouble(new_ticks.sum));
 }
 
 }  // namespace ptick::compare

@@ -13,6 +13,8 @@ namespace ptick::compare {
 struct Observed {
   const Amounts& amounts;
   std::optional<Amounts::Id> key;
+  /// Of the runs.
+  Number sum;
 };
 
 /// Ticks are samples. With three runs or more on each side the runs say how far chance goes:

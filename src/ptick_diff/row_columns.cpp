@@ -8,6 +8,7 @@
 #include "figures/running_sum.h"
 #include "ptick_diff/counters.h"
 #include "ptick_diff/figure_text.h"
+#include "value/arithmetic.h"
 
 namespace ptick::compare {
 
@@ -28,25 +29,29 @@ Style StyleOf(const Row& row, const Number& change) {
   return AsDouble(change) > 0 ? Style::kHot : Style::kAdded;
 }
 
-// What the shares of new values are of; nothing where they add up to nothing that means anything.
+// What the shares of new values are of, as the values are: nothing where they add up to nothing
+// that means anything.
 std::optional<Number> WholeOfNew(const Diff& diff) {
+  const Comparison& comparison = diff.comparison;
   switch (diff.By()) {
     case Kind::kCounter:
       return std::nullopt;
     case Kind::kSubroutine: {
-      const Side& side = diff.comparison.NewSide();
+      const Side& side = comparison.NewSide();
       RunningSum calls;
       for (KeyTable::Id id = 0; id < side.Keys().size(); ++id) {
         calls.Add(Value(side.Values().Sum(id)));
       }
-      return Factor::PerRun(side.Runs()).Times(calls.Total().AsNumber());
+      return Multiply(Factor::PerRun(side.Runs()).Times(calls.Total().AsNumber()),
+                      comparison.Scale())
+          .AsNumber();
     }
     case Kind::kLine:
     case Kind::kProgram:
     case Kind::kCommand:
       break;
   }
-  return diff.comparison.NewTotal();
+  return diff.is_normalized ? comparison.OldTotal() : comparison.NewTotal();
 }
 
 class Columns {
@@ -68,11 +73,24 @@ class Columns {
   }
 
  private:
-  void AddNumber(const char* heading, std::function<std::string(const Row&)> text) {
-    columns_.push_back(
-        {.column = {.heading = heading, .align = Align::kRight},
-         .cell = [text = std::move(text)](const Row& row) { return Cell{.text = text(row)}; }});
+  using Text = std::function<std::string(const Row&)>;
+
+  void Add(const char* heading, Align align, std::function<Cell(const Row&)> cell) {
+    RowColumn& added = columns_.emplace_back();
+    added.column.heading = heading;
+    added.column.align = align;
+    added.column.gives_way = align == Align::kLeft;
+    added.cell = std::move(cell);
   }
+  void AddTexts(const char* heading, Align align, Text text) {
+    Add(heading, align, [text = std::move(text)](const Row& row) {
+      return Cell{.text = text(row), .style = Style::kPlain};
+    });
+  }
+  void AddNumber(const char* heading, Text text) {
+    AddTexts(heading, Align::kRight, std::move(text));
+  }
+  void AddText(const char* heading, Text text) { AddTexts(heading, Align::kLeft, std::move(text)); }
 
   void AddFigure(const char* old_heading, const char* new_heading, CommandFigure figure) {
     AddNumber(old_heading, [this_ = &comparison_, figure](const Row& row) {
@@ -88,11 +106,6 @@ class Columns {
   void AddShare();
   void AddNames();
   void AddLines();
-  void AddText(const char* heading, std::function<std::string(const Row&)> text) {
-    columns_.push_back(
-        {.column = {.heading = heading, .gives_way = true},
-         .cell = [text = std::move(text)](const Row& row) { return Cell{.text = text(row)}; }});
-  }
 
   const Diff& diff_;
   const Comparison& comparison_;
@@ -121,11 +134,10 @@ void Columns::AddValues() {
 
 void Columns::AddChange() {
   const Comparison& comparison = comparison_;
-  columns_.push_back({.column = {.heading = "Change", .align = Align::kRight},
-                      .cell = [&comparison](const Row& row) {
-                        const Number change = comparison.Change(row);
-                        return Cell{.text = ChangeText(change), .style = StyleOf(row, change)};
-                      }});
+  Add("Change", Align::kRight, [&comparison](const Row& row) {
+    const Number change = comparison.Change(row);
+    return Cell{.text = ChangeText(change), .style = StyleOf(row, change)};
+  });
   if (has_noise_) {
     AddNumber("", [](const Row& row) { return row.is_significant ? "" : "~"; });
   }
@@ -140,7 +152,7 @@ void Columns::AddShare() {
   if (whole) {
     AddNumber("% of new", [&comparison = comparison_, whole = *whole](const Row& row) {
       const std::optional<Number> value = comparison.New(row);
-      return value ? PercentText(Factor::PerRun(1).Times(*value), whole) : "-";
+      return value ? PercentText(*value, whole) : "-";
     });
   }
 }
