@@ -128,7 +128,7 @@ void RecordParser::ParseRecord(const RecordType& type, TabFields fields) {
       AddPerform(fields, options_.keep_performs, tables_.Performs);
       break;
     case RecordKind::kHeader:
-      tables_.*type.header = fields.Next();
+      SetHeader(type, fields.Next(), tables_);
       break;
     case RecordKind::kHertz:
       ParseClock(type, ClockSetting::Kind::kHertz, fields.Next());
@@ -188,7 +188,7 @@ void RecordParser::ParseInput(TabFields fields) {
 
 void RecordParser::ParseClock(const RecordType& type, ClockSetting::Kind kind,
                               std::string_view value) {
-  tables_.*type.header = value;
+  SetHeader(type, value, tables_);
   if (options_.keep_inputs) {
     tables_.Inputs.Add(kind, value);
   }

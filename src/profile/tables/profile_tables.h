@@ -1,6 +1,8 @@
 #pragma once
 
 #include <array>
+#include <bitset>
+#include <cstddef>
 #include <optional>
 #include <string>
 
@@ -18,6 +20,9 @@ struct TypingRate {
   std::string characters;  ///< number of characters typed
   std::string ticks;       ///< clock ticks spent typing them
 };
+
+/// Room for a bit for each type of record.
+inline constexpr std::size_t kMostRecordTypes = 64;
 
 /// The in-memory model of a profile: facts as they were read, in order of arrival. Written by the
 /// record parser (the loader adds the name), read by everything that shows a profile. Not to be
@@ -62,6 +67,9 @@ struct ProfileTables {
   Value PortNo = -1;
   Value Pid = -1;
   Value PPid = -1;
+
+  /// By place in RecordTypes(): whether there was such a record, of those that fill a header value.
+  std::bitset<kMostRecordTypes> HeadersRead;
 };
 
 }  // namespace ptick

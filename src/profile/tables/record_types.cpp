@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 
 namespace ptick {
 
@@ -47,6 +48,12 @@ constexpr std::array kRecordTypes = {
     RecordType{"user_ticks", Merge::kAdded, Kind::kUserTicks},
 };
 
+static_assert(kRecordTypes.size() <= kMostRecordTypes);
+
+std::size_t PlaceOf(const RecordType& type) {
+  return static_cast<std::size_t>(&type - kRecordTypes.data());
+}
+
 char LowerCase(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 template <typename Equal>
@@ -61,6 +68,15 @@ const RecordType* Find(std::string_view name, const Equal& equal) {
 }  // namespace
 
 std::span<const RecordType> RecordTypes() { return kRecordTypes; }
+
+void SetHeader(const RecordType& type, std::string_view value, ProfileTables& tables) {
+  tables.*type.header = value;
+  tables.HeadersRead.set(PlaceOf(type));
+}
+
+bool HasHeader(const RecordType& type, const ProfileTables& tables) {
+  return tables.HeadersRead.test(PlaceOf(type));
+}
 
 const RecordType* FindRecordType(std::string_view name) {
   return Find(name, [](char a, char b) { return LowerCase(a) == b; });

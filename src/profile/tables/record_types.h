@@ -46,6 +46,12 @@ struct RecordType {
 
 std::span<const RecordType> RecordTypes();
 
+/// Takes the value of a record of a type that fills a header value.
+void SetHeader(const RecordType& type, std::string_view value, ProfileTables& tables);
+
+/// Whether the profile has a record of that type, which fills a header value.
+bool HasHeader(const RecordType& type, const ProfileTables& tables);
+
 /// The type of that name, upper and lower case alike; null when there is none.
 const RecordType* FindRecordType(std::string_view name);
 

@@ -72,6 +72,27 @@ TEST(HeaderRecords, SetTheirOwnValueAndNoOther) {
   }
 }
 
+// A count of 0 that was recorded is not the 0 of a profile that says nothing.
+TEST(HeaderRecords, AreKnownToHaveBeenThere) {
+  for (const RecordType& type : RecordTypes()) {
+    if (type.header == nullptr) {
+      continue;
+    }
+    const std::string record = "PROFILE:" + std::string(type.name);
+    for (const std::string& text : {record + "\t0\n", record + "\n"}) {
+      const Parsed parsed = Parse(text);
+      for (const RecordType& other : RecordTypes()) {
+        if (other.header != nullptr) {
+          EXPECT_EQ(HasHeader(other, *parsed.tables), &other == &type) << text << other.name;
+        }
+      }
+    }
+  }
+  // Inputs are counted by themselves, too.
+  EXPECT_FALSE(
+      HasHeader(*FindRecordType("input_count"), *Parse(Records({"input|13|1|5|6|a"})).tables));
+}
+
 TEST(HeaderRecords, ReplaceAnEarlierValue) {
   for (const RecordType& type : RecordTypes()) {
     if (type.header == nullptr) {
