@@ -36,6 +36,7 @@ class PerformTable {
     Number AsNumber(PerformNumber n) const { return table_->numbers_.AsNumber(IdOf(n)); }
     std::string_view Type() const { return table_->types_[entry_->type]; }
     std::string_view Command() const { return table_->commands_[entry_->command]; }
+    NameTable::Id CommandId() const { return entry_->command; }
 
    private:
     friend class PerformTable;
