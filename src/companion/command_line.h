@@ -80,6 +80,10 @@ class CommandLine {
     return ChoiceOf(names, value_name, help, std::move(words),
                     [values, &value](std::size_t index) { value = values.at(index); });
   }
+  /// The same for words that are known when the program runs: `take` gets the place of the word.
+  CommandLine& ChoiceOf(std::string_view names, const std::string& value_name,
+                        const std::string& help, std::vector<std::string> words,
+                        const std::function<void(std::size_t index)>& take);
   /// Any other option. `take` gets each value as it was typed; where that is wrong it throws a
   /// UsageError with what it is not ("a percentage"), and the message says all of it.
   CommandLine& Value(std::string_view names, std::string value_name, std::string help,
@@ -110,9 +114,6 @@ class CommandLine {
   using Take = std::function<void(std::string_view value)>;
 
   OptionInfo& Add(std::string_view names, std::string value_name, std::string help, Take take);
-  CommandLine& ChoiceOf(std::string_view names, const std::string& value_name,
-                        const std::string& help, std::vector<std::string> words,
-                        const std::function<void(std::size_t index)>& take);
   void TakeOption(std::size_t option, const std::string& value) const;
   void TakeOperands(const std::vector<std::string>& rest);
   bool TakeSeparator(const std::string& argument) const;
