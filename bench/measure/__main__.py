@@ -40,6 +40,8 @@ def check_rows(generated, programs):
     several = generated.several(3, 20_000, "--common", "--programs", 50, "--last-line", 900)
     for work, files in (("lines", one), ("programs", one), ("merge", several)):
         programs.check_same_rows(work, files)
+    for _, work, count, records in works.OTHER_RECORDS:
+        programs.check_same_rows(work, generated.several(count, 20_000, "--records", records))
 
 
 def main():

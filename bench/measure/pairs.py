@@ -50,6 +50,8 @@ def works(lines, generated, scratch):
     yield Work("merge of 1,000 files", generated.several(1000, lines // 1000, "--common"))
     yield Work("merge of distinct keys", generated.several(2, lines // 2, "--distinct-keys"))
     yield Work("merge of PERFORMs", ["-p", performs, performs])
+    distinct = generated.several(2, lines // 2, "--records", "perform")
+    yield Work("merge of distinct PERFORMs", ["-p", *distinct])
 
 
 def run(program, work):

@@ -20,15 +20,27 @@ SIZES = {
     "full": Sizes((100_000, 1_000_000, 10_000_000), 1_000_000, (100_000, 1_000_000)),
 }
 
+# Title, work, number of files, their records.
+OTHER_RECORDS = (
+    ("{:,} PERFORMs, -p", "performs", 1, "perform"),
+    ("{:,} PERFORMs, -pv", "perform_costs", 1, "perform"),
+    ("{:,} subroutine calls, -s", "subroutines", 1, "subroutine_call"),
+    ("{:,} inputs, -k -t", "inputs", 1, "input"),
+    ("merge of 2 files of {:,} PERFORMs, -p", "performs_merge", 2, "perform"),
+)
+
 
 def compared(sizes, profiles):
-    """(title, kind, profiles) of W1 to W3."""
+    """(title, kind, profiles) of W1 to W3, and of the other records."""
     for lines in sizes.comparison:
         yield f"W1: {lines:,} lines", "lines", [profiles.one(lines)]
     for lines in sizes.comparison:
         yield f"W2: {lines:,} lines, -n", "programs", [profiles.one(lines)]
     files = profiles.several(8, sizes.merge, "--common")
     yield f"W3: merge of 8 files of {sizes.merge:,} lines", "merge", files
+    for title, kind, count, records in OTHER_RECORDS:
+        files = profiles.several(count, sizes.merge, "--records", records)
+        yield title.format(sizes.merge), kind, files
 
 
 def compare(works, programs, timer, with_slow):
