@@ -239,7 +239,7 @@ TEST(Floors, KeepSystemHeadersInOneFolder) {
       {"ptick/main.cpp", "signal.h", false},
       {"platform/platform.h", "sys/types.h", false},
       {"platform/linux/terminal.cpp", "termios.h", true},
-      {"profile/scan/control_bytes.h", "emmintrin.h", true},
+      {"profile/scan/byte_masks.h", "emmintrin.h", true},
       {"companion/number_text.cpp", "fmt/format.h", true},
       {"companion/number_text.cpp", "unistd.h", false},
       {"ptick_merge/merge_inputs.cpp", "fmt/format.h", true},
