@@ -1,8 +1,11 @@
+#include <memory>
+
 #include "figures/perform_summary.h"
 #include "figures/program_order.h"
 #include "model/comparison.h"
 #include "model/line_difference.h"
 #include "model/model_reports.h"
+#include "profile/parse/record_parser.h"
 #include "reports/key_script.h"
 #include "reports/line_report.h"
 #include "reports/performs_report.h"
@@ -60,6 +63,14 @@ std::string PerformsDifference(ParsedProfile& parsed) {
   return FirstDifference(page, ran.output);
 }
 
+std::string SummaryText(const PerformTable& performs) {
+  std::string text;
+  for (const PerformedCommand& performed : SummarizePerforms(performs)) {
+    text.append(std::to_string(performed.times)).append(" ").append(performed.command).append("\n");
+  }
+  return text;
+}
+
 }  // namespace
 
 std::string LineReportDifference(const std::string& text, const RunOptions& options) {
@@ -92,6 +103,7 @@ std::string ProgramOrderDifference(const std::string& text, const RunOptions& op
   return FirstDifference(model, program);
 }
 
+// The summary of the PERFORMs that are kept, and of those that are only counted.
 std::string PerformSummaryDifference(const std::string& text) {
   const ParsedProfile parsed = ParseBoth(text, {});
   if (!parsed.valid) {
@@ -101,11 +113,11 @@ std::string PerformSummaryDifference(const std::string& text) {
   for (const auto& [command, times] : ModelPerformSummary(parsed.model)) {
     model.append(times).append(" ").append(command).append("\n");
   }
-  std::string program;
-  for (const PerformedCommand& performed : SummarizePerforms(parsed.tables.Performs)) {
-    program += std::to_string(performed.times) + " " + std::string(performed.command) + "\n";
-  }
-  return FirstDifference(model, program);
+  ProfileTables counted;
+  RecordBlocks lines(std::make_unique<PiecewiseRecord>(text, text.size() + 1, 0));
+  ParseProfileLines(lines, {.keep_performs = false}, counted);
+  return FirstDifference(model, SummaryText(parsed.tables.Performs)) +
+         FirstDifference(model, SummaryText(counted.Performs));
 }
 
 std::string OtherReportsDifference(const std::string& text) {

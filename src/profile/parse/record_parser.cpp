@@ -3,12 +3,13 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <string>
 #include <string_view>
 #include <variant>
 
 #include "profile/parse/perform_fields.h"
+#include "profile/parse/usual_lines.h"
+#include "profile/scan/line_end.h"
 #include "profile/scan/tab_fields.h"
 #include "profile/scan/trace_line.h"
 #include "profile/tables/record_types.h"
@@ -20,26 +21,10 @@ namespace ptick {
 
 namespace {
 
-/// Trims TABs: none at the ends, runs cut to one. Lines that need nothing done are not copied.
-class TabTrimmer {
- public:
-  std::string_view Trimmed(std::string_view line) {
-    if (line.empty() || (line.front() != '\t' && line.back() != '\t' &&
-                         line.find("\t\t") == std::string_view::npos)) {
-      return line;
-    }
-    trimmed_ = Trim(line, '\t');
-    return trimmed_;
-  }
-
- private:
-  std::string trimmed_;
-};
-
 class RecordParser {
  public:
   RecordParser(const ReadOptions& options, ProfileTables& tables)
-      : options_(options), tables_(tables) {}
+      : options_(options), tables_(tables), usual_lines_(options, tables) {}
 
   /// False at a line of an unknown record type; Problem tells which.
   bool ParseBlock(std::string_view block);
@@ -47,7 +32,7 @@ class RecordParser {
   const ReadProblem& Problem() const { return problem_; }
 
  private:
-  bool ParseLine(std::string_view line);
+  bool ParseLine(std::string_view profile_line);
   void ParseRecord(const RecordType& type, TabFields fields);
   void ParseProgram(std::string_view command);
   void ParseSharedObject(TabFields fields);
@@ -58,12 +43,12 @@ class RecordParser {
 
   const ReadOptions& options_;
   ProfileTables& tables_;
-  TabTrimmer trimmer_;
+  UsualLines usual_lines_;
   std::int64_t line_no_ = 0;
   ReadProblem problem_;
 };
 
-// Nearly all lines are trace lines in their usual form; ScanTraceLine is a fast path for those.
+// Nearly all lines are in the usual form of their type, most of them trace lines.
 bool RecordParser::ParseBlock(std::string_view block) {
   const char* line = block.data();
   const char* const end = line + block.size();
@@ -75,18 +60,25 @@ bool RecordParser::ParseBlock(std::string_view block) {
       line = trace.next;
       continue;
     }
-    const auto* line_end =
-        static_cast<const char*>(std::memchr(line, '\n', static_cast<std::size_t>(end - line)));
-    if (!ParseLine({line, static_cast<std::size_t>(line_end - line)})) {
+    if (const char* const next = usual_lines_.Take(line); next != nullptr) {
+      line = next;
+      continue;
+    }
+    const LineEnd line_end = FindLineEnd(line);
+    const std::string_view text(line, static_cast<std::size_t>(line_end.at - line));
+    const bool is_valid = line_end.has_empty_field ? ParseLine(Trim(text, '\t')) : ParseLine(text);
+    if (!is_valid) {
+      usual_lines_.AddWaiting();
       return false;
     }
-    line = line_end + 1;
+    line = line_end.at + 1;
   }
+  usual_lines_.AddWaiting();
   return true;
 }
 
-bool RecordParser::ParseLine(std::string_view line) {
-  std::string_view profile_line = trimmer_.Trimmed(line);
+// `profile_line` is trimmed: no TAB is at its ends or next to another.
+bool RecordParser::ParseLine(std::string_view profile_line) {
   if (!profile_line.starts_with(kProfilePrefix)) {
     return true;
   }
@@ -125,6 +117,7 @@ void RecordParser::ParseRecord(const RecordType& type, TabFields fields) {
       ParseInput(fields);
       break;
     case RecordKind::kPerform:
+      usual_lines_.AddWaiting();
       AddPerform(fields, options_.keep_performs, tables_.Performs);
       break;
     case RecordKind::kHeader:

@@ -5,10 +5,19 @@
 namespace ptick {
 
 void KeyboardInputs::Add(const Texts& texts) {
-  std::array<NumberTexts::Id, 4>& numbers = numbers_.emplace_back();
-  std::transform(texts.numbers.begin(), texts.numbers.end(), numbers.begin(),
-                 [this](std::string_view text) { return values_.Add(text); });
-  texts_.Append(texts.text);
+  std::array<NumberTexts::Id, 4> numbers{};
+  std::ranges::transform(texts.numbers, numbers.begin(),
+                         [this](std::string_view text) { return values_.Add(text); });
+  AddIds(numbers, texts.text);
+}
+
+// Numbers of the usual form are their own places.
+void KeyboardInputs::Add(const InputLine& line) { AddIds(line.numbers, line.text); }
+
+void KeyboardInputs::AddIds(const std::array<NumberTexts::Id, 4>& numbers, std::string_view text) {
+  numbers_.Append(numbers);
+  texts_.Append(text);
+  text_size_ += text.size();
 }
 
 void KeyboardInputs::Add(ClockSetting::Kind kind, std::string_view value) {
@@ -29,6 +38,12 @@ KeyboardInput KeyboardInputs::operator[](std::size_t n) const {
           .start_clock = values_.Text(numbers[2]),
           .end_clock = values_.Text(numbers[3]),
           .text = texts_[n]};
+}
+
+std::optional<std::array<std::uint32_t, 4>> KeyboardInputs::OrdinaryNumbers(std::size_t n) const {
+  const std::array<NumberTexts::Id, 4>& numbers = numbers_[n];
+  return std::ranges::all_of(numbers, NumberTexts::IsOrdinary) ? std::optional(numbers)
+                                                               : std::nullopt;
 }
 
 }  // namespace ptick

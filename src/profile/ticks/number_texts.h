@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -22,6 +23,18 @@ class NumberTexts {
   static constexpr Id kEmpty = ~Id{0};
 
   Id Add(std::string_view text);
+
+  /// Whether the place is that of a number which is written the ordinary way: then it is the
+  /// number.
+  static bool IsOrdinary(Id id) { return id < kAside; }
+
+  /// The number that a text is that is not kept aside: 0 for the empty text. Nothing for any other.
+  static std::optional<std::uint32_t> Whole(Id id) {
+    if (IsOrdinary(id)) {
+      return id;
+    }
+    return id == kEmpty ? std::optional<std::uint32_t>(0) : std::nullopt;
+  }
 
   /// The text, as it was read.
   std::string Text(Id id) const;

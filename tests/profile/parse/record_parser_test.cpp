@@ -100,6 +100,13 @@ TEST(RecordParser, StopsAtALineOfAnUnknownType) {
   }
 }
 
+TEST(RecordParser, KeepsWhatCameBeforeALineOfAnUnknownType) {
+  const Parsed parsed =
+      Parse(Tabs("PROFILE:perform|cmd|A\nPROFILE:bogus|1\nPROFILE:perform|cmd|B"));
+  EXPECT_TRUE(parsed.problem);
+  EXPECT_EQ(parsed.tables->Performs.Count(), 1U);
+}
+
 // Only the type of a record is checked, never its fields.
 TEST(RecordParser, TakesRecordsWithoutFields) {
   for (const RecordType& type : RecordTypes()) {

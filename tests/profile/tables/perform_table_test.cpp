@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace ptick {
 
@@ -43,6 +44,40 @@ TEST(PerformTable, CountsWhatItDoesNotKeep) {
   EXPECT_EQ(performs.RecordCount(), 0U);
   EXPECT_EQ(performs.Count(), 2U);
   EXPECT_EQ(performs.TimesOf(0), 2U);
+}
+
+PerformLine Line(std::uint32_t ticks, std::string_view command) {
+  PerformLine line;  // NOLINT(*-member-init): filled below
+  line.numbers.fill(kNoOrdinaryNumber);
+  line.numbers[static_cast<std::size_t>(PerformNumber::kTicks)] = ticks;
+  line.type = "qry";
+  line.command = command;
+  return line;
+}
+
+TEST(PerformTable, TakesLinesTogetherAsIfOneByOne) {
+  PerformTable performs;
+  performs.Add(Texts("5", "qry", "LIST"), true);
+  performs.Add(std::vector{Line(7, "WHO"), Line(0, "LIST"), Line(kNoOrdinaryNumber, "WHO")});
+  ASSERT_EQ(performs.RecordCount(), 4U);
+  std::string text;
+  performs.ForEachRecord([&text](const PerformTable::Record& record) {
+    text.append(record.Command()).append(record.Text(PerformNumber::kTicks)).append(" ");
+  });
+  EXPECT_EQ(text, "LIST5 WHO7 LIST0 WHO ");
+  EXPECT_EQ(performs.TimesOf(0), 2U);
+  EXPECT_EQ(performs.TimesOf(1), 2U);
+  EXPECT_EQ(performs.Types().size(), 1U);
+}
+
+TEST(PerformTable, CountsCommandsTogether) {
+  PerformTable performs;
+  performs.Count(std::vector<std::string_view>{"A", "B", "A", "A"});
+  performs.Count(std::vector<std::string_view>{});
+  EXPECT_EQ(performs.Count(), 4U);
+  EXPECT_EQ(performs.TimesOf(0), 3U);
+  EXPECT_EQ(performs.TimesOf(1), 1U);
+  EXPECT_EQ(performs.RecordCount(), 0U);
 }
 
 }  // namespace
