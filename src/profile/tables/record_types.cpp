@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <functional>
 
 namespace ptick {
 
@@ -54,16 +55,50 @@ std::size_t PlaceOf(const RecordType& type) {
   return static_cast<std::size_t>(&type - kRecordTypes.data());
 }
 
-char LowerCase(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+/// The types, those of one length next to each other: few are left to be compared.
+class TypesBySize {
+ public:
+  constexpr TypesBySize() {
+    std::size_t place = 0;
+    for (std::size_t size = 0; size <= kMaxSize; ++size) {
+      starts_[size] = place;
+      for (const RecordType& type : kRecordTypes) {
+        if (type.name.size() == size) {
+          types_[place++] = &type;
+        }
+      }
+    }
+    starts_[kMaxSize + 1] = place;
+  }
 
-template <typename Equal>
-const RecordType* Find(std::string_view name, const Equal& equal) {
-  const auto* const found =
-      std::find_if(kRecordTypes.begin(), kRecordTypes.end(), [&](const RecordType& type) {
-        return std::equal(name.begin(), name.end(), type.name.begin(), type.name.end(), equal);
-      });
-  return found == kRecordTypes.end() ? nullptr : found;
-}
+  /// Whether each type has its place.
+  constexpr bool IsComplete() const { return starts_.back() == kRecordTypes.size(); }
+
+  /// The type whose name is `name`, letter by letter as `equal` says.
+  template <typename Equal>
+  const RecordType* Find(std::string_view name, const Equal& equal) const {
+    if (name.size() > kMaxSize) {
+      return nullptr;
+    }
+    for (std::size_t place = starts_[name.size()]; place < starts_[name.size() + 1]; ++place) {
+      if (std::ranges::equal(name, types_[place]->name, equal)) {
+        return types_[place];
+      }
+    }
+    return nullptr;
+  }
+
+ private:
+  static constexpr std::size_t kMaxSize = 15;
+
+  std::array<const RecordType*, kRecordTypes.size()> types_{};
+  std::array<std::size_t, kMaxSize + 2> starts_{};
+};
+
+constexpr TypesBySize kTypesBySize;
+static_assert(kTypesBySize.IsComplete());
+
+char LowerCase(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 }  // namespace
 
@@ -79,11 +114,11 @@ bool HasHeader(const RecordType& type, const ProfileTables& tables) {
 }
 
 const RecordType* FindRecordType(std::string_view name) {
-  return Find(name, [](char a, char b) { return LowerCase(a) == b; });
+  return kTypesBySize.Find(name, [](char a, char b) { return LowerCase(a) == b; });
 }
 
 MergeKind MergeKindOf(std::string_view name) {
-  const RecordType* const type = Find(name, [](char a, char b) { return a == b; });
+  const RecordType* const type = kTypesBySize.Find(name, std::equal_to<>());
   return type == nullptr ? MergeKind::kAdded : type->merge;
 }
 
