@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "profile/tables/subroutine_table.h"
@@ -8,7 +8,7 @@
 namespace ptick {
 
 /// The recorded calls in the order in which they are shown: largest count first, compared as
-/// numbers, equal counts in reverse order of arrival.
-std::vector<std::size_t> SubroutineOrder(const SubroutineTable& subroutines);
+/// numbers, equal counts in reverse order of arrival. There are fewer than 2^32.
+std::vector<std::uint32_t> SubroutineOrder(const SubroutineTable& subroutines);
 
 }  // namespace ptick
