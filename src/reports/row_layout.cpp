@@ -1,26 +1,14 @@
 #include "reports/row_layout.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstring>
 
+#include "reports/columns.h"
 #include "value/arithmetic.h"
 
 namespace ptick {
 
 namespace {
-
-// `text` left-justified in `width` bytes at `at`; returns the place after them.
-char* PutLeft(std::string_view text, std::int64_t width, char* at) {
-  const std::string_view shown = text.substr(0, static_cast<std::size_t>(width));
-  return std::fill_n(std::copy(shown.begin(), shown.end(), at),
-                     static_cast<std::size_t>(width) - shown.size(), ' ');
-}
-
-std::string_view NumberDigits(std::uint32_t number, std::array<char, 10>& digits) {
-  const auto end = std::to_chars(digits.begin(), digits.end(), number).ptr;
-  return {digits.data(), static_cast<std::size_t>(end - digits.data())};
-}
 
 /// Ready-made line columns for line numbers below 10,000, nearly all of them: copying beats
 /// formatting.

@@ -16,11 +16,11 @@
 namespace ptick {
 
 /// The columns of the per-line report, all left-justified, with a space between them.
-inline constexpr std::int64_t kSourceNameWidth = 20;
-inline constexpr std::int64_t kLineWidth = 6;
-inline constexpr std::int64_t kTicksWidth = 8;
-inline constexpr std::int64_t kPercentWidth = 6;
-inline constexpr std::int64_t kRowWidth =
+inline constexpr std::size_t kSourceNameWidth = 20;
+inline constexpr std::size_t kLineWidth = 6;
+inline constexpr std::size_t kTicksWidth = 8;
+inline constexpr std::size_t kPercentWidth = 6;
+inline constexpr std::size_t kRowWidth =
     kSourceNameWidth + 1 + kLineWidth + 1 + kTicksWidth + 1 + kPercentWidth;
 
 /// One line of the report from the texts of its four columns.
