@@ -1,39 +1,46 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
-#include <cstring>
+#include <cstdlib>
 #include <memory>
-#include <utility>
+#include <new>
 
 namespace ptick {
 
 /// An uninitialised byte buffer. The system maps a page only when it is written to, so a large
-/// buffer costs a short run nothing.
+/// buffer costs a short run nothing; and where it can, it moves the pages of one that grows instead
+/// of copying them.
 class ByteBuffer {
  public:
   ByteBuffer() = default;
-  explicit ByteBuffer(std::size_t size) : bytes_(Uninitialised(size)), size_(size) {}
+  explicit ByteBuffer(std::size_t size) { Grow(size, 0); }
 
   char* data() { return bytes_.get(); }
+  const char* data() const { return bytes_.get(); }
   std::size_t size() const { return size_; }
 
   /// Makes it `size` bytes large, the first `kept` of which stay what they are.
   void Grow(std::size_t size, std::size_t kept) {
-    Bytes larger = Uninitialised(size);
-    if (kept > 0) {
-      std::memcpy(larger.get(), bytes_.get(), kept);
+    if (kept == 0) {
+      bytes_.reset();
     }
-    bytes_ = std::move(larger);
+    const std::size_t some = std::max<std::size_t>(size, 1);
+    auto* const larger = static_cast<char*>(std::realloc(bytes_.get(), some));
+    if (larger == nullptr) {
+      throw std::bad_alloc();
+    }
+    static_cast<void>(bytes_.release());  // it is part of the larger one, or gone
+    bytes_.reset(larger);
     size_ = size;
   }
 
  private:
-  using Bytes = std::unique_ptr<char[]>;  // NOLINT(*-avoid-c-arrays): left uninitialised
-  static Bytes Uninitialised(std::size_t size) {
-    return std::make_unique_for_overwrite<char[]>(size);  // NOLINT(*-avoid-c-arrays)
-  }
+  struct Free {
+    void operator()(char* bytes) const { std::free(bytes); }
+  };
 
-  Bytes bytes_;
+  std::unique_ptr<char[], Free> bytes_;  // NOLINT(*-avoid-c-arrays): left uninitialised
   std::size_t size_ = 0;
 };
 

@@ -1,9 +1,10 @@
 #pragma once
 
 #include <cstddef>
-#include <string>
 #include <string_view>
 #include <vector>
+
+#include "value/growing_text.h"
 
 namespace ptick {
 
@@ -12,7 +13,7 @@ namespace ptick {
 class FieldList {
  public:
   void Append(std::string_view text) {
-    bytes_.append(text);
+    bytes_.Append(text);
     ends_.push_back(bytes_.size());
   }
 
@@ -22,11 +23,11 @@ class FieldList {
   /// Element `index`, counted from 0.
   std::string_view operator[](std::size_t index) const {
     const std::size_t begin = index == 0 ? 0 : ends_[index - 1];
-    return std::string_view(bytes_).substr(begin, ends_[index] - begin);
+    return {bytes_.data() + begin, ends_[index] - begin};
   }
 
  private:
-  std::string bytes_;
+  GrowingText bytes_;
   std::vector<std::size_t> ends_;
 };
 

@@ -26,7 +26,7 @@ NameTable::NameTable(const HashSecret& secret)
 
 NameTable::Id NameTable::Add(std::string_view name, std::uint32_t hash, std::size_t slot) {
   const Id id = static_cast<Id>(size());
-  bytes_.append(name);
+  bytes_.Append(name);
   ends_.push_back(bytes_.size());
   slots_[slot] = {id + 1, hash};
   if (IsFull(size(), slots_.size())) {

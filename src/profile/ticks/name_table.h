@@ -3,12 +3,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <string>
 #include <string_view>
 #include <vector>
 
 #include "profile/scan/load_word.h"
 #include "profile/ticks/keyed_hash.h"
+#include "value/growing_text.h"
 
 namespace ptick {
 
@@ -98,7 +98,7 @@ class NameTable {
   void Grow();
 
   HashSecret secret_;
-  std::string bytes_;
+  GrowingText bytes_;
   std::vector<std::size_t> ends_;
   std::vector<Slot> slots_;
   unsigned shift_;
