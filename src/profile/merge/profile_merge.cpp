@@ -1,5 +1,6 @@
 #include "profile/merge/profile_merge.h"
 
+#include <algorithm>
 #include <cstring>
 #include <span>
 #include <utility>
@@ -30,10 +31,7 @@ void ProfileMerge::AddLines(std::string_view block) {
     const TraceLine trace = ScanTraceLine(line);
     if (trace.next == nullptr) {
       AddWaiting();
-      const auto* line_end =
-          static_cast<const char*>(std::memchr(line, '\n', static_cast<std::size_t>(end - line)));
-      AddOther({line, static_cast<std::size_t>(line_end - line)});
-      line = line_end + 1;
+      line = AddOthers(line, end);
       continue;
     }
     const MergeKey key = KeyOf(line, trace);
@@ -66,19 +64,49 @@ void ProfileMerge::AddWaiting() {
   next_key_ = ids[count - 1] + 1;
 }
 
-void ProfileMerge::AddOther(std::string_view line) {
-  const MergeLine split = SplitLine(line);
-  if (split.kind == MergeKind::kDropped) {
+// They come in runs, too, whose keys are looked up together.
+const char* ProfileMerge::AddOthers(const char* line, const char* end) {
+  std::array<MergeLine, kBatch> lines;
+  std::size_t count = 0;
+  do {
+    const auto* line_end =
+        static_cast<const char*>(std::memchr(line, '\n', static_cast<std::size_t>(end - line)));
+    const MergeLine split = SplitLine({line, static_cast<std::size_t>(line_end - line)});
+    line = line_end + 1;
+    if (split.kind == MergeKind::kDropped) {
+      continue;
+    }
+    if (count == 0 && values_.Keys().Is(next_key_, split.key)) {
+      Combine(next_key_++, split);
+      continue;
+    }
+    lines[count] = split;
+    if (++count == kBatch) {
+      AddOthers(std::span(lines).first(std::exchange(count, 0)));
+    }
+  } while (line != end && !StartsAsTraceLine(line));
+  AddOthers(std::span(lines).first(count));
+  return line;
+}
+
+void ProfileMerge::AddOthers(std::span<const MergeLine> lines) {
+  if (lines.empty()) {
     return;
   }
-  const std::size_t known = values_.Keys().size();
-  const MergeKeys::Id key = values_.Keys().Intern(split.key);
-  if (key == known) {
-    values_.Set(key, split.value);
-  } else {
-    Combine(key, split);
+  std::array<MergeKey, kBatch> keys;
+  std::array<MergeKeys::Id, kBatch> ids;  // NOLINT(*-member-init): written by Intern
+  std::ranges::transform(lines, keys.begin(), &MergeLine::key);
+  std::size_t known = values_.Keys().size();
+  values_.Keys().Intern(std::span(keys).first(lines.size()), ids.data());
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    if (ids[i] != known) {
+      Combine(ids[i], lines[i]);
+      continue;
+    }
+    ++known;
+    values_.Set(ids[i], lines[i].value);
   }
-  next_key_ = key + 1;
+  next_key_ = ids[lines.size() - 1] + 1;
 }
 
 void ProfileMerge::Combine(MergeKeys::Id key, const MergeLine& line) {

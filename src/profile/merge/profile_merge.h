@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory_resource>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -52,7 +53,10 @@ class ProfileMerge {
   static constexpr std::size_t kBatch = 32;
 
   void AddWaiting();
-  void AddOther(std::string_view line);
+  /// Adds lines that are no trace lines in the usual form, at least the first one before `end`.
+  /// Returns the start of the line after the last of them.
+  const char* AddOthers(const char* line, const char* end);
+  void AddOthers(std::span<const MergeLine> lines);
   void Combine(MergeKeys::Id key, const MergeLine& line);
 
   MergeValues values_;

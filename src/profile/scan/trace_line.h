@@ -11,6 +11,14 @@
 
 namespace ptick {
 
+/// How every trace line begins that is written in the usual form.
+inline constexpr std::string_view kTraceStart = "PROFILE:trace\t";
+
+inline bool StartsAsTraceLine(const char* line) {
+  return LoadWord(line) == LoadWord(kTraceStart.data()) &&
+         LoadWord(line + 6) == LoadWord(kTraceStart.data() + 6);
+}
+
 /// A trace line that is written the way profiled processes write them; nearly every line of a big
 /// profile is one.
 ///
@@ -33,13 +41,11 @@ struct TraceLine {
 /// without a loop and without waiting for one field to be read before the next is found. Numbers
 /// are read as the 8 bytes before their end, all digits valued together.
 inline TraceLine ScanTraceLine(const char* line) {
-  constexpr std::string_view kStart = "PROFILE:trace\t";
-  if (LoadWord(line) != LoadWord(kStart.data()) ||
-      LoadWord(line + 6) != LoadWord(kStart.data() + 6)) {
+  if (!StartsAsTraceLine(line)) {
     return {};
   }
-  std::uint64_t ends = ByteMasks<64>(line).AtMost(10) >> kStart.size();
-  const char* const name = line + kStart.size();
+  std::uint64_t ends = ByteMasks<64>(line).AtMost(10) >> kTraceStart.size();
+  const char* const name = line + kTraceStart.size();
   const auto next_end = [&ends, name] {
     const char* const end = name + std::countr_zero(ends);
     ends &= ends - 1;

@@ -118,14 +118,24 @@ std::vector<int> NumbersFrom(int first, int last) {
   return numbers;
 }
 
+/// Which lines are trace lines; the others are calls.
+enum class Traces { kAll, kNone, kEveryThird };
+
+/// The key of a number, with the TAB after it.
+std::string KeyText(int key, Traces traces) {
+  const bool is_trace = traces == Traces::kAll || (traces == Traces::kEveryThird && key % 3 == 0);
+  return (is_trace ? "PROFILE:trace\tP\t" : "PROFILE:subroutine_call\tP Q") + std::to_string(key) +
+         "\t";
+}
+
 /// Merges lines with the keys of these numbers, `at_once` of them in a block, each with the
 /// value 1.
-std::string MergedKeys(const std::vector<int>& keys, std::size_t at_once) {
+std::string MergedKeys(const std::vector<int>& keys, Traces traces, std::size_t at_once) {
   ProfileMerge merge;
   for (std::size_t begin = 0; begin < keys.size(); begin += at_once) {
     std::string block;
     for (std::size_t i = begin; i < std::min(keys.size(), begin + at_once); ++i) {
-      block += "PROFILE:trace\tP\t" + std::to_string(keys[i]) + "\t1\n";
+      block += KeyText(keys[i], traces) + "1\n";
     }
     AddLines(merge, block);
   }
@@ -151,15 +161,16 @@ TEST(ProfileMerge, CombinesLinesHoweverTheyFollowEachOther) {
     for (const std::vector<int>& run : row) {
       keys.insert(keys.end(), run.begin(), run.end());
     }
-    std::string want;
-    for (auto key = keys.begin(); key != keys.end(); ++key) {
-      if (std::find(keys.begin(), key, *key) == key) {
-        want += "PROFILE:trace\tP\t" + std::to_string(*key) + "\t" +
-                std::to_string(std::ranges::count(keys, *key)) + "\n";
+    for (const Traces traces : {Traces::kAll, Traces::kNone, Traces::kEveryThird}) {
+      std::string want;
+      for (auto key = keys.begin(); key != keys.end(); ++key) {
+        if (std::find(keys.begin(), key, *key) == key) {
+          want += KeyText(*key, traces) + std::to_string(std::ranges::count(keys, *key)) + "\n";
+        }
       }
-    }
-    for (const std::size_t at_once : {1U, 2U, 7U, 32U, 33U, 1000U}) {
-      EXPECT_EQ(MergedKeys(keys, at_once), want) << ::testing::PrintToString(keys);
+      for (const std::size_t at_once : {1U, 2U, 7U, 32U, 33U, 1000U}) {
+        EXPECT_EQ(MergedKeys(keys, traces, at_once), want) << ::testing::PrintToString(keys);
+      }
     }
   }
 }
@@ -172,6 +183,21 @@ TEST(ProfileMerge, AddsInTheOrderOfTheLines) {
                     "PROFILE:trace|P|2|1500", "PROFILE:trace|P|1|1", "PROFILE:trace|P|2|1024"}),
             Tabs("PROFILE:hertz|1\nPROFILE:trace|P|1|6\n"
                  "PROFILE:trace|P|2|9223372036854779904\n"));
+  EXPECT_EQ(
+      Merged({"PROFILE:delete_count|1", "PROFILE:read_count|5",
+              "PROFILE:write_count|9223372036854775807", "PROFILE:delete_count|1",
+              "PROFILE:write_count|1500", "PROFILE:read_count|1", "PROFILE:write_count|1024"}),
+      Tabs("PROFILE:delete_count|2\nPROFILE:read_count|6\n"
+           "PROFILE:write_count|9223372036854779904\n"));
+}
+
+// A key may come again before its first value is looked up.
+TEST(ProfileMerge, CombinesTextsInTheOrderOfTheLines) {
+  EXPECT_EQ(Merged({"PROFILE:perform|cmd|A", "PROFILE:perform|cmd|5", "PROFILE:perform|x|B",
+                    "PROFILE:hertz|b", "PROFILE:startclock|20", "PROFILE:hertz|a",
+                    "PROFILE:perform|cmd|C", "PROFILE:startclock|30", "PROFILE:startclock|3"}),
+            Tabs("PROFILE:perform|cmd|5\nPROFILE:perform|x|B\nPROFILE:hertz|a\n"
+                 "PROFILE:startclock|3\n"));
 }
 
 TEST(ProfileMerge, HandsOutAnyNumberOfLines) {
