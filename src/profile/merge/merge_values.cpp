@@ -41,13 +41,21 @@ void MergeValues::Set(Id key, std::string_view text) {
   }
 }
 
+void MergeValues::SetFirst(Id key, std::string_view text) {
+  std::int64_t& cell = keys_.CellOf(key);
+  if (const std::optional<std::uint32_t> number = ParseOrdinary(text)) {
+    cell = *number;
+  } else {
+    cell = kFirstTextCells + static_cast<std::int64_t>(first_texts_.size());
+    first_texts_.Append(text);
+  }
+}
+
 void MergeValues::AddTo(Id key, std::string_view text) {
-  const Aside* const aside = AsideOf(key);
-  const Number before =
-      aside != nullptr ? aside->number.value_or(std::int64_t{0}) : Number(keys_.CellOf(key));
+  const Number before = NumberOf(key).value_or(std::int64_t{0});
   const Number sum = AsWritten(Add(before, text).AsNumber());
   const auto* whole = std::get_if<std::int64_t>(&sum);
-  if (whole != nullptr && aside == nullptr && !IsAside(*whole)) {
+  if (whole != nullptr && AsideOf(key) == nullptr && IsWhole(*whole)) {
     keys_.CellOf(key) = *whole;
   } else {
     PutAside(key) = {NumberText(sum), sum};
@@ -55,16 +63,23 @@ void MergeValues::AddTo(Id key, std::string_view text) {
 }
 
 int MergeValues::Compare(Id key, std::string_view text) const {
-  const Aside* const aside = AsideOf(key);
-  const std::optional<Number> left =
-      aside != nullptr ? aside->number : std::optional<Number>(keys_.CellOf(key));
+  const std::optional<Number> left = NumberOf(key);
   const std::optional<Number> right = ParseNumber(text);
   if (left && right) {
     return CompareNumbers(*left, *right);
   }
+  const Aside* const aside = AsideOf(key);
   const int order = aside != nullptr ? std::string_view(aside->text).compare(text)
                                      : std::string_view(Text(key)).compare(text);
   return (order > 0 ? 1 : 0) - (order < 0 ? 1 : 0);
+}
+
+std::optional<Number> MergeValues::NumberOf(Id key) const {
+  if (const Aside* const aside = AsideOf(key)) {
+    return aside->number;
+  }
+  const std::int64_t cell = keys_.CellOf(key);
+  return IsWhole(cell) ? Number(cell) : ParseNumber(FirstText(cell));
 }
 
 MergeValues::Aside& MergeValues::PutAside(Id key) {
@@ -85,6 +100,10 @@ std::string MergeValues::Text(Id key) const {
 void MergeValues::AppendText(Id key, std::string& out) const {
   if (const Aside* const aside = AsideOf(key)) {
     out += aside->text;
+    return;
+  }
+  if (const std::int64_t cell = keys_.CellOf(key); !IsWhole(cell)) {
+    out += FirstText(cell);
     return;
   }
   std::array<char, 24> digits;  // NOLINT(*-member-init): written by to_chars

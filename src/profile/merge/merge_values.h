@@ -10,13 +10,15 @@
 #include <vector>
 
 #include "profile/merge/merge_keys.h"
+#include "value/field_list.h"
 #include "value/value.h"
 
 namespace ptick {
 
 /// Merge keys with their values, `MergeValues`. Most values are ordinary numbers: those are in the
 /// cells beside the keys. Any other text is held aside as it was read, and with it the number that
-/// it spells: however long it is, it is taken apart once.
+/// it spells: however long it is, it is taken apart once. Texts that have not been added to
+/// anything yet, as the commands of PERFORMs, are only kept.
 class MergeValues {
  public:
   using Id = MergeKeys::Id;
@@ -30,11 +32,14 @@ class MergeValues {
 
   void Set(Id key, std::string_view text);
 
+  /// Sets the value of a new key, whose further values will be added to it.
+  void SetFirst(Id key, std::string_view text);
+
   /// Adds to a value, as the value layer adds texts. That of a new key is 0.
   void AddTo(Id key, std::string_view text);
   void AddTo(Id key, std::uint32_t number) {
     std::int64_t& sum = keys_.CellOf(key);
-    if (!IsAside(sum) && sum <= std::numeric_limits<std::int64_t>::max() - number) {
+    if (IsWhole(sum) && sum <= std::numeric_limits<std::int64_t>::max() - number) {
       sum += number;
     } else {
       AddTo(key, std::to_string(number));
@@ -54,22 +59,25 @@ class MergeValues {
     std::optional<Number> number;  ///< nothing when the text is not numeric
   };
 
-  /// A cell below this holds the place of a value aside, counted from the smallest number.
-  static constexpr std::int64_t kWholeCells =
+  /// Cells below these hold the place of a value aside, and of a first text.
+  static constexpr std::int64_t kFirstTextCells =
       std::numeric_limits<std::int64_t>::min() + (std::int64_t{1} << 32U);
+  static constexpr std::int64_t kWholeCells = kFirstTextCells + (std::int64_t{1} << 32U);
 
-  static bool IsAside(std::int64_t cell) { return cell < kWholeCells; }
-  static std::size_t PlaceOf(std::int64_t cell) {
-    return static_cast<std::size_t>(cell - std::numeric_limits<std::int64_t>::min());
-  }
+  static bool IsWhole(std::int64_t cell) { return cell >= kWholeCells; }
+  static bool IsAside(std::int64_t cell) { return cell < kFirstTextCells; }
+  static std::size_t PlaceOf(std::int64_t cell) { return static_cast<std::uint32_t>(cell); }
   const Aside* AsideOf(Id key) const {
     const std::int64_t cell = keys_.CellOf(key);
     return IsAside(cell) ? &aside_[PlaceOf(cell)] : nullptr;
   }
+  std::string_view FirstText(std::int64_t cell) const { return first_texts_[PlaceOf(cell)]; }
+  std::optional<Number> NumberOf(Id key) const;
   Aside& PutAside(Id key);
 
   MergeKeys keys_;
   std::vector<Aside> aside_;  ///< a value that has got here stays here, whatever it becomes
+  FieldList first_texts_;
 };
 
 }  // namespace ptick

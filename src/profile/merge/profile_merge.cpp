@@ -104,7 +104,11 @@ void ProfileMerge::AddOthers(std::span<const MergeLine> lines) {
       continue;
     }
     ++known;
-    values_.Set(ids[i], lines[i].value);
+    if (lines[i].kind == MergeKind::kAdded) {
+      values_.SetFirst(ids[i], lines[i].value);
+    } else {
+      values_.Set(ids[i], lines[i].value);
+    }
   }
   next_key_ = ids[lines.size() - 1] + 1;
 }
