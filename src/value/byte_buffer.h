@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <memory>
 #include <new>
+#include <utility>
 
 namespace ptick {
 
@@ -15,6 +16,16 @@ class ByteBuffer {
  public:
   ByteBuffer() = default;
   explicit ByteBuffer(std::size_t size) { Grow(size, 0); }
+  ByteBuffer(ByteBuffer&& other) noexcept
+      : bytes_(std::move(other.bytes_)), size_(std::exchange(other.size_, 0)) {}
+  ByteBuffer& operator=(ByteBuffer&& other) noexcept {
+    bytes_ = std::move(other.bytes_);
+    size_ = std::exchange(other.size_, 0);
+    return *this;
+  }
+  ByteBuffer(const ByteBuffer&) = delete;
+  ByteBuffer& operator=(const ByteBuffer&) = delete;
+  ~ByteBuffer() = default;
 
   char* data() { return bytes_.get(); }
   const char* data() const { return bytes_.get(); }

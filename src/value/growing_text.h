@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstring>
 #include <string_view>
+#include <utility>
 
 #include "value/byte_buffer.h"
 
@@ -13,6 +14,21 @@ namespace ptick {
 /// do it, not copied to grow, so that its memory is never needed twice.
 class GrowingText {
  public:
+  GrowingText() = default;
+  GrowingText(const GrowingText& other) { Append({other.data(), other.size()}); }
+  GrowingText& operator=(const GrowingText& other) {
+    *this = GrowingText(other);
+    return *this;
+  }
+  GrowingText(GrowingText&& other) noexcept
+      : bytes_(std::move(other.bytes_)), size_(std::exchange(other.size_, 0)) {}
+  GrowingText& operator=(GrowingText&& other) noexcept {
+    bytes_ = std::move(other.bytes_);
+    size_ = std::exchange(other.size_, 0);
+    return *this;
+  }
+  ~GrowingText() = default;
+
   /// `text` is no part of this.
   void Append(std::string_view text) {
     if (text.size() > bytes_.size() - size_) {

@@ -40,6 +40,22 @@ TEST(GrowingText, HandsItsTextOn) {
   GrowingText to(std::move(from));
   to.Append("def");
   EXPECT_EQ(std::string_view(to.data(), to.size()), "abcdef");
+  from = std::move(to);
+  EXPECT_EQ(std::string_view(from.data(), from.size()), "abcdef");
+  to.Append("xyz");  // NOLINT(*-use-after-move): it is empty
+  EXPECT_EQ(std::string_view(to.data(), to.size()), "xyz");
+}
+
+TEST(GrowingText, IsCopied) {
+  GrowingText from;
+  GrowingText copy(from);
+  EXPECT_EQ(copy.size(), 0U);
+  from.Append("abc");
+  copy = from;
+  from.Append("def");
+  copy.Append("x");
+  EXPECT_EQ(std::string_view(copy.data(), copy.size()), "abcx");
+  EXPECT_EQ(std::string_view(from.data(), from.size()), "abcdef");
 }
 
 }  // namespace
