@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -32,21 +33,34 @@ ColumnTitles ObjectColumns(bool with_sizes) {
   return {.heading = sizes_title, .title = sizes_title, .rule = name_mask.Format(rule) + " -----"};
 }
 
-std::vector<std::string_view> SortedNames(const FieldList& objects) {
-  std::vector<std::string_view> names;
-  names.reserve(objects.size());
-  for (std::size_t n = 0; n < objects.size(); ++n) {
-    names.push_back(objects[n]);
+/// A distinct name and how often it comes.
+struct Object {
+  std::string_view name;
+  std::size_t copies = 0;
+};
+
+// In the order of the names.
+std::vector<Object> SortedObjects(const NameList& names) {
+  std::vector<Object> objects(names.Names().size());
+  for (NameTable::Id id = 0; id < objects.size(); ++id) {
+    objects[id].name = names.Names()[id];
   }
-  std::sort(names.begin(), names.end());
-  return names;
+  for (std::size_t n = 0; n < names.size(); ++n) {
+    ++objects[names.IdOf(n)].copies;
+  }
+  std::ranges::sort(objects, {}, &Object::name);
+  return objects;
 }
 
-void PrintObject(std::string_view name, std::string_view size, Output& output) {
-  std::string line = Mask::Left(kNameWidth).Format(name);
+// A row for each copy.
+void PrintObject(const Object& object, std::string_view size, Output& output) {
+  std::string line = Mask::Left(kNameWidth).Format(object.name);
   line += ' ';
   line += size;
-  output.PrintLine(TrimTrailing(line));
+  const std::string_view row = TrimTrailing(line);
+  for (std::size_t copy = 0; copy < object.copies; ++copy) {
+    output.PrintLine(row);
+  }
 }
 
 // A word of a name as an argument of "size", which takes what begins with "-" for options and what
@@ -69,22 +83,14 @@ std::vector<std::string> SizeCommand(std::string_view name) {
   return words;
 }
 
-using NameIterator = std::vector<std::string_view>::const_iterator;
-
-// The end of the copies of a name in sorted names that end at `end`.
-NameIterator AfterCopies(NameIterator name, NameIterator end) {
-  return std::find_if(name, end, [name](std::string_view other) { return other != *name; });
-}
-
-// Prints sorted names with their sizes. Each name is asked for once, however often it comes.
-void PrintWithSizes(const std::vector<std::string_view>& names, Platform& platform,
-                    Output& output) {
+// Prints objects with their sizes. Each is asked for once, however often it comes.
+void PrintWithSizes(std::span<const Object> objects, Platform& platform, Output& output) {
   bool complained = false;
-  for (auto name = names.begin(); name != names.end();) {
+  while (!objects.empty()) {
+    const std::span<const Object> batch = objects.first(std::min(kBatchSize, objects.size()));
     std::vector<std::vector<std::string>> commands;
-    for (auto next = name; next != names.end() && commands.size() < kBatchSize;
-         next = AfterCopies(next, names.end())) {
-      commands.push_back(SizeCommand(*next));
+    for (const Object& object : batch) {
+      commands.push_back(SizeCommand(object.name));
     }
     const FirstLines sizes = platform.CaptureFirstLines(commands);
     if (sizes.error != 0 && !complained) {
@@ -92,11 +98,10 @@ void PrintWithSizes(const std::vector<std::string_view>& names, Platform& platfo
       output.FailAtEnd();
       complained = true;
     }
-    for (const std::string& size : sizes.lines) {
-      for (const auto end = AfterCopies(name, names.end()); name != end; ++name) {
-        PrintObject(*name, size, output);
-      }
+    for (std::size_t n = 0; n < batch.size(); ++n) {
+      PrintObject(batch[n], sizes.lines[n], output);
     }
+    objects = objects.subspan(batch.size());
   }
 }
 
@@ -106,13 +111,13 @@ void ReportSharedObjects(const ReportJob& job) {
   // "objecs" is the text that users' scripts look for.
   BeginReport(ReportTitle("Shared objecs used by program ", job.tables),
               ObjectColumns(job.options.Verbose), job);
-  const std::vector<std::string_view> names = SortedNames(job.tables.SharedObjects);
+  const std::vector<Object> objects = SortedObjects(job.tables.SharedObjects);
   if (job.options.Verbose) {
-    PrintWithSizes(names, job.platform, job.output);
+    PrintWithSizes(objects, job.platform, job.output);
     return;
   }
-  for (const std::string_view name : names) {
-    PrintObject(name, "", job.output);
+  for (const Object& object : objects) {
+    PrintObject(object, "", job.output);
   }
 }
 

@@ -33,7 +33,7 @@ class Description {
     }
   }
 
-  void AddList(std::string_view name, const FieldList& list) {
+  void AddList(std::string_view name, const NameList& list) {
     for (std::size_t i = 0; i < list.size(); ++i) {
       Add(name, list[i]);
     }

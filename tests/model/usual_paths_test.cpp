@@ -117,6 +117,13 @@ std::string RandomCallLine(RandomSource& random) {
   return line + "\t" + RandomNumber(random) + (random.Chance(5) ? "\tmore" : "");
 }
 
+std::string RandomObjectLine(RandomSource& random) {
+  const std::string name = random.Chance(20) ? "main()" : "/lib/" + RandomLength(random);
+  return "PROFILE:shared_object\t" + name + "\t" +
+         (random.Chance(60) ? random.PickWord("1|0|00|1.0|0.0|x|-1") : RandomNumber(random)) +
+         (random.Chance(5) ? "\tmore" : "");
+}
+
 std::string RandomInputLine(RandomSource& random) {
   std::string line = "PROFILE:input\t" +
                      (random.Chance(80) ? random.PickWord("13|10|0|9|27|300") : RandomCode(random));
@@ -128,6 +135,7 @@ std::string RandomInputLine(RandomSource& random) {
 
 TEST(UsualPaths, LeaveTheSamePerform) { RunPaths(6000, RandomPerformLine); }
 TEST(UsualPaths, LeaveTheSameCall) { RunPaths(4000, RandomCallLine); }
+TEST(UsualPaths, LeaveTheSameSharedObject) { RunPaths(3000, RandomObjectLine); }
 TEST(UsualPaths, LeaveTheSameInput) { RunPaths(4000, RandomInputLine); }
 
 std::string Counted(const std::string& text, bool keep) {

@@ -26,12 +26,12 @@ const std::string kPlainHeading = "Shared objecs used by program PROG from profi
 const std::string kSizesTitle = "Shared object name" + std::string(42, ' ') + " Sizes\n";
 
 TEST_F(SharedObjectsReportTest, ListsNamesInByteOrder) {
-  tables_.SharedObjects = Fields({"b", "B", "a", "\xff", "10", "9", "ab", "a b", "_"});
+  tables_.SharedObjects = Names({"b", "B", "a", "\xff", "10", "9", "ab", "a b", "_"});
   EXPECT_EQ(Report(), kPlainHeading + "10\n9\nB\n_\na\na b\nab\nb\n\xff\n");
 }
 
 TEST_F(SharedObjectsReportTest, ListsDuplicatesNextToEachOther) {
-  tables_.SharedObjects = Fields({"x.so", "a.so", "x.so"});
+  tables_.SharedObjects = Names({"x.so", "a.so", "x.so"});
   EXPECT_EQ(Report(), kPlainHeading + "a.so\nx.so\nx.so\n");
 }
 
@@ -63,20 +63,20 @@ TEST_F(SharedObjectsReportTest, LaysOutEveryName) {
   };
   options_.AllReports = true;
   for (const Row& row : rows) {
-    tables_.SharedObjects = Fields({row.name});
+    tables_.SharedObjects = Names({row.name});
     EXPECT_EQ(Report(), "\nShared object name\n------ ------ ----\n" + row.want + "\n") << row.name;
   }
 }
 
 TEST_F(SharedObjectsReportTest, RunsNothingUnlessVerbose) {
-  tables_.SharedObjects = Fields({"a.so"});
+  tables_.SharedObjects = Names({"a.so"});
   Report();
   EXPECT_TRUE(platform_.commands_run.empty());
 }
 
 TEST_F(SharedObjectsReportTest, ShowsSizesWhenVerbose) {
   options_.Verbose = true;
-  tables_.SharedObjects = Fields({"b.so", "a.so", std::string(70, 'n')});
+  tables_.SharedObjects = Names({"b.so", "a.so", std::string(70, 'n')});
   platform_.command_outputs["size a.so"] = "   text    data     bss  ";
   platform_.command_outputs["size " + std::string(70, 'n')] = "size: no such file";
   EXPECT_EQ(Report(), "Shared objecs used by program PROG from profile run1" +
@@ -120,7 +120,7 @@ TEST_F(SharedObjectsReportTest, SplitsTheCommandAtBlanksOnly) {
     SCOPED_TRACE(row.name);
     MemoryPlatform platform;
     Output output(platform, "ptick");
-    tables_.SharedObjects = Fields({row.name});
+    tables_.SharedObjects = Names({row.name});
     ReportSharedObjects({tables_, options_, platform, output});
     ASSERT_EQ(platform.commands_run.size(), 1U);
     EXPECT_EQ(platform.commands_run[0], row.want);
@@ -129,7 +129,7 @@ TEST_F(SharedObjectsReportTest, SplitsTheCommandAtBlanksOnly) {
 
 TEST_F(SharedObjectsReportTest, AsksOnceForEqualNamesNextToEachOther) {
   options_.Verbose = true;
-  tables_.SharedObjects = Fields({"x", "a", "x", "x"});
+  tables_.SharedObjects = Names({"x", "a", "x", "x"});
   platform_.command_outputs["size x"] = "X";
   platform_.command_outputs["size a"] = "A";
   const std::string blanks(60, ' ');

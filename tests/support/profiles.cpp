@@ -100,7 +100,7 @@ std::vector<std::string> ScriptLines(const KeyboardInputs& inputs, bool typing_r
   return lines;
 }
 
-std::vector<std::string> Texts(const FieldList& list) {
+std::vector<std::string> Texts(const NameList& list) {
   std::vector<std::string> texts;
   for (std::size_t i = 0; i < list.size(); ++i) {
     texts.emplace_back(list[i]);

@@ -57,6 +57,6 @@ std::vector<std::string> Texts(const PerformTable& performs);
 /// The lines of a keyboard script for the inputs.
 std::vector<std::string> ScriptLines(const KeyboardInputs& inputs, bool typing_rate = false);
 
-std::vector<std::string> Texts(const FieldList& list);
+std::vector<std::string> Texts(const NameList& list);
 
 }  // namespace ptick::testing

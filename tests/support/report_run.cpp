@@ -29,12 +29,12 @@ Printed ReportTest::Run(const std::function<void(const ReportJob&)>& report) {
   return printed;
 }
 
-FieldList Fields(std::initializer_list<std::string_view> texts) {
-  FieldList fields;
+NameList Names(std::initializer_list<std::string_view> texts) {
+  NameList names;
   for (const std::string_view text : texts) {
-    fields.Append(text);
+    names.Append(text);
   }
-  return fields;
+  return names;
 }
 
 PerformSample MakePerform(std::string_view command) {

@@ -14,7 +14,6 @@
 #include "ptick/run_options.h"
 #include "reports/report_job.h"
 #include "support/memory_platform.h"
-#include "value/field_list.h"
 
 namespace ptick {
 
@@ -38,7 +37,7 @@ class ReportTest : public ::testing::Test {
   RunOptions options_;
 };
 
-FieldList Fields(std::initializer_list<std::string_view> texts);
+NameList Names(std::initializer_list<std::string_view> texts);
 
 /// A PERFORM in texts.
 struct PerformSample {

@@ -150,7 +150,7 @@ void RecordParser::ParseProgram(std::string_view command) {
 
 void RecordParser::ParseSharedObject(TabFields fields) {
   const std::string_view name = fields.Next();
-  if (Value(fields.Next()).IsTrue() && name != "main()") {
+  if (Value(fields.Next()).IsTrue() && name != kMainObject) {
     tables_.SharedObjects.Append(name);
   }
 }

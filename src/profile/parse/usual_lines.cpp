@@ -11,7 +11,9 @@
 #include "profile/scan/byte_masks.h"
 #include "profile/scan/call_line.h"
 #include "profile/scan/input_line.h"
+#include "profile/scan/object_line.h"
 #include "profile/scan/performed_command.h"
+#include "profile/tables/record_types.h"
 #include "value/arithmetic.h"
 
 namespace ptick {
@@ -42,7 +44,18 @@ const char* UsualLines::Take(const char* line) {
   if (StartsAt(line, kInputStart)) {
     return options_.keep_inputs ? TakeInput(line) : CountInput(line);
   }
+  if (StartsAt(line, kObjectStart)) {
+    return TakeObject(line);
+  }
   return nullptr;
+}
+
+const char* UsualLines::TakeObject(const char* line) {
+  const ObjectLine object = ScanObjectLine(line);
+  if (object.next != nullptr && object.used != 0 && object.name != kMainObject) {
+    tables_.SharedObjects.Append(object.name);
+  }
+  return object.next;
 }
 
 const char* UsualLines::TakeCall(const char* line) {

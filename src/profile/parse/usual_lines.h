@@ -30,6 +30,7 @@ class UsualLines {
 
  private:
   const char* TakeCall(const char* line);
+  const char* TakeObject(const char* line);
   const char* TakeInput(const char* line);
   const char* CountInput(const char* line);
   const char* TakePerform(const char* line);

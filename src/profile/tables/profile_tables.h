@@ -9,8 +9,8 @@
 #include "profile/tables/keyboard_inputs.h"
 #include "profile/tables/perform_table.h"
 #include "profile/tables/subroutine_table.h"
+#include "profile/ticks/name_list.h"
 #include "profile/ticks/tick_table.h"
-#include "value/field_list.h"
 #include "value/value.h"
 
 namespace ptick {
@@ -34,7 +34,7 @@ struct ProfileTables {
 
   std::string ProgramCommand;             ///< command line of the profiled run
   std::string ProgramName = "(unknown)";  ///< its first word
-  FieldList SharedObjects;                ///< duplicates kept
+  NameList SharedObjects;                 ///< duplicates kept
   SubroutineTable Subroutines;
   PerformTable Performs;
   KeyboardInputs Inputs;  ///< where they are wanted; InputCount counts them always

@@ -10,6 +10,9 @@ namespace ptick {
 /// The prefix of every record line; other lines are passed over.
 inline constexpr std::string_view kProfilePrefix = "PROFILE:";
 
+/// The program itself among its shared objects, which is passed over.
+inline constexpr std::string_view kMainObject = "main()";
+
 /// What the record parser does with a type of record.
 enum class RecordKind {
   kTrace,
