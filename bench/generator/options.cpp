@@ -48,7 +48,8 @@ Records ParseRecords(std::string_view name) {
   };
   for (const Named& known :
        {Named{"trace", Records::kTrace}, Named{"perform", Records::kPerform},
-        Named{"subroutine_call", Records::kSubroutineCall}, Named{"input", Records::kInput}}) {
+        Named{"subroutine_call", Records::kSubroutineCall},
+        Named{"shared_object", Records::kSharedObject}, Named{"input", Records::kInput}}) {
     if (known.name == name) {
       return known.kind;
     }

@@ -13,6 +13,7 @@ enum class Records {
   kTrace,  ///< trace lines, with records of the other types sprinkled in
   kPerform,
   kSubroutineCall,
+  kSharedObject,
   kInput,
 };
 
@@ -43,7 +44,7 @@ Writes a big profile, or several; the same options give the same bytes.
 
   --lines N         lines of the kind asked for, per file (1000000)
   --records KIND    what they are: trace (with other records sprinkled in), perform,
-                    subroutine_call or input (trace)
+                    subroutine_call, shared_object or input (trace)
   --programs N      number of programs (2000)
   --last-line N     source lines of a program: 1 to N (5000)
   --distinct-keys   no (program, line) pair twice, in any file

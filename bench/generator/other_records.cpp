@@ -59,6 +59,10 @@ void OtherRecords::PutSubroutineCall() {
   file_.Put("\t").Put(random_.Zipf()).Put("\n");
 }
 
+void OtherRecords::PutSharedObject() {
+  file_.Put("PROFILE:shared_object\t/opt/mavro/lib/").Put(AnyProgram()).Put(".so\t1\n");
+}
+
 void OtherRecords::PutInput() {
   constexpr std::array<std::string_view, 8> kTerminators = {"13", "13", "13", "13",
                                                             "10", "9",  "27", "0"};
@@ -92,8 +96,7 @@ void OtherRecords::PutAny() {
     case 2:
       return PutPerform();
     case 3:
-      file_.Put("PROFILE:shared_object\t/opt/mavro/lib/").Put(AnyProgram()).Put(".so\t1\n");
-      return;
+      return PutSharedObject();
     case 4:
       file_.Put("PROFILE:user_ticks\t").Put(1 + random_.Below(10));
       file_.Put("\t").Put(random_.Zipf()).Put("\n");

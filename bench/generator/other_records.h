@@ -18,6 +18,7 @@ class OtherRecords {
 
   void PutHead();
   void PutSubroutineCall();
+  void PutSharedObject();
   void PutInput();
   void PutPerform();
   /// Any record that may come between trace lines, or a line that is no record.

@@ -53,6 +53,8 @@ void PutOthers(const GenerateOptions& options, OtherRecords& others) {
       others.PutPerform();
     } else if (options.kind == Records::kSubroutineCall) {
       others.PutSubroutineCall();
+    } else if (options.kind == Records::kSharedObject) {
+      others.PutSharedObject();
     } else {
       others.PutInput();
     }

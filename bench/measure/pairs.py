@@ -42,6 +42,7 @@ def works(lines, generated, scratch):
     yield Work("-p", ["-p", performs])
     yield Work("-pv", ["-pv", performs])
     yield Work("-s", ["-s", generated.one(lines, "--records", "subroutine_call")])
+    yield Work("-o", ["-o", generated.one(lines, "--records", "shared_object")])
     inputs = generated.one(lines, "--records", "input")
     yield Work("-k -t", [f"-k{scratch / 'keys'}", "-t", inputs])
     yield Work("-a", ["-a", one])

@@ -10,7 +10,7 @@ import timing
 OPTIONS = {
     "lines": (), "programs": ("-n",), "merge": (),
     "performs": ("-p",), "performs_merge": ("-p",), "perform_costs": ("-pv",),
-    "subroutines": ("-s",), "inputs": ("-k/dev/null", "-t"),
+    "subroutines": ("-s",), "objects": ("-o",), "inputs": ("-k/dev/null", "-t"),
 }
 PLAIN = ("lines", "programs")  # the works that plain C++ knows
 SQL = ("lines", "programs", "merge")

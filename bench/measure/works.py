@@ -25,6 +25,7 @@ OTHER_RECORDS = (
     ("{:,} PERFORMs, -p", "performs", 1, "perform"),
     ("{:,} PERFORMs, -pv", "perform_costs", 1, "perform"),
     ("{:,} subroutine calls, -s", "subroutines", 1, "subroutine_call"),
+    ("{:,} shared objects, -o", "objects", 1, "shared_object"),
     ("{:,} inputs, -k -t", "inputs", 1, "input"),
     ("merge of 2 files of {:,} PERFORMs, -p", "performs_merge", 2, "perform"),
 )
@@ -79,6 +80,8 @@ def rest(lines, profiles, programs, scratch):
     yield "perform, -pv", programs.ptick("-pv", performs)
     calls = profiles.one(lines, "--records", "subroutine_call")
     yield "subroutine_call, -s", programs.ptick("-s", calls)
+    objects = profiles.one(lines, "--records", "shared_object")
+    yield "shared_object, -o", programs.ptick("-o", objects)
     inputs = profiles.one(lines, "--records", "input")
     yield "input, -k -t", programs.ptick(f"-k{scratch / 'keys'}", "-t", inputs)
     files = profiles.several(1000, lines // 1000, "--common")
