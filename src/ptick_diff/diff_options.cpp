@@ -111,7 +111,7 @@ void DescribeDiff(companion::CommandLine& line, DiffOptions& options) {
       .Summary(
           "Shows what became slower or faster from the OLD profiles to the NEW ones, and leaves "
           "out what chance explains. Several profiles of a side are runs of the same program: "
-          "their means are compared. - is standard input.");
+          "their means are compared. A profile of - is standard input.");
   DescribeRows(line, options);
   line.Value("--fail-slower", "PERCENT",
              "exit with status 1 when the total grew by more than PERCENT, and not by noise",
@@ -119,8 +119,8 @@ void DescribeDiff(companion::CommandLine& line, DiffOptions& options) {
       .Value("--fail-slower-row", "PERCENT",
              "the same when any row grew by more than PERCENT of the old total",
              [&options](std::string_view text) { options.fail_slower_row = ParsePercent(text); })
-      .Flag("--json", "write JSON, all rows", options.is_json)
-      .Flag("--csv", "write CSV, all rows", options.is_csv)
+      .Flag("--json", "write JSON with all rows, or as many as --top says", options.is_json)
+      .Flag("--csv", "write the same as CSV", options.is_csv)
       .Separator("--vs", "parts the OLD profiles from the NEW ones", options.vs)
       .Operands(options.profiles)
       .Check([&options] { CheckDiff(options); });

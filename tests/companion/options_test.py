@@ -83,7 +83,8 @@ class OptionsTest(ProgramTest):
             self.assertEqual((b"", b"", 0), (lint.out, lint.err, lint.status), program)
             result = self.run_program("mandoc", "-T", "ascii", "-O", "width=200", page)
             text = re.sub(".\b", "", result.out.decode())
-            heads = re.findall(r"^     (-\S.*)$", text, re.MULTILINE)
+            # What is short has its meaning on the same line.
+            heads = re.findall(r"^     (-\S.*?)(?: {2,}.*)?$", text, re.MULTILINE)
             explained = {re.sub(r"(?<=-\w) \w+(?=,|$)", "", head).replace(",", "") for head in heads}
             with self.subTest(program=program):
                 self.assertEqual(
