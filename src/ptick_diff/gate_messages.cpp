@@ -58,8 +58,9 @@ std::vector<std::string> GateMessages(const Diff& diff, const DiffOptions& optio
       messages.push_back(SlowerRow(diff, diff.RowAt(rows[n]), *options.fail_slower_row));
     }
     if (rows.size() > kNamedRows) {
-      messages.push_back(fmt::format("{} more rows grew by more than {} % of the old total",
+      messages.push_back(fmt::format("{} more row{} grew by more than {} % of the old total",
                                      companion::GroupedCount(rows.size() - kNamedRows),
+                                     rows.size() == kNamedRows + 1 ? "" : "s",
                                      options.fail_slower_row->Text()));
     }
   }
