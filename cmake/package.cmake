@@ -19,7 +19,7 @@ endforeach()
 # The documents are in the same places as in the repository, so that their links hold.
 ptick_install_document(README.md)
 ptick_install_document(CHANGELOG.md)
-foreach(document glossary port-protocol record-format scale)
+foreach(document comparing glossary port-protocol record-format scale)
   ptick_install_document(docs/${document}.md)
 endforeach()
 install(FILES COPYRIGHT RENAME copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})

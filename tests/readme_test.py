@@ -51,6 +51,10 @@ class ReadmeTest(ProgramTest):
         path = os.path.join(self.folder, "build/release") + os.pathsep + os.environ["PATH"]
         self.assertGreater(self.check("examples/orders/README.md", PATH=path), 1)
 
+    def test_the_commands_of_documents_do(self):
+        path = os.path.join(self.folder, "build/release") + os.pathsep + os.environ["PATH"]
+        self.assertGreater(self.check("docs/comparing.md", PATH=path), 9)
+
     def test_links_lead_to_files(self):
         found = 0
         for folder, _, names in os.walk(os.path.join(SOURCE_DIR, "docs")):

@@ -9,6 +9,7 @@
 #include "compare/as_double.h"
 #include "ptick_diff/fields.h"
 #include "ptick_diff/figure_text.h"
+#include "value/number_text.h"
 
 namespace ptick::compare {
 
@@ -76,7 +77,7 @@ void AddScale(const Diff& diff, std::vector<std::string>& notes) {
   if (diff.is_normalized) {
     notes.push_back(
         fmt::format("New figures below the head are taken times {}: the totals are equal",
-                    FigureText(Number(diff.comparison.Scale()))));
+                    NumberText(diff.comparison.Scale())));
   }
 }
 
