@@ -1,4 +1,4 @@
-"""Goldens: one readable case a folder, tests/golden/<report>/<case>/.
+"""Goldens: one readable case a folder, tests/golden/<report>/<case>/, or <companion>/<case>/.
 
 cmd       the shell command, run in a copy of the folder that also has the examples, with ptick on
           the path
@@ -24,7 +24,10 @@ GOLDEN_DIR = os.path.join(SOURCE_DIR, "tests", "golden")
 
 
 def cases():
+    programs = os.path.dirname(os.path.abspath(PTICK))
     for report in sorted(os.listdir(GOLDEN_DIR)):
+        if report.startswith("ptick-") and not os.path.exists(os.path.join(programs, report)):
+            continue  # built without companions
         for case in sorted(os.listdir(os.path.join(GOLDEN_DIR, report))):
             yield f"{report}/{case}"
 

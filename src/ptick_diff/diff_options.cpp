@@ -13,8 +13,14 @@ namespace {
 using companion::UsageError;
 
 std::uint64_t ParseTop(std::string_view text) {
-  return text == "all" ? kAllRows
-                       : companion::ParseWholeNumber(text, {.least = 1, .most = kAllRows - 1});
+  if (text == "all") {
+    return kAllRows;
+  }
+  try {
+    return companion::ParseWholeNumber(text, {.least = 1, .most = kAllRows - 1});
+  } catch (const UsageError&) {
+    throw UsageError("a number of rows from 1 on, or all");
+  }
 }
 
 // A percentage is digits, and digits after a point if need be.
