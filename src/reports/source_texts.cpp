@@ -1,24 +1,16 @@
 #include "reports/source_texts.h"
 
 #include <algorithm>
-#include <charconv>
 #include <limits>
 #include <numeric>
+
+#include "records/line_number.h"
 
 namespace ptick {
 
 namespace {
 
 constexpr std::string_view kNotFound = "??";
-
-// The line that a number written in digits names; 0, which names none, for any other text and for
-// numbers that no source reaches.
-std::uint32_t LineNumber(std::string_view text) {
-  std::uint32_t number = 0;
-  const char* const end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number);
-  return error == std::errc() && stop == end ? number : 0;
-}
 
 // Takes in the lines of one source after the texts that are there.
 class SourceSink final : public LineSink {
@@ -118,7 +110,7 @@ void SourceTexts::ReadSources(std::span<const SourceFile> files) {
 }
 
 std::uint32_t SourceTexts::LineOf(const TickEntry& entry) const {
-  return entry.HasExactText() ? LineNumber(ticks_.ExactLine(entry)) : entry.line;
+  return entry.HasExactText() ? SourceLineNumber(ticks_.ExactLine(entry)) : entry.line;
 }
 
 }  // namespace ptick

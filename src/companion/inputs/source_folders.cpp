@@ -7,19 +7,6 @@
 #include "companion/usage_error.h"
 
 namespace ptick::companion {
-namespace {
-
-std::string PathIn(const SourceFile& folder, std::string_view program) {
-  std::string path = folder.name;
-  if (!path.ends_with('/')) {
-    path += '/';
-  }
-  path += program;
-  return path;
-}
-
-}  // namespace
-
 SourceFolders::SourceFolders(std::span<const std::string> names, RecordFiles& files) {
   for (const std::string& name : names) {
     int error = 0;
@@ -39,7 +26,7 @@ std::optional<SourceText> SourceFolders::Read(std::string_view program) const {
       continue;
     }
     if (std::optional<RecordText> text = ReadRecordText(*source)) {
-      return SourceText{.path = PathIn(folder, program), .text = *std::move(text)};
+      return SourceText{.path = SourcePath(folder, program), .text = *std::move(text)};
     }
   }
   return std::nullopt;
@@ -48,10 +35,19 @@ std::optional<SourceText> SourceFolders::Read(std::string_view program) const {
 std::optional<std::string> SourceFolders::PathOf(std::string_view program) const {
   for (const SourceFile& folder : folders_) {
     if (folder.file->OpenRegularRecord(program)) {
-      return PathIn(folder, program);
+      return SourcePath(folder, program);
     }
   }
   return std::nullopt;
+}
+
+std::string SourcePath(const SourceFile& folder, std::string_view program) {
+  std::string path = folder.name;
+  if (!path.ends_with('/')) {
+    path += '/';
+  }
+  path += program;
+  return path;
 }
 
 void AddSourceOption(CommandLine& line, std::vector<std::string>& folders) {

@@ -43,6 +43,9 @@ class SourceFolders {
   std::vector<SourceFile> folders_;
 };
 
+/// Where the source of a program is in a folder: "DIR/PROGRAM".
+std::string SourcePath(const SourceFile& folder, std::string_view program);
+
 /// The option that names the folders: -f DIR, --source=DIR, repeated for several.
 void AddSourceOption(CommandLine& line, std::vector<std::string>& folders);
 
