@@ -58,5 +58,24 @@ TEST(GrowingText, IsCopied) {
   EXPECT_EQ(std::string_view(from.data(), from.size()), "abcdef");
 }
 
+TEST(GrowingText, IsCopied) {
+  GrowingText from;
+  GrowingText empty(from);
+  EXPECT_EQ(empty.size(), 0U);
+  from.Append("abc");
+  GrowingText copy(from);
+  from.Append("d");
+  copy.Append("e");
+  EXPECT_EQ(std::string_view(from.data(), from.size()), "abcd");
+  EXPECT_EQ(std::string_view(copy.data(), copy.size()), "abce");
+  copy = from;
+  EXPECT_EQ(std::string_view(copy.data(), copy.size()), "abcd");
+  const GrowingText& same = copy;
+  copy = same;
+  EXPECT_EQ(std::string_view(copy.data(), copy.size()), "abcd");
+  copy = empty;
+  EXPECT_EQ(copy.size(), 0U);
+}
+
 }  // namespace
 }  // namespace ptick
