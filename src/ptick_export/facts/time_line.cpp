@@ -42,9 +42,8 @@ void ForEachInput(const ProfileTables& tables, Visit visit) {
   }
 }
 
-// Where time begins. That of a profile without start clock is the earliest clock, of commands and
-// inputs alike, whatever is wanted of them.
-Number StartOf(const ProfileTables& tables) {
+// Where time begins.
+Number StartOf(const ProfileTables& tables, const TimeLineParts& parts) {
   if (tables.StartClock.IsNumber()) {
     return tables.StartClock.AsNumber();
   }
@@ -54,8 +53,12 @@ Number StartOf(const ProfileTables& tables) {
       earliest = clocks.begin;
     }
   };
-  ForEachCommand(tables, see);
-  ForEachInput(tables, see);
+  if (parts.commands) {
+    ForEachCommand(tables, see);
+  }
+  if (parts.inputs) {
+    ForEachInput(tables, see);
+  }
   return earliest.value_or(std::int64_t{0});
 }
 
@@ -87,7 +90,7 @@ TimeLine MakeTimeLine(const ProfileTables& tables, const TimeLineParts& parts) {
   if (!time_line.has_hertz) {
     return time_line;
   }
-  const ClockScale scale(StartOf(tables), hertz);
+  const ClockScale scale(StartOf(tables, parts), hertz);
   if (parts.commands) {
     time_line.commands.spans.reserve(tables.Performs.RecordCount());
     ForEachCommand(tables, [&](const Clocks& clocks, std::size_t n) {

@@ -9,8 +9,8 @@
 
 namespace ptick::exports {
 
-/// A stretch of time, in nanoseconds from the start clock of the run: from the earliest clock where
-/// the profile has no start clock.
+/// A stretch of time, in nanoseconds from the start clock of the run; where the profile has none,
+/// from the earliest clock on the time line.
 struct TimeSpan {
   std::int64_t begin = 0;
   std::int64_t end = 0;     ///< not before `begin`

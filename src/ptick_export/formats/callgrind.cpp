@@ -6,14 +6,14 @@
 #include <variant>
 #include <vector>
 
-#include "companion/distinct_texts.h"
 #include "companion/number_text.h"
 #include "companion/utf8.h"
+#include "profile/ticks/name_table.h"
 #include "ptick_export/facts/line_sums.h"
 #include "ptick_export/facts/whole_calls.h"
 #include "ptick_export/formats/losses.h"
 #include "ptick_export/formats/plain_names.h"
-#include "profile/ticks/name_table.h"
+#include "ptick_export/formats/profile_names.h"
 #include "value/number_text.h"
 
 namespace ptick::exports {
@@ -29,7 +29,8 @@ constexpr PlainNameRules kHeadRules = {
 // enough. A function and its file have one number: each has a file of its own.
 class CallgrindNames {
  public:
-  CallgrindNames(const SourcePathOf& source_path) : source_path_(source_path) {}
+  explicit CallgrindNames(const ExportJob& job)
+      : source_path_(job.source_path), names_(job.tables) {}
 
   // Adds "fl=(7) FILE" and "fn=(7) NAME", by other keys for a function that is called.
   void AppendFunction(std::string& text, std::string_view name, std::string_view file_key,
@@ -39,12 +40,12 @@ class CallgrindNames {
     Append(text, file_key, id);
     if (is_new) {
       const std::optional<std::string> path = source_path_(name);
-      AppendName(text, files_.Of(path ? *path : name));
+      AppendName(text, path ? names_.SourcePath(*path) : names_.Program(name));
     }
     text += '\n';
     Append(text, function_key, id);
     if (is_new) {
-      AppendName(text, functions_.Of(name));
+      AppendName(text, names_.Program(name));
       ++names_written_;
     }
     text += '\n';
@@ -66,15 +67,14 @@ class CallgrindNames {
   const SourcePathOf& source_path_;
   NameTable ids_;
   NameTable::Id names_written_ = 0;
-  companion::DistinctTexts functions_;
-  companion::DistinctTexts files_;
+  ProfileNames names_;
 };
 
 class CallgrindWriter {
  public:
   explicit CallgrindWriter(const ExportJob& job)
       : job_(job),
-        names_(job.source_path),
+        names_(job),
         sums_(job.tables.Details, {.whole_ticks = true, .numbered_lines = true}) {}
 
   void Write() {

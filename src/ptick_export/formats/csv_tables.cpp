@@ -8,15 +8,15 @@
 #include <variant>
 
 #include "companion/csv_writer.h"
+#include "figures/program_order.h"
+#include "figures/running_sum.h"
+#include "figures/subroutine_order.h"
+#include "profile/ticks/ordered_ticks.h"
 #include "ptick_export/facts/counters.h"
 #include "ptick_export/facts/perform_fields.h"
 #include "ptick_export/facts/reported_line.h"
 #include "ptick_export/facts/reported_names.h"
 #include "ptick_export/formats/profile_names.h"
-#include "figures/program_order.h"
-#include "figures/running_sum.h"
-#include "figures/subroutine_order.h"
-#include "profile/ticks/ordered_ticks.h"
 
 namespace ptick::exports {
 namespace {
@@ -54,11 +54,11 @@ constexpr std::string_view kLineColumns = "program,line,ticks";
 void WriteLines(const ExportJob& job) {
   CsvWriter csv(job.sink);
   WriteHead(csv, kLineColumns);
+  ProfileNames names(job.tables);
   const OrderedTicks ticks(std::move(job.tables.Details), SortOrder::kDescending, false);
-  companion::DistinctTexts programs;
   ticks.ForEach(0, [&](const TickEntry& entry) {
     const ReportedLine line = ReportedLineOf(ticks, entry);
-    csv.Text(programs.Of(ticks.Programs()[entry.program]));
+    csv.Text(names.Program(ticks.Programs()[entry.program]));
     if (line.number) {
       csv.Number(*line.number);
     } else {
@@ -74,13 +74,13 @@ constexpr std::string_view kProgramColumns = "program,ticks";
 void WritePrograms(const ExportJob& job) {
   CsvWriter csv(job.sink);
   WriteHead(csv, kProgramColumns);
+  ProfileNames names(job.tables);
   const OrderedTicks ticks(std::move(job.tables.Details), SortOrder::kDescending, true);
-  companion::DistinctTexts programs;
   for (const std::size_t row : ProgramOrder(ticks, ProgramsBy::kTicks)) {
     RunningSum sum;
     ticks.ForEach(
         row, [&](const TickEntry& entry) { sum.Add(Value(ReportedLineOf(ticks, entry).ticks)); });
-    csv.Text(programs.Of(ticks.Programs()[static_cast<NameTable::Id>(row)]));
+    csv.Text(names.Program(ticks.Programs()[static_cast<NameTable::Id>(row)]));
     Put(csv, sum.Total());
     csv.EndRow();
   }
@@ -92,10 +92,10 @@ constexpr std::string_view kCommandColumns =
 void WriteCommands(const ExportJob& job) {
   CsvWriter csv(job.sink);
   WriteHead(csv, kCommandColumns);
-  companion::DistinctTexts commands;
+  ProfileNames names(job.tables);
   for (std::size_t n = 0; n < job.tables.Performs.RecordCount(); ++n) {
     const PerformTable::Record perform = job.tables.Performs[n];
-    csv.Text(commands.Of(perform.Command()));
+    csv.Text(names.Command(perform.Command()));
     if (perform.Type().empty()) {
       csv.Absent();
     } else {
@@ -113,10 +113,10 @@ constexpr std::string_view kSubroutineColumns = "caller,subroutine,times";
 void WriteSubroutines(const ExportJob& job) {
   CsvWriter csv(job.sink);
   WriteHead(csv, kSubroutineColumns);
-  companion::DistinctTexts programs;
+  ProfileNames names(job.tables);
   const SubroutineTable& subroutines = job.tables.Subroutines;
   for (const std::size_t n : SubroutineOrder(subroutines)) {
-    csv.Text(programs.Of(subroutines.Caller(n))).Text(programs.Of(subroutines.Called(n)));
+    csv.Text(names.Program(subroutines.Caller(n))).Text(names.Program(subroutines.Called(n)));
     Put(csv, subroutines.Times(n));
     csv.EndRow();
   }
@@ -127,9 +127,9 @@ constexpr std::string_view kObjectColumns = "name";
 void WriteObjects(const ExportJob& job) {
   CsvWriter csv(job.sink);
   WriteHead(csv, kObjectColumns);
-  companion::DistinctTexts objects;
+  ProfileNames names(job.tables);
   for (const std::string_view name : SortedObjects(job.tables)) {
-    csv.Text(objects.Of(name)).EndRow();
+    csv.Text(names.Object(name)).EndRow();
   }
 }
 

@@ -4,11 +4,11 @@
 #include <string>
 #include <variant>
 
-#include "companion/distinct_texts.h"
 #include "companion/number_text.h"
 #include "ptick_export/facts/line_sums.h"
 #include "ptick_export/formats/losses.h"
 #include "ptick_export/formats/plain_names.h"
+#include "ptick_export/formats/profile_names.h"
 
 namespace ptick::exports {
 namespace {
@@ -18,11 +18,11 @@ constexpr PlainNameRules kFrameRules = {.semicolons = true};
 // A line of text for each line of a program; what is the same in all of them is made once.
 class FoldedLines {
  public:
-  explicit FoldedLines(companion::ByteSink& sink) : sink_(sink) {}
+  explicit FoldedLines(const ExportJob& job) : sink_(job.sink), names_(job.tables) {}
 
   void BeginProgram(std::string_view name) {
     line_.clear();
-    AppendPlainName(line_, programs_.Of(name), kFrameRules);
+    AppendPlainName(line_, names_.Program(name), kFrameRules);
     line_ += ';';
     prefix_ = line_.size();
   }
@@ -32,7 +32,7 @@ class FoldedLines {
     if (line.number) {
       companion::AppendNumber(line_, *line.number);
     } else {
-      AppendPlainName(line_, lines_.Of(line.text), kFrameRules);
+      AppendPlainName(line_, names_.Line(line.text), kFrameRules);
     }
     line_ += ' ';
     companion::AppendNumber(line_, std::get<std::int64_t>(line.ticks));
@@ -42,8 +42,7 @@ class FoldedLines {
 
  private:
   companion::ByteSink& sink_;
-  companion::DistinctTexts programs_;
-  companion::DistinctTexts lines_;
+  ProfileNames names_;
   std::string line_;
   std::size_t prefix_ = 0;
 };
@@ -53,7 +52,7 @@ class FoldedLines {
 void WriteFolded(const ExportJob& job) {
   const LineSums sums(job.tables.Details, {.whole_ticks = true, .numbered_lines = false});
   TellLosses(job, sums.Losses());
-  FoldedLines lines(job.sink);
+  FoldedLines lines(job);
   for (const LineSums::Program& program : sums.Programs()) {
     lines.BeginProgram(job.tables.Details.Programs()[program.id]);
     sums.ForEachLine(program, [&lines](const LineSums::Line& line) { lines.Add(line); });

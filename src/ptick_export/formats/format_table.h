@@ -6,8 +6,8 @@
 #include <span>
 #include <string_view>
 
-#include "ptick_export/formats/export_job.h"
 #include "profile/parse/read_options.h"
+#include "ptick_export/formats/export_job.h"
 
 namespace ptick::exports {
 

@@ -8,15 +8,15 @@
 #include <utility>
 
 #include "companion/json_writer.h"
+#include "figures/resource_figures.h"
+#include "figures/subroutine_order.h"
+#include "profile/ticks/ordered_ticks.h"
 #include "ptick_export/facts/counters.h"
 #include "ptick_export/facts/perform_fields.h"
 #include "ptick_export/facts/reported_line.h"
 #include "ptick_export/facts/reported_names.h"
 #include "ptick_export/formats/json_values.h"
 #include "ptick_export/formats/profile_names.h"
-#include "figures/resource_figures.h"
-#include "figures/subroutine_order.h"
-#include "profile/ticks/ordered_ticks.h"
 
 namespace ptick::exports {
 namespace {
@@ -26,7 +26,8 @@ constexpr auto kLines = JsonWriter::Elements::kOnLinesOfTheirOwn;
 
 class JsonProfileWriter {
  public:
-  explicit JsonProfileWriter(const ExportJob& job) : tables_(job.tables), json_(job.sink) {}
+  explicit JsonProfileWriter(const ExportJob& job)
+      : tables_(job.tables), json_(job.sink), names_(job.tables) {}
 
   void Write() {
     json_.BeginObject();
@@ -45,7 +46,7 @@ class JsonProfileWriter {
     json_.Key("format").Text("ptick-profile").Key("version").Number(1);
     json_.Key("profile").Text(tables_.ProfileName);
     if (HasProgram(tables_)) {
-      json_.Key("program").Text(names_.programs.Of(tables_.ProgramName));
+      json_.Key("program").Text(names_.Program(tables_.ProgramName));
       WriteTextOrNull(json_.Key("command"), tables_.ProgramCommand);
     } else {
       json_.Key("program").Null().Key("command").Null();
@@ -101,7 +102,7 @@ class JsonProfileWriter {
     ticks.ForEach(0, [&](const TickEntry& entry) {
       const ReportedLine line = ReportedLineOf(ticks, entry);
       json_.BeginObject();
-      json_.Key("program").Text(names_.programs.Of(ticks.Programs()[entry.program]));
+      json_.Key("program").Text(names_.Program(ticks.Programs()[entry.program]));
       json_.Key("line");
       if (line.number) {
         json_.Number(*line.number);
@@ -118,7 +119,7 @@ class JsonProfileWriter {
     json_.Key("commands").BeginArray(kLines);
     for (std::size_t n = 0; n < tables_.Performs.RecordCount(); ++n) {
       const PerformTable::Record perform = tables_.Performs[n];
-      json_.BeginObject().Key("command").Text(names_.commands.Of(perform.Command()));
+      json_.BeginObject().Key("command").Text(names_.Command(perform.Command()));
       WriteTextOrNull(json_.Key("type"), perform.Type());
       for (const auto& [name, number] : kPerformFields) {
         WriteNumber(json_.Key(name), FieldOf(perform, number));
@@ -133,8 +134,8 @@ class JsonProfileWriter {
     json_.Key("subroutines").BeginArray(kLines);
     for (const std::size_t n : SubroutineOrder(subroutines)) {
       json_.BeginObject();
-      json_.Key("caller").Text(names_.programs.Of(subroutines.Caller(n)));
-      json_.Key("subroutine").Text(names_.programs.Of(subroutines.Called(n)));
+      json_.Key("caller").Text(names_.Program(subroutines.Caller(n)));
+      json_.Key("subroutine").Text(names_.Program(subroutines.Called(n)));
       WriteNumber(json_.Key("times"), subroutines.Times(n));
       json_.EndObject();
     }
@@ -144,7 +145,7 @@ class JsonProfileWriter {
   void WriteObjects() {
     json_.Key("objects").BeginArray(kLines);
     for (const std::string_view name : SortedObjects(tables_)) {
-      json_.Text(names_.objects.Of(name));
+      json_.Text(names_.Object(name));
     }
     json_.EndArray();
   }

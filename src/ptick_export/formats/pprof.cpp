@@ -9,12 +9,12 @@
 #include <string_view>
 #include <variant>
 
-#include "companion/distinct_texts.h"
 #include "companion/utf8.h"
 #include "ptick_export/facts/line_sums.h"
 #include "ptick_export/facts/run_time.h"
 #include "ptick_export/formats/gzip_writer.h"
 #include "ptick_export/formats/losses.h"
+#include "ptick_export/formats/profile_names.h"
 
 namespace ptick::exports {
 namespace {
@@ -69,7 +69,8 @@ class PprofWriter {
   explicit PprofWriter(const ExportJob& job)
       : job_(job),
         sums_(job.tables.Details, {.whole_ticks = true, .numbered_lines = true}),
-        gzip_(job.sink) {}
+        gzip_(job.sink),
+        names_(job.tables) {}
 
   void Write() {
     const std::string cut = TellLosses(job_, sums_.Losses());
@@ -136,10 +137,10 @@ class PprofWriter {
   }
 
   std::uint64_t WriteFunction(std::string_view name) {
-    const std::int64_t text = AddText(names_.Of(name));
+    const std::int64_t text = AddText(names_.Program(name));
     std::int64_t file = text;
     if (const std::optional<std::string> path = job_.source_path(name)) {
-      file = AddText(files_.Of(*path));
+      file = AddText(names_.SourcePath(*path));
     }
     ++functions_;
     protozero::pbf_writer function(message_, kFunction);
@@ -183,8 +184,7 @@ class PprofWriter {
   std::int64_t texts_ = 0;
   std::uint64_t functions_ = 0;
   std::uint64_t locations_ = 0;
-  companion::DistinctTexts names_;
-  companion::DistinctTexts files_;
+  ProfileNames names_;
 };
 
 }  // namespace

@@ -10,12 +10,12 @@
 #include <utility>
 #include <vector>
 
-#include "companion/distinct_texts.h"
 #include "companion/json_writer.h"
 #include "ptick_export/facts/line_sums.h"
 #include "ptick_export/facts/time_line.h"
 #include "ptick_export/formats/json_values.h"
 #include "ptick_export/formats/losses.h"
+#include "ptick_export/formats/profile_names.h"
 
 namespace ptick::exports {
 namespace {
@@ -28,7 +28,11 @@ constexpr auto kLines = JsonWriter::Elements::kOnLinesOfTheirOwn;
 class SpeedscopeWriter {
  public:
   SpeedscopeWriter(const ExportJob& job, LineSums sums, TimeLine time_line)
-      : job_(job), sums_(std::move(sums)), time_line_(std::move(time_line)), json_(job.sink) {}
+      : job_(job),
+        sums_(std::move(sums)),
+        time_line_(std::move(time_line)),
+        json_(job.sink),
+        names_(job.tables) {}
 
   void Write() {
     json_.BeginObject();
@@ -55,16 +59,16 @@ class SpeedscopeWriter {
     }
     const NameTable& commands = job_.tables.Performs.Commands();
     for (NameTable::Id id = 0; time_line_.commands.tracks > 0 && id < commands.size(); ++id) {
-      json_.BeginObject().Key("name").Text(commands_.Of(commands[id])).EndObject();
+      json_.BeginObject().Key("name").Text(names_.Command(commands[id])).EndObject();
     }
     json_.EndArray();
   }
 
   void WriteProgramFrames(const LineSums::Program& program) {
-    const std::string name(programs_.Of(Programs()[program.id]));
+    const std::string name(names_.Program(Programs()[program.id]));
     std::string file = name;
     if (const std::optional<std::string> path = job_.source_path(Programs()[program.id])) {
-      file = files_.Of(*path);
+      file = names_.SourcePath(*path);
     }
     json_.BeginObject().Key("name").Text(name).Key("file").Text(file).EndObject();
     ++line_frames_;
@@ -73,7 +77,7 @@ class SpeedscopeWriter {
       if (line.number) {
         json_.Text(std::to_string(*line.number));
       } else {
-        json_.Text(lines_.Of(line.text));
+        json_.Text(names_.Line(line.text));
       }
       json_.Key("file").Text(file);
       if (line.number) {
@@ -170,10 +174,7 @@ class SpeedscopeWriter {
   TimeLine time_line_;
   JsonWriter json_;
   std::size_t line_frames_ = 0;
-  companion::DistinctTexts programs_;
-  companion::DistinctTexts files_;
-  companion::DistinctTexts lines_;
-  companion::DistinctTexts commands_;
+  ProfileNames names_;
 };
 
 }  // namespace

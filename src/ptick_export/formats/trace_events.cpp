@@ -4,12 +4,12 @@
 #include <string>
 #include <string_view>
 
-#include "companion/distinct_texts.h"
 #include "companion/json_writer.h"
 #include "ptick_export/facts/perform_fields.h"
 #include "ptick_export/facts/time_line.h"
 #include "ptick_export/formats/json_values.h"
 #include "ptick_export/formats/losses.h"
+#include "ptick_export/formats/profile_names.h"
 
 namespace ptick::exports {
 namespace {
@@ -27,7 +27,7 @@ bool IsCost(PerformNumber number) {
 class TraceEventWriter {
  public:
   TraceEventWriter(const ExportJob& job, const TimeLine& time_line)
-      : job_(job), time_line_(time_line), json_(job.sink) {}
+      : job_(job), time_line_(time_line), json_(job.sink), names_(job.tables) {}
 
   void Write() {
     json_.BeginObject();
@@ -95,7 +95,7 @@ class TraceEventWriter {
 
   void WriteCommand(const TimeSpan& span) {
     const PerformTable::Record perform = job_.tables.Performs[span.index];
-    BeginSpan(commands_.Of(perform.Command()), "command", span, span.track + 1);
+    BeginSpan(names_.Command(perform.Command()), "command", span, span.track + 1);
     WriteTextOrNull(json_.Key("type"), perform.Type());
     for (const auto& [name, number] : kPerformFields) {
       if (IsCost(number)) {
@@ -116,7 +116,7 @@ class TraceEventWriter {
   const ExportJob& job_;
   const TimeLine& time_line_;
   JsonWriter json_;
-  companion::DistinctTexts commands_;
+  ProfileNames names_;
 };
 
 }  // namespace

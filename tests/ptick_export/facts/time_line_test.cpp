@@ -76,13 +76,15 @@ TEST(TimeLine, IsThereWithHertzOnly) {
   }
 }
 
-TEST(TimeLine, BeginsWithTheEarliestClockOfCommandsAndInputs) {
+TEST(TimeLine, BeginsWithTheEarliestClockOnIt) {
   const auto parsed = Parse(Records({"hertz|1", "perform|startclock|50|endclock|60|cmd|A",
                                      "perform|startclock|5|cmd|B", "input|13|1|40|45|x"}));
   const TimeLine time_line = MakeTimeLine(*parsed.tables, {.commands = true, .inputs = false});
-  EXPECT_EQ(Texts(time_line.commands), "0:10000000000-20000000000@0");
+  EXPECT_EQ(Texts(time_line.commands), "0:0-10000000000@0");
   EXPECT_EQ(Texts(time_line.inputs), "");
-  EXPECT_EQ(Texts(MakeTimeLine(*parsed.tables, {}).inputs), "0:0-5000000000@0");
+  const TimeLine both = MakeTimeLine(*parsed.tables, {});
+  EXPECT_EQ(Texts(both.commands), "0:10000000000-20000000000@0");
+  EXPECT_EQ(Texts(both.inputs), "0:0-5000000000@0");
 }
 
 TEST(TimeLine, CountsWhatHasNoPlaceOnIt) {
