@@ -67,7 +67,7 @@ void Describe(CommandLine& line, ExportOptions& options) {
       .Summary(
           "Writes a profile, or several merged into one, in a format that other tools read. "
           "PROFILE is a file or a pipe; - is standard input.")
-      .ChoiceOf("-t,--to", "FORMAT", "the format; see below", NamesOf(Formats()),
+      .ChoiceOf("-t,--to", "FORMAT", "the format, one of those below", NamesOf(Formats()),
                 [&options](std::size_t place) { options.format = place; })
       .ChoiceOf("--table", "NAME", "the table that csv holds; lines if not given",
                 NamesOf(CsvTables()), [&options](std::size_t place) { options.table = place; });
