@@ -11,13 +11,22 @@
 
 namespace ptick::exports {
 
-void WriteNumber(companion::JsonWriter& json, const Number& number);
+/// Many readers of JSON take every number for a floating one of 64 bits.
+enum class BigNumbers {
+  kAsTheyAre,
+  kAsTexts,  ///< those beyond 2^53 are texts, so that no digit is lost
+};
+
+void WriteNumber(companion::JsonWriter& json, const Number& number,
+                 BigNumbers big_numbers = BigNumbers::kAsTheyAre);
 
 /// Null where there is none.
-void WriteNumber(companion::JsonWriter& json, const std::optional<Number>& number);
+void WriteNumber(companion::JsonWriter& json, const std::optional<Number>& number,
+                 BigNumbers big_numbers = BigNumbers::kAsTheyAre);
 
 /// A value as it counts, null where it is empty.
-void WriteNumber(companion::JsonWriter& json, const Value& value);
+void WriteNumber(companion::JsonWriter& json, const Value& value,
+                 BigNumbers big_numbers = BigNumbers::kAsTheyAre);
 
 /// Null for an empty text.
 void WriteTextOrNull(companion::JsonWriter& json, std::string_view text);
