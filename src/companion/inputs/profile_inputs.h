@@ -18,6 +18,9 @@ namespace ptick::companion {
 /// companion/linux/inputs.h is one.
 using InputOpener = std::function<std::unique_ptr<RecordReader>(const std::string& name)>;
 
+/// Is shown the tables of one profile.
+using RunVisitor = std::function<void(const ProfileTables& run)>;
+
 /// Each input is opened once, when its turn comes, read front to back and closed. Every line of it
 /// is checked as it is read alone: what cannot be read, and a record of an unknown type, are
 /// Trouble that names the input, and its own line. Tables are then filled in part.
@@ -36,10 +39,19 @@ class ProfileInputs {
   void Read(const std::vector<std::string>& names, const ReadOptions& options,
             ProfileTables& tables) const;
 
+  /// Reads one side as Read does, and shows each profile of it by itself as well, in their order.
+  /// There is one at least.
+  void ReadEach(const std::vector<std::string>& names, const ReadOptions& options,
+                ProfileTables& tables, const RunVisitor& visit) const;
+
   /// Takes the lines of a profile into a merge; where that throws, it has taken some of them.
   void Merge(const std::string& name, ProfileMerge& merge) const;
 
  private:
+  /// Takes its lines into `merge` as well, where there is one.
+  void ReadRun(const std::string& name, const ReadOptions& options, ProfileTables& tables,
+               ProfileMerge* merge) const;
+
   InputOpener open_;
   Progress& progress_;
 };

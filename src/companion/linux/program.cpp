@@ -88,6 +88,7 @@ TextForm Session::Form() const {
 void Session::FinishResult() {
   if (result_) {
     result_->Finish();
+    result_.reset();
   }
 }
 

@@ -37,7 +37,8 @@ class Session {
   /// What the open result looks like for people.
   TextForm Form() const;
 
-  /// Puts the result in its place, if it was opened. RunProgram does this.
+  /// Puts the result in its place, if one is open. RunProgram does this; who needs it done before
+  /// the work is over may do it earlier.
   void FinishResult();
 
  private:
