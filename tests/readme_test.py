@@ -54,6 +54,7 @@ class ReadmeTest(ProgramTest):
     def test_the_commands_of_documents_do(self):
         path = os.path.join(self.folder, "build/release") + os.pathsep + os.environ["PATH"]
         self.assertGreater(self.check("docs/comparing.md", PATH=path), 9)
+        self.assertGreater(self.check("docs/view.md", PATH=path), 1)
 
     def test_links_lead_to_files(self):
         found = 0

@@ -1,0 +1,52 @@
+"""The completions of ptick-view in bash, zsh and fish: what real shells make of typed keys. That they
+have the options of the program is looked at with those of all companions."""
+
+import os
+import sys
+import unittest
+
+sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+from support.program import ProgramTest  # noqa: E402
+from support.shells import Shell  # noqa: E402
+
+# Keys typed, and the arguments that come of them.
+TYPED = [
+    ("ptick-view ru\t1", ["run1"]),
+    ("ptick-view --op\trun\t1", ["--open", "run1"]),
+    ("ptick-view --baseline=run\t1 run2", ["--baseline=run1", "run2"]),
+    ("ptick-view --baseline run\t1 run2", ["--baseline", "run1", "run2"]),
+    ("ptick-view -f sr\t run1", ["-f", "src/", "run1"]),
+    ("ptick-view -o ta\trun\t2", ["-o", "target", "run2"]),
+    ("ptick-view --color=nev\trun\t1", ["--color=never", "run1"]),
+    ("ptick-view my\tf\t", ["my dir/file one"]),
+    ("ptick-view -- -d\t", ["--", "-dash"]),
+]
+
+
+class CompletionsTest(ProgramTest):
+    def setUp(self):
+        super().setUp()
+        for name in ("run1", "run2", "target", "my dir/file one", "src/A", "-dash"):
+            self.write("work/" + name, "")
+
+    def check(self, name):
+        shell = Shell(name, self.folder)
+        typed = [(keys, shell.arguments(keys)) for keys, _ in TYPED]
+        self.assertEqual(0, shell.close())
+        self.assertEqual(TYPED, typed)
+
+    def test_bash(self):
+        self.check("bash")
+
+    def test_bash_without_the_package_bash_completion(self):
+        self.check("bash alone")
+
+    def test_zsh(self):
+        self.check("zsh")
+
+    def test_fish(self):
+        self.check("fish")
+
+
+if __name__ == "__main__":
+    unittest.main()
