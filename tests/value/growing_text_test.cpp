@@ -48,18 +48,6 @@ TEST(GrowingText, HandsItsTextOn) {
 
 TEST(GrowingText, IsCopied) {
   GrowingText from;
-  GrowingText copy(from);
-  EXPECT_EQ(copy.size(), 0U);
-  from.Append("abc");
-  copy = from;
-  from.Append("def");
-  copy.Append("x");
-  EXPECT_EQ(std::string_view(copy.data(), copy.size()), "abcx");
-  EXPECT_EQ(std::string_view(from.data(), from.size()), "abcdef");
-}
-
-TEST(GrowingText, IsCopied) {
-  GrowingText from;
   GrowingText empty(from);
   EXPECT_EQ(empty.size(), 0U);
   from.Append("abc");
