@@ -10,6 +10,7 @@ function(ptick_companion_program name folder)
   target_link_libraries(${name}-parts PRIVATE ptick_warnings PUBLIC ptick_companion ${ARGN})
   ptick_program(${name} ${PROJECT_SOURCE_DIR}/src/${folder}/main.cpp)
   target_link_libraries(${name} PRIVATE ${name}-parts)
+  set_property(GLOBAL APPEND PROPERTY ptick_companions ${name})
 endfunction()
 
 if(PTICK_COMPANIONS)

@@ -59,7 +59,7 @@ class Stage:
         self.own_children = set()  # these may live on
         self.files = files_below(folder)
 
-    def run(self, arguments, fault=None, **environment):
+    def run(self, arguments, fault=None, program=PTICK_DYNAMIC, **environment):
         """One run; `fault` as the preloaded library takes it."""
         if fault:
             environment.update(
@@ -68,7 +68,7 @@ class Stage:
                 PTICK_FAULT_MARK=self.mark,
             )
         process = subprocess.Popen(
-            [os.path.abspath(PTICK_DYNAMIC), *arguments],
+            [os.path.abspath(program), *arguments],
             cwd=self.folder,
             env=clean_environment(**environment),
             stdin=subprocess.DEVNULL,

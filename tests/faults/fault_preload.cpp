@@ -223,6 +223,12 @@ int fstat(int fd, struct stat* status) noexcept {
   return Strikes("fstat") ? -1 : Real(&fstat, "fstat")(fd, status);
 }
 
+int fsync(int fd) { return Strikes("fsync") ? -1 : Real(&fsync, "fsync")(fd); }
+
+int renameat(int from, const char* old_name, int to, const char* new_name) noexcept {
+  return Strikes("rename") ? -1 : Real(&renameat, "renameat")(from, old_name, to, new_name);
+}
+
 DIR* fdopendir(int fd) { return Strikes("opendir") ? nullptr : Real(&fdopendir, "fdopendir")(fd); }
 
 dirent* readdir(DIR* directory) {
