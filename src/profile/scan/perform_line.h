@@ -129,8 +129,11 @@ inline bool ScanPerformLine(const char* line, PerformLine& perform) {
     at += kKeys[key].Size();
     if (key == kCommand) {
       perform.command = CommandAt(at);
+      if (perform.command.empty()) {
+        return false;  // it has no place, and nothing follows it
+      }
       perform.next = perform.command.data() + perform.command.size() + 1;
-      return !perform.command.empty();
+      return true;
     }
     const std::size_t size =
         key == kType ? ReadShortText(at, perform.type) : ReadNumber(at, perform.numbers[key]);
