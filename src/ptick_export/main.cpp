@@ -1,5 +1,6 @@
 // ptick-export: a profile in the formats that other tools read.
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -84,6 +85,10 @@ void Describe(CommandLine& line, ExportOptions& options) {
           "pprof and speedscope, not put in.");
 }
 
+std::uint32_t PartsOf(const ExportOptions& options, const Format& format) {
+  return format.write == nullptr ? CsvTables()[options.table.value_or(0)].parts : format.parts;
+}
+
 ExitStatus Export(const ExportOptions& options, Session& session) {
   const Format& format = Formats()[options.format.value()];
   LinuxRecordFiles files;
@@ -91,7 +96,7 @@ ExitStatus Export(const ExportOptions& options, Session& session) {
   companion::ResultFile& result =
       session.OpenResult(format.is_binary ? ResultKind::kBytes : ResultKind::kText);
   LargePages memory;
-  ReadOptions read_options = OptionsFor(format.parts);
+  ReadOptions read_options = OptionsFor(PartsOf(options, format));
   read_options.table_memory = &memory;
   ProfileTables tables;
   {

@@ -27,10 +27,7 @@ inline constexpr std::array<PerformField, kPerformNumbers> kPerformFields = {{
 
 /// A number of a command as it counts, nothing where the record has none.
 inline std::optional<Number> FieldOf(const PerformTable::Record& perform, PerformNumber number) {
-  if (perform.Text(number).empty()) {
-    return std::nullopt;
-  }
-  return perform.AsNumber(number);
+  return perform.Has(number) ? std::optional(perform.AsNumber(number)) : std::nullopt;
 }
 
 }  // namespace ptick::exports

@@ -15,6 +15,9 @@ struct Clocks {
 };
 
 std::optional<Number> ClockOf(const PerformTable::Record& perform, PerformNumber n) {
+  if (const std::optional<std::uint32_t> whole = perform.Whole(n); whole && perform.Has(n)) {
+    return std::int64_t{*whole};
+  }
   return ParseNumber(perform.Text(n));
 }
 
@@ -23,7 +26,13 @@ Clocks ClocksOf(const PerformTable::Record& perform) {
           .end = ClockOf(perform, PerformNumber::kEndClock)};
 }
 
-Clocks ClocksOf(const KeyboardInput& input) {
+Clocks ClocksOf(const KeyboardInputs& inputs, std::size_t n) {
+  constexpr std::size_t kStart = 2;
+  constexpr std::size_t kEnd = 3;
+  if (const auto numbers = inputs.OrdinaryNumbers(n)) {
+    return {.begin = std::int64_t{(*numbers)[kStart]}, .end = std::int64_t{(*numbers)[kEnd]}};
+  }
+  const KeyboardInput input = inputs[n];
   return {.begin = ParseNumber(input.start_clock), .end = ParseNumber(input.end_clock)};
 }
 
@@ -38,7 +47,7 @@ void ForEachCommand(const ProfileTables& tables, Visit visit) {
 template <typename Visit>
 void ForEachInput(const ProfileTables& tables, Visit visit) {
   for (std::size_t n = 0; n < tables.Inputs.Count(); ++n) {
-    visit(ClocksOf(tables.Inputs[n]), n);
+    visit(ClocksOf(tables.Inputs, n), n);
   }
 }
 

@@ -17,6 +17,7 @@
 #include "ptick_export/facts/reported_line.h"
 #include "ptick_export/facts/reported_names.h"
 #include "ptick_export/formats/profile_names.h"
+#include "ptick_export/formats/profile_parts.h"
 
 namespace ptick::exports {
 namespace {
@@ -161,13 +162,13 @@ void WriteCounters(const ExportJob& job) {
 }
 
 constexpr std::array kTables = {
-    CsvTable{"lines", kLineColumns, WriteLines},
-    CsvTable{"programs", kProgramColumns, WritePrograms},
-    CsvTable{"commands", kCommandColumns, WriteCommands},
-    CsvTable{"subroutines", kSubroutineColumns, WriteSubroutines},
-    CsvTable{"objects", kObjectColumns, WriteObjects},
-    CsvTable{"inputs", kInputColumns, WriteInputs},
-    CsvTable{"counters", kCounterColumns, WriteCounters},
+    CsvTable{"lines", kLineColumns, kLines, WriteLines},
+    CsvTable{"programs", kProgramColumns, kLines, WritePrograms},
+    CsvTable{"commands", kCommandColumns, kCommands, WriteCommands},
+    CsvTable{"subroutines", kSubroutineColumns, kSubroutines, WriteSubroutines},
+    CsvTable{"objects", kObjectColumns, kObjects, WriteObjects},
+    CsvTable{"inputs", kInputColumns, kInputs, WriteInputs},
+    CsvTable{"counters", kCounterColumns, kCounters, WriteCounters},
 };
 
 }  // namespace

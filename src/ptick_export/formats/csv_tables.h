@@ -1,6 +1,7 @@
 // The tables of a profile as CSV, one at a time.
 #pragma once
 
+#include <cstdint>
 #include <span>
 #include <string_view>
 
@@ -11,6 +12,7 @@ namespace ptick::exports {
 struct CsvTable {
   std::string_view name;
   std::string_view columns;  ///< with commas between them
+  std::uint32_t parts;       ///< what of a profile is read for it
   Writer write;
 };
 

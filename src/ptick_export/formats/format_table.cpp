@@ -67,14 +67,6 @@ std::uint64_t CountCounters(const ProfileTables& tables) {
 
 std::span<const Format> Formats() { return kFormats; }
 
-ReadOptions OptionsFor(std::uint32_t parts) {
-  ReadOptions options;
-  options.keep_performs = (parts & kCommands) != 0;
-  options.keep_callers = (parts & kSubroutines) != 0;
-  options.keep_inputs = (parts & kInputs) != 0;
-  return options;
-}
-
 void TellPartsLeftOut(const ExportJob& job, const Format& format) {
   const ProfileTables& tables = job.tables;
   std::vector<std::string> left_out;

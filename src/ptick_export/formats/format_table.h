@@ -6,21 +6,10 @@
 #include <span>
 #include <string_view>
 
-#include "profile/parse/read_options.h"
 #include "ptick_export/formats/export_job.h"
+#include "ptick_export/formats/profile_parts.h"
 
 namespace ptick::exports {
-
-/// The parts of a profile.
-enum Part : std::uint32_t {
-  kLines = 1,
-  kCommands = 2,
-  kSubroutines = 4,
-  kObjects = 8,
-  kInputs = 16,
-  kCounters = 32,
-  kAllParts = 63,
-};
 
 struct Format {
   std::string_view name;
@@ -34,9 +23,6 @@ struct Format {
 };
 
 std::span<const Format> Formats();
-
-/// What a reader must keep of a profile for these parts; memory and lines are left alone.
-ReadOptions OptionsFor(std::uint32_t parts);
 
 /// Tells which parts the profile has that the format does not hold.
 void TellPartsLeftOut(const ExportJob& job, const Format& format);
