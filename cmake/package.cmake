@@ -19,10 +19,11 @@ endforeach()
 # The documents are in the same places as in the repository, so that their links hold.
 ptick_install_document(README.md)
 ptick_install_document(CHANGELOG.md)
-foreach(document comparing glossary port-protocol record-format scale view)
+foreach(document comparing glossary port-protocol record-format scale view viewers)
   ptick_install_document(docs/${document}.md)
 endforeach()
-install(DIRECTORY docs/view DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs)
+install(DIRECTORY docs/view docs/viewers DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs)
+install(FILES docs/ptick-profile.schema.json DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs)
 install(FILES COPYRIGHT RENAME copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
 # The examples that the README speaks of.

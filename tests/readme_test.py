@@ -55,6 +55,7 @@ class ReadmeTest(ProgramTest):
         path = os.path.join(self.folder, "build/release") + os.pathsep + os.environ["PATH"]
         self.assertGreater(self.check("docs/comparing.md", PATH=path), 9)
         self.assertGreater(self.check("docs/view.md", PATH=path), 1)
+        self.assertGreater(self.check("docs/viewers.md", PATH=path), 5)
 
     def test_links_lead_to_files(self):
         found = 0
