@@ -10,6 +10,10 @@ _BUILT = {
     for path in os.environ.get("PTICK_PROGRAMS", "").split(":")
     if path
 }
+# Not linked, but a program as the others.
+_FLEET = os.path.abspath(os.path.join(os.environ.get("PTICK_BUILD_DIR", "build/dev"), "ptick-fleet"))
+if os.path.exists(_FLEET):
+    _BUILT["ptick-fleet"] = _FLEET
 COMPANIONS = sorted(name for name in _BUILT if name.startswith("ptick-") and name != "ptick-sample")
 
 

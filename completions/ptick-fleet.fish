@@ -1,0 +1,20 @@
+# Completion of ptick-fleet for fish.
+
+complete -c ptick-fleet -n __fish_use_subcommand -f -a merge
+complete -c ptick-fleet -l files-from -r -F -d "merge the profiles that the file LIST names, one a line"
+complete -c ptick-fleet -l files0-from -r -F -d "merge the profiles that the file LIST names, each name ended by a zero byte"
+complete -c ptick-fleet -s k -l keep-going -d "leave out what cannot be read or has a record of an unknown type, each such profile whole; the exit status is 1 then"
+complete -c ptick-fleet -l scheduler -x -d "run the steps on the Dask cluster of this scheduler"
+complete -c ptick-fleet -l workers -x -d "run N steps at a time on this machine (default: its cores)"
+complete -c ptick-fleet -l work-dir -x -a '(__fish_complete_directories)' -d "the folder for results between steps that are large; with --scheduler one that all workers see"
+complete -c ptick-fleet -l group-files -x -d "merge at most N profiles in a step (default: 1000, on a cluster 10000)"
+complete -c ptick-fleet -l group-bytes -x -d "and at most so many bytes (default: 64M, on a cluster 512M)"
+complete -c ptick-fleet -l fan-in -x -d "merge at most N results in a step (default: 16)"
+complete -c ptick-fleet -l patience -x -d "give a step that takes longer, and six times as long as any so far, to another worker, too (default: 60)"
+complete -c ptick-fleet -l worker-wait -x -d "end when there has been no worker for so long (default: 120)"
+complete -c ptick-fleet -l ptick-merge -r -F -d "what workers run (default: ptick-merge, by their PATH)"
+complete -c ptick-fleet -s o -l output -r -F -d "write the result to FILE, whole or not at all; '-' is standard output"
+complete -c ptick-fleet -s q -l quiet -d "show neither progress nor a summary"
+complete -c ptick-fleet -l color -x -a "auto always never" -d "use colour: auto (on a terminal), always or never"
+complete -c ptick-fleet -s h -l help -d "show this help and end"
+complete -c ptick-fleet -s V -l version -d "show the version and end"
