@@ -9,7 +9,7 @@ from collections.abc import Callable
 from dataclasses import dataclass
 
 from .engine import Engine
-from .problems import HopelessStep, LostInputs, ToldTrouble, Trouble
+from .problems import LostInputs, ToldTrouble, Trouble
 from .step import Outcome, Step
 
 MOST_FAILURES = 3
@@ -47,8 +47,6 @@ class Attempts:
         step = _Attempt(self, task)
         try:
             return await step.run()
-        except HopelessStep as fault:
-            raise Trouble(f"{task.called} failed: {fault}") from None
         finally:
             await step.cancel()
 

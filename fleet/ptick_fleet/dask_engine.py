@@ -12,7 +12,7 @@ import warnings
 from typing import Any
 
 from . import run_step, step
-from .problems import HopelessStep, Trouble
+from .problems import Trouble
 from .run_step import cancel_on_worker, run_step_on_worker
 from .step import Outcome, Step, failed_outcome
 
@@ -118,7 +118,8 @@ class DaskEngine:
             await asyncio.sleep(2 * BETWEEN_LOOKS)
             return failed_outcome("the scheduler gave it up")
         except KilledWorker:
-            raise HopelessStep("it ended every worker that was given it") from None
+            # Those that only waited on a worker are blamed for its death, too.
+            return failed_outcome("every worker died that was given it")
         except Exception as error:  # whatever the cluster makes of it, it may go better again
             return failed_outcome(f"{type(error).__name__}: {error}".partition("\n")[0])
         finally:

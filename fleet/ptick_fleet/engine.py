@@ -27,8 +27,8 @@ class Engine(Protocol):
         """The bytes that a step may take, where somebody says."""
 
     async def attempt(self, step: Step, priority: int, avoided: frozenset[str]) -> Outcome:
-        """Does a step once, at none of the places avoided where there is another. Raises
-        HopelessStep where it is no use to try again. When this is cancelled the step is ended."""
+        """Does a step once, at none of the places avoided where there is another. When this is
+        cancelled the step is ended."""
 
     async def places_of(self, keys: list[str]) -> frozenset[str]:
         """Where steps are being done, or are to be, that have these keys."""

@@ -37,10 +37,6 @@ class UsageError(Exception):
     """The command line is wrong."""
 
 
-class HopelessStep(Exception):
-    """A step has failed, and will fail again."""
-
-
 class LostInputs(Exception):
     """Results that a step needs are gone; their places among its inputs."""
 

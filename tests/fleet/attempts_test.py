@@ -9,7 +9,7 @@ sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 import fleet.modules  # noqa: E402,F401
 from ptick_fleet import attempts as attempts_module  # noqa: E402
 from ptick_fleet.attempts import Attempts, Task  # noqa: E402
-from ptick_fleet.problems import HopelessStep, LostInputs, ToldTrouble, Trouble  # noqa: E402
+from ptick_fleet.problems import LostInputs, ToldTrouble, Trouble  # noqa: E402
 
 AT_LINE = b"ptick-merge: a: line 3: unknown record type: PROFILE:x\n"
 UNREADABLE = b"ptick-merge: a: Input/output error\n"
@@ -74,12 +74,6 @@ class AttemptsTest(unittest.TestCase):
         self.assertEqual(
             "the step failed 3 times, the last time at w1: no room", raised.exception.reason
         )
-
-    def test_what_ends_every_worker_is_not_tried_again(self):
-        engine = Engine([HopelessStep("it ended every worker")])
-        with self.assertRaises(Trouble) as raised:
-            run(engine)
-        self.assertEqual("the step failed: it ended every worker", raised.exception.reason)
 
     def test_lost_inputs_are_the_affair_of_the_tree(self):
         with self.assertRaises(LostInputs) as raised:

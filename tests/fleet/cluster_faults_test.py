@@ -153,6 +153,18 @@ class ClusterFaultsTest(FleetTest):
             last_line(err),
         )
 
+    def test_a_step_that_ends_every_worker_ends_the_run(self):
+        cluster = self.cluster(4, DASK_DISTRIBUTED__SCHEDULER__ALLOWED_FAILURES="0")
+        program = self.write("deadly", "#!/bin/sh\nkill -9 $PPID\n")
+        os.chmod(program, 0o755)
+        [name] = self.make_fleet(1, 9)
+        result = self.fleet("--scheduler", cluster.address, "--ptick-merge=" + program, name)
+        self.assertEqual(
+            (f"ptick-fleet: the merge of {name} failed 3 times, the last time: "
+             "every worker died that was given it\n", b"", 2),
+            (result.err.decode(), result.out, result.status),
+        )  # fmt: skip
+
     def test_a_worker_may_come_late(self):
         cluster = self.cluster(0)
         names = self.make_fleet(6, 6)
