@@ -23,7 +23,8 @@ function(ptick_library name)
 endfunction()
 
 include(GNUInstallDirs)
-ptick_library(ptick_profile FOLDERS value records profile figures)
+find_package(Threads REQUIRED)
+ptick_library(ptick_profile FOLDERS parallel value records profile figures LINK Threads::Threads)
 ptick_library(ptick_linux FOLDERS platform/linux)
 ptick_library(ptick_text FOLDERS output reports portctl ptick LINK ptick_profile)
 add_library(ptick_core INTERFACE)
@@ -43,7 +44,7 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/ptick-config-version.cmak
   COMPATIBILITY SameMajorVersion)
 install(FILES cmake/ptick-config.cmake ${PROJECT_BINARY_DIR}/ptick-config-version.cmake
   DESTINATION ${PTICK_CMAKE_DIR} COMPONENT development)
-foreach(folder platform value records profile figures)
+foreach(folder platform parallel value records profile figures)
   install(DIRECTORY src/${folder} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/ptick COMPONENT development
     FILES_MATCHING PATTERN "*.h"
     PATTERN "linux" EXCLUDE)

@@ -1,0 +1,204 @@
+#include "parallel/piece_work.h"
+
+#include <condition_variable>
+#include <exception>
+#include <mutex>
+#include <new>
+#include <system_error>
+#include <thread>
+#include <vector>
+
+namespace ptick {
+
+namespace {
+
+using Lock = std::unique_lock<std::mutex>;
+
+/// Pieces on their way, and the threads that move them on.
+class PieceRun {
+ public:
+  PieceRun(PieceWork& work, unsigned threads);
+  PieceRun(const PieceRun&) = delete;
+  PieceRun& operator=(const PieceRun&) = delete;
+  ~PieceRun();
+
+  void RunAsCaller();
+
+ private:
+  struct Piece {
+    std::size_t slot = 0;
+    bool is_done = false;
+  };
+
+  void StartThreads(unsigned count);
+  void RunAsHelper(unsigned thread);
+  void DoNext(Lock& lock, unsigned thread);
+  bool BeginNext(Lock& lock, std::size_t slot);
+  void FinishNext(Lock& lock);
+  void KeepFailure(Lock& lock);
+
+  Piece& PieceAt(std::size_t number) { return pieces_[number % pieces_.size()]; }
+  bool CanBegin() const { return !ended_ && !beginning_ && !free_slots_.empty(); }
+  bool CanFinish() { return finished_ < begun_ && PieceAt(finished_).is_done; }
+
+  PieceWork& work_;
+  std::mutex mutex_;  ///< guards what follows, except the threads
+  std::condition_variable changed_;
+  std::vector<Piece> pieces_;            ///< those on their way, by their numbers
+  std::vector<std::size_t> free_slots_;  ///< the one used last first: its memory is in the cache
+  std::size_t begun_ = 0;
+  std::size_t finished_ = 0;
+  bool beginning_ = false;  ///< a thread is in Begin
+  bool ended_ = false;      ///< no further piece begins
+  std::exception_ptr failure_;
+
+  std::vector<std::thread> threads_;
+};
+
+PieceRun::PieceRun(PieceWork& work, unsigned threads) : work_(work), pieces_(SlotsFor(threads)) {
+  free_slots_.reserve(pieces_.size());
+  for (std::size_t slot = pieces_.size(); slot-- > 0;) {
+    free_slots_.push_back(slot);
+  }
+  StartThreads(threads - 1);
+}
+
+// Threads are a help and no need: with fewer of them the work takes longer.
+void PieceRun::StartThreads(unsigned count) {
+  try {
+    threads_.reserve(count);
+    for (unsigned thread = 1; thread <= count; ++thread) {
+      threads_.emplace_back([this, thread] { RunAsHelper(thread); });
+    }
+  } catch (const std::system_error&) {  // NOLINT(bugprone-empty-catch)
+  } catch (const std::bad_alloc&) {     // NOLINT(bugprone-empty-catch)
+  }
+}
+
+PieceRun::~PieceRun() {
+  {
+    const Lock lock(mutex_);
+    ended_ = true;
+  }
+  changed_.notify_all();
+  for (std::thread& thread : threads_) {
+    thread.join();
+  }
+}
+
+void PieceRun::RunAsHelper(unsigned thread) {
+  Lock lock(mutex_);
+  while (!ended_) {
+    if (CanBegin()) {
+      DoNext(lock, thread);
+    } else {
+      changed_.wait(lock);
+    }
+  }
+}
+
+// What is ready is finished before a further piece is begun.
+void PieceRun::RunAsCaller() {
+  Lock lock(mutex_);
+  while (!failure_ && (!ended_ || finished_ < begun_)) {
+    if (CanFinish()) {
+      FinishNext(lock);
+    } else if (CanBegin()) {
+      DoNext(lock, 0);
+    } else {
+      changed_.wait(lock);
+    }
+  }
+  if (failure_) {
+    std::rethrow_exception(failure_);
+  }
+}
+
+// Begins a piece and does it, without the lock while the work is at work.
+void PieceRun::DoNext(Lock& lock, unsigned thread) {
+  const std::size_t slot = free_slots_.back();
+  free_slots_.pop_back();
+  try {
+    if (!BeginNext(lock, slot) || ended_) {
+      return;
+    }
+    Piece& piece = PieceAt(begun_++);
+    piece = {.slot = slot, .is_done = false};
+    lock.unlock();
+    changed_.notify_all();  // the next piece can begin
+    work_.Do(slot, thread);
+    lock.lock();
+    piece.is_done = true;
+  } catch (...) {
+    KeepFailure(lock);
+  }
+  changed_.notify_all();
+}
+
+bool PieceRun::BeginNext(Lock& lock, std::size_t slot) {
+  beginning_ = true;
+  lock.unlock();
+  const bool has_begun = work_.Begin(slot);
+  lock.lock();
+  beginning_ = false;
+  if (!has_begun) {
+    free_slots_.push_back(slot);
+    ended_ = true;
+    changed_.notify_all();
+  }
+  return has_begun;
+}
+
+void PieceRun::FinishNext(Lock& lock) {
+  const std::size_t slot = PieceAt(finished_).slot;
+  lock.unlock();
+  const bool goes_on = work_.Finish(slot);
+  lock.lock();
+  ++finished_;
+  free_slots_.push_back(slot);
+  if (!goes_on) {
+    ended_ = true;
+    finished_ = begun_;
+  }
+  changed_.notify_all();
+}
+
+// Called in a handler.
+void PieceRun::KeepFailure(Lock& lock) {
+  if (!lock.owns_lock()) {
+    lock.lock();
+  }
+  failure_ = std::current_exception();
+  ended_ = true;
+}
+
+/// Pieces that are nothing but numbers.
+class Numbers final : public PieceWork {
+ public:
+  Numbers(std::size_t count, unsigned threads, const std::function<void(std::size_t)>& work)
+      : count_(count), work_(work), numbers_(SlotsFor(threads)) {}
+
+  bool Begin(std::size_t slot) override {
+    numbers_[slot] = next_;
+    return next_++ < count_;
+  }
+  void Do(std::size_t slot, unsigned /*thread*/) override { work_(numbers_[slot]); }
+  bool Finish(std::size_t /*slot*/) override { return true; }
+
+ private:
+  std::size_t count_;
+  const std::function<void(std::size_t)>& work_;
+  std::size_t next_ = 0;
+  std::vector<std::size_t> numbers_;  ///< by slot
+};
+
+}  // namespace
+
+void DoEach(std::size_t count, unsigned threads, const std::function<void(std::size_t)>& work) {
+  Numbers numbers(count, threads, work);
+  DoInOrder(numbers, threads);
+}
+
+void DoInOrder(PieceWork& work, unsigned threads) { PieceRun(work, threads).RunAsCaller(); }
+
+}  // namespace ptick

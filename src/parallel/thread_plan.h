@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+
+namespace ptick {
+
+/// How many threads may work, and how much work is worth one of them. What comes out is the same
+/// whatever it says: the sizes are only those that are fast.
+struct ThreadPlan {
+  unsigned threads = 1;  ///< at once, the caller's included
+
+  /// So many bytes of a record are read before further threads are started.
+  std::size_t bytes_alone = std::size_t{1} << 20U;
+  std::size_t block_size = std::size_t{256} * 1024;  ///< of the text that a thread takes at a time
+
+  /// The same for a merge, where many blocks wait for each other.
+  std::size_t merge_block_size = std::size_t{64} * 1024;
+
+  /// A list of fewer rows is laid out by one thread.
+  std::size_t rows_alone = std::size_t{1} << 15U;
+  std::size_t batch_rows = std::size_t{1} << 13U;  ///< that a thread takes at a time
+};
+
+}  // namespace ptick
