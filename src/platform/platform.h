@@ -35,6 +35,9 @@ class Platform : public RecordFiles, public virtual Console, public virtual Port
   /// Memory for tables that may get big; lives as long as the platform.
   virtual std::pmr::memory_resource* TableMemory() { return std::pmr::get_default_resource(); }
 
+  /// How many processors this process may use, at least 1.
+  virtual unsigned Processors() { return 1; }
+
   // --- System values ---
 
   /// The width of the page in characters, at least 1 (system value 2).

@@ -6,6 +6,7 @@
 #include "platform/linux/process/first_lines.h"
 #include "platform/linux/process/process_start.h"
 #include "platform/linux/process/shell.h"
+#include "platform/linux/processors.h"
 #include "platform/linux/record_files.h"
 #include "platform/linux/system_values.h"
 
@@ -19,6 +20,8 @@ LinuxPlatform::LinuxPlatform(int argc, const char* const* argv)
 std::unique_ptr<RecordFile> LinuxPlatform::OpenFile(std::string_view name, int* error) {
   return OpenRecordFile(name, error);
 }
+
+unsigned LinuxPlatform::Processors() { return CountProcessors(); }
 
 std::int64_t LinuxPlatform::PageWidth() { return ReadPageWidth(); }
 

@@ -26,6 +26,8 @@ class LinuxPlatform final : public Platform, public LinuxConsole, public LinuxPo
 
   std::pmr::memory_resource* TableMemory() override { return &large_pages_; }
 
+  unsigned Processors() override;
+
   std::int64_t PageWidth() override;
   std::string AccountName() override;
   std::string OwnPort() override;
