@@ -2,9 +2,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "parallel/thread_plan.h"
+#include "profile/ticks/entry_group.h"
 #include "profile/ticks/sort_order.h"
 #include "profile/ticks/tick_table.h"
 
@@ -22,7 +26,10 @@ namespace ptick {
 class OrderedTicks {
  public:
   /// Takes the entries over.
-  OrderedTicks(TickTable&& table, SortOrder order, bool per_program);
+  OrderedTicks(TickTable&& table, SortOrder order, bool per_program,
+               const ThreadPlan& threads = {});
+
+  class Walk;
 
   SortOrder Order() const { return order_; }
 
@@ -33,15 +40,21 @@ class OrderedTicks {
   /// that of program r.
   template <typename Visit>
   void ForEach(std::size_t row, Visit visit) const {
-    if (!per_program_) {
+    if (per_program_) {
+      EntriesOf(row).ForEach(visit);
+    } else {
       ForEachOfAll(visit);
-      return;
-    }
-    const std::size_t size = row_starts_[row + 1] - row_starts_[row];
-    for (const TickEntry& entry : rows_.Entries().subspan(row_starts_[row], size)) {
-      visit(entry);
     }
   }
+
+  /// The entries of a program, in order. REQUIRES: a row per program.
+  TickSpan EntriesOf(std::size_t row) const {
+    const std::size_t size = row_starts_[row + 1] - row_starts_[row];
+    return TickSpan(rows_.Entries().subspan(row_starts_[row], size));
+  }
+
+  /// The number of entries. REQUIRES: a row per program.
+  std::size_t EntryCount() const { return rows_.Entries().size(); }
 
   const NameTable& Programs() const { return table_.Programs(); }
 
@@ -53,44 +66,13 @@ class OrderedTicks {
   static bool Precedes(const Number& a, const Number& b, SortOrder order);
 
   void OrderIrregular();
-  void MakeRows();
+  void MakeRows(const ThreadPlan& threads);
+  void PutIntoRows();
+  void PutIntoRows(std::vector<EntryGroup> groups, unsigned threads);
 
   // All entries in their order, whatever their program.
   template <typename Visit>
-  void ForEachOfAll(Visit visit) const {
-    auto irregular = table_.irregular_.cbegin();
-    const auto last_irregular = table_.irregular_.cend();
-    const auto put_irregular_before = [&](std::uint32_t ticks) {
-      while (irregular != last_irregular &&
-             Precedes(irregular->ticks, std::int64_t{ticks}, order_)) {
-        visit((irregular++)->entry);
-      }
-    };
-    const auto visit_small = [&](std::uint32_t ticks) {
-      put_irregular_before(ticks);
-      table_.small_.ForEach(ticks, visit);
-    };
-    const auto visit_large = [&] {
-      for (const TickEntry& entry : large_.Entries()) {
-        put_irregular_before(entry.ticks);
-        visit(entry);
-      }
-    };
-    if (order_ == SortOrder::kDescending) {
-      visit_large();
-      for (std::uint32_t ticks = TickBuckets::kCount; ticks-- > 0;) {
-        visit_small(ticks);
-      }
-    } else {
-      for (std::uint32_t ticks = 0; ticks < TickBuckets::kCount; ++ticks) {
-        visit_small(ticks);
-      }
-      visit_large();
-    }
-    for (; irregular != last_irregular; ++irregular) {
-      visit(irregular->entry);
-    }
-  }
+  void ForEachOfAll(Visit visit) const;
 
   TickTable table_;
   SortOrder order_;
@@ -99,5 +81,79 @@ class OrderedTicks {
   TickEntryBlock rows_;   ///< per program: all entries, program by program
   std::vector<std::size_t> row_starts_;
 };
+
+/// Walks over all entries in their order, whatever their program.
+class OrderedTicks::Walk {
+ public:
+  explicit Walk(const OrderedTicks& ticks)
+      : ticks_(ticks), small_(ticks.table_), irregular_(ticks.table_.irregular_) {}
+
+  /// Calls `visit` with spans of the entries that come next, none or some; false after the last
+  /// ones.
+  template <typename Visit>
+  bool NextSpans(Visit& visit) {
+    if (step_ == kSteps) {
+      VisitIrregular(irregular_.size(), visit);
+      return false;
+    }
+    const std::uint32_t step = step_++;
+    const bool descending = ticks_.order_ == SortOrder::kDescending;
+    if (step == (descending ? 0 : kSteps - 1)) {
+      VisitLarge(visit);
+    } else {
+      const std::uint32_t ticks = descending ? kSteps - 1 - step : step;
+      VisitIrregular(IrregularBefore(ticks), visit);
+      small_.ForEachSpan(ticks, visit);
+    }
+    return true;
+  }
+
+ private:
+  /// One for each small tick count, and one for the large ones.
+  static constexpr std::uint32_t kSteps = TickBuckets::kCount + 1;
+
+  // How many irregular entries come before those of this tick count.
+  std::size_t IrregularBefore(std::uint32_t ticks) const {
+    std::size_t count = 0;
+    while (count < irregular_.size() &&
+           Precedes(irregular_[count].ticks, std::int64_t{ticks}, ticks_.order_)) {
+      ++count;
+    }
+    return count;
+  }
+
+  template <typename Visit>
+  void VisitIrregular(std::size_t count, Visit& visit) {
+    for (const TickTable::IrregularEntry& irregular : irregular_.first(count)) {
+      visit(TickSpan({&irregular.entry, 1}));
+    }
+    irregular_ = irregular_.subspan(count);
+  }
+
+  template <typename Visit>
+  void VisitLarge(Visit& visit) {
+    std::span<const TickEntry> large = ticks_.large_.Entries();
+    for (std::size_t regular = 0; regular < large.size() && !irregular_.empty(); ++regular) {
+      if (const std::size_t count = IrregularBefore(large[regular].ticks); count > 0) {
+        visit(TickSpan(large.first(regular)));
+        large = large.subspan(std::exchange(regular, 0));
+        VisitIrregular(count, visit);
+      }
+    }
+    visit(TickSpan(large));
+  }
+
+  const OrderedTicks& ticks_;
+  TickTable::SmallTicks small_;
+  std::span<const TickTable::IrregularEntry> irregular_;  ///< those that have not come
+  std::uint32_t step_ = 0;
+};
+
+template <typename Visit>
+void OrderedTicks::ForEachOfAll(Visit visit) const {
+  const auto visit_span = [&visit](const TickSpan& span) { span.ForEach(visit); };
+  for (Walk walk(*this); walk.NextSpans(visit_span);) {
+  }
+}
 
 }  // namespace ptick

@@ -15,12 +15,21 @@ constexpr std::size_t kPiece = std::size_t{1} << 17U;
 
 }  // namespace
 
+std::uint64_t TickBuckets::CountIn(const Bucket& bucket) const {
+  if (bucket.last_chunk == kNoChunk) {
+    return 0;
+  }
+  const Chunk& last = chunks_[bucket.last_chunk];
+  return last.slots_before + static_cast<std::uint64_t>(bucket.next - last.begin);
+}
+
 void TickBuckets::AddChunk(Bucket& bucket) {
   const std::uint32_t size = bucket.last_chunk == kNoChunk
                                  ? kFirstChunk
                                  : std::min(2 * chunks_[bucket.last_chunk].size, kLargestChunk);
+  const std::uint64_t before = CountIn(bucket);
   Slot* const begin = TakeSlots(size);
-  chunks_.push_back({begin, size, bucket.last_chunk});
+  chunks_.push_back({begin, size, bucket.last_chunk, before});
   bucket = {begin, begin + size, static_cast<std::uint32_t>(chunks_.size() - 1)};
 }
 

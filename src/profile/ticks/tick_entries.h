@@ -38,6 +38,13 @@ class TickEntries {
     ticks_seen_ |= entry.ticks;
   }
 
+  std::size_t size() const { return chunks_.empty() ? 0 : (chunks_.size() - 1) * kChunk + used_; }
+
+  /// Entry `place` in order of arrival, counted from 0.
+  const TickEntry& operator[](std::size_t place) const {
+    return chunks_[place / kChunk].Entries()[place % kChunk];
+  }
+
   /// Calls `visit` with every entry, in order of arrival.
   template <typename Visit>
   void ForEach(Visit visit) const {

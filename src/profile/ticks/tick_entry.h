@@ -17,7 +17,8 @@ struct TickEntry {
   std::uint32_t line;   ///< the line number, or kExactText plus the index of the exact texts
   std::uint32_t ticks;  ///< the tick count; 0 where it is no whole number below 2^32
 
-  bool HasExactText() const { return (line & kExactText) != 0; }
+  static bool IsExactText(std::uint32_t line) { return (line & kExactText) != 0; }
+  bool HasExactText() const { return IsExactText(line); }
   std::size_t ExactIndex() const { return line & ~kExactText; }
 };
 

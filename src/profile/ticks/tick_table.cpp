@@ -26,4 +26,15 @@ void TickTable::Add(std::string_view program, std::string_view line, std::string
   }
 }
 
+std::uint64_t TickTable::CountSmall() const {
+  std::uint64_t count = 0;
+  for (std::uint32_t ticks = 0; ticks < TickBuckets::kCount; ++ticks) {
+    count += small_.CountOf(ticks);
+    for (const BucketPart& part : parts_) {
+      count += part.buckets.CountOf(ticks);
+    }
+  }
+  return count;
+}
+
 }  // namespace ptick

@@ -17,9 +17,17 @@ std::string EntryText(const TickEntry& entry) {
          std::to_string(entry.ticks);
 }
 
-std::vector<std::string> Entries(const TickBuckets& buckets, std::uint32_t ticks) {
+// All entries of a tick count, the last first, taken `most` at a time.
+std::vector<std::string> Entries(const TickBuckets& buckets, std::uint32_t ticks,
+                                 std::size_t most = 1000) {
   std::vector<std::string> texts;
-  buckets.ForEach(ticks, [&](const TickEntry& entry) { texts.push_back(EntryText(entry)); });
+  TickBuckets::Backwards walk(buckets, ticks);
+  for (auto slots = walk.Next(most); !slots.empty(); slots = walk.Next(most)) {
+    EXPECT_LE(slots.size(), most);
+    for (std::size_t i = slots.size(); i-- > 0;) {
+      texts.push_back(EntryText({slots[i].program, slots[i].line, ticks}));
+    }
+  }
   return texts;
 }
 
@@ -44,12 +52,15 @@ TEST(TickBuckets, HoldAnyNumberOfEntries) {
     for (std::size_t i = 0; i < count; ++i) {
       buckets.Add({static_cast<NameTable::Id>(i % 7), static_cast<std::uint32_t>(i), 3});
     }
-    std::size_t left = count;
-    buckets.ForEach(3, [&](const TickEntry& entry) {
-      --left;
-      ASSERT_EQ(EntryText(entry), std::to_string(left % 7) + "|" + std::to_string(left) + "|3");
-    });
-    EXPECT_EQ(left, 0U) << count;
+    EXPECT_EQ(buckets.CountOf(3), count);
+    for (const std::size_t most : {7U, 512U, 1000U}) {
+      std::size_t left = count;
+      for (const std::string& entry : Entries(buckets, 3, most)) {
+        --left;
+        ASSERT_EQ(entry, std::to_string(left % 7) + "|" + std::to_string(left) + "|3");
+      }
+      EXPECT_EQ(left, 0U) << count;
+    }
   }
 }
 
