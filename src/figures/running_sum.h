@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <variant>
 
 #include "value/arithmetic.h"
@@ -28,6 +29,11 @@ class RunningSum {
     if (is_whole_) {
       whole_ = *whole;
     }
+  }
+
+  /// The sum while it is whole in 64 bits.
+  std::optional<std::int64_t> Whole() const {
+    return is_whole_ ? std::optional(whole_) : std::nullopt;
   }
 
   Value Total() const { return is_whole_ ? Value(whole_) : total_; }

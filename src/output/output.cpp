@@ -31,6 +31,12 @@ void Output::PrintLine(std::string_view line) {
   EndLineAt(std::ranges::copy(line, LineRoom(line.size())).out);
 }
 
+void Output::PrintLines(std::string_view lines) {
+  PrintHeading();
+  begin_line_needed_ = false;
+  buffer_.AppendMuch(lines);
+}
+
 // On a terminal for every line; elsewhere for the first below a heading, and where room is short.
 char* Output::BeginLine(std::size_t most) {
   if (on_terminal_) {

@@ -46,6 +46,11 @@ class Output {
     }
   }
 
+  /// Whether lines go out as they are, not in pages: PrintLines can be called then.
+  bool IsPlain() const { return !on_terminal_; }
+  /// Prints lines, each with its end.
+  void PrintLines(std::string_view lines);
+
   /// Prints a line on standard error, after all that was printed before. False when it could not be
   /// written, unless its reader has gone.
   bool PrintTerminal(std::string_view line);

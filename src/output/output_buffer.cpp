@@ -30,6 +30,14 @@ void OutputBuffer::Append(std::string_view text) {
   SetEnd(std::ranges::copy(text, End()).out);
 }
 
+void OutputBuffer::AppendMuch(std::string_view text) {
+  if (Room() >= text.size()) {
+    Append(text);
+  } else if (!WriteOut() || !Write(text)) {
+    throw Stop{kSuccess};
+  }
+}
+
 void OutputBuffer::Flush() { WriteOut(); }
 
 bool OutputBuffer::WriteOut() {
@@ -38,6 +46,10 @@ bool OutputBuffer::WriteOut() {
   }
   const std::string_view bytes(bytes_.data(), used_);
   used_ = 0;
+  return Write(bytes);
+}
+
+bool OutputBuffer::Write(std::string_view bytes) {
   const int error = console_.Write(Stream::kOutput, bytes);
   if (error == 0) {
     return true;

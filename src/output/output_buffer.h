@@ -30,11 +30,15 @@ class OutputBuffer {
   /// Makes room for `size` bytes.
   void Reserve(std::size_t size);
   void Append(std::string_view text);
+  /// The same for a text so long that it is not copied, but written at once where there is little
+  /// room.
+  void AppendMuch(std::string_view text);
   void Flush();
 
  private:
   /// Whether there is still a reader.
   bool WriteOut();
+  bool Write(std::string_view bytes);
 
   Console& console_;
   Diagnostics& diagnostics_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "output/output.h"
+#include "parallel/thread_plan.h"
 #include "platform/platform.h"
 #include "profile/tables/profile_tables.h"
 #include "reports/report_options.h"
@@ -13,6 +14,7 @@ struct ReportJob {
   const ReportOptions& options;
   Platform& platform;
   Output& output;
+  ThreadPlan threads = {};  ///< what is printed does not depend on it
 };
 
 }  // namespace ptick

@@ -58,23 +58,32 @@ std::string LayOutColumns(std::string_view source_name, std::string_view line,
 }
 
 RowLayout::RowLayout(const OrderedTicks& ticks, const Value& total_ticks)
-    : ticks_(ticks), share_(total_ticks), name_columns_(ticks.Programs().size()) {
-  for (std::size_t program = 0; program < name_columns_.size(); ++program) {
+    : ticks_(ticks), share_(total_ticks) {
+  auto columns = std::make_shared<std::vector<NameColumn>>(ticks.Programs().size());
+  for (std::size_t program = 0; program < columns->size(); ++program) {
     PutLeft(ticks.Programs()[static_cast<NameTable::Id>(program)], kSourceNameWidth,
-            name_columns_[program].data());
+            (*columns)[program].data());
   }
+  name_columns_ = std::move(columns);
 }
 
 void RowLayout::StartList() {
   first_ = true;
+  ordinary_ = true;
   subtotal_ticks_ = {};
   subtotal_hundredths_ = {};
+}
+
+void RowLayout::StartList(std::optional<NameTable::Id> previous_program) {
+  StartList();
+  first_ = !previous_program;
+  previous_program_ = previous_program.value_or(0);
 }
 
 void RowLayout::LayOut(const TickEntry& entry, char* row) {
   char* at = row;
   if (first_ || entry.program != previous_program_) {
-    std::memcpy(at, name_columns_[entry.program].data(), kSourceNameWidth);
+    std::memcpy(at, (*name_columns_)[entry.program].data(), kSourceNameWidth);
     previous_program_ = entry.program;
     first_ = false;
   } else {
@@ -93,6 +102,13 @@ void RowLayout::LayOut(const TickEntry& entry, char* row) {
 }
 
 Value RowLayout::SubtotalPercent() const { return Divide(subtotal_hundredths_.Total(), 100); }
+
+std::optional<RowLayout::WholeSums> RowLayout::SubtotalWhole() const {
+  const auto ticks = subtotal_ticks_.Whole();
+  const auto hundredths = subtotal_hundredths_.Whole();
+  return ordinary_ && ticks && hundredths ? std::optional(WholeSums{*ticks, *hundredths})
+                                          : std::nullopt;
+}
 
 void RowLayout::SetTicks(std::uint32_t ticks) {
   std::array<char, 10> digits;  // NOLINT(*-member-init): written by to_chars
@@ -113,6 +129,7 @@ void RowLayout::SetTicks(std::uint32_t ticks) {
 void RowLayout::SetTicks(std::string_view ticks) {
   const Value hundredths = share_.Hundredths(Value(ticks));
   ticks_known_ = false;
+  ordinary_ = false;
   SetTicksColumns(ticks, hundredths);
   subtotal_ticks_.Add(Value(ticks));
   subtotal_hundredths_.Add(hundredths);
