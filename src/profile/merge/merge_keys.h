@@ -69,6 +69,9 @@ class MergeKeys {
 
   std::size_t size() const { return entries_.size(); }
 
+  /// A key; valid until the next Intern.
+  MergeKey KeyOf(Id id) const { return {heads_[entries_[id].key.head], entries_[id].key.number}; }
+
   /// Appends the text of a key.
   void AppendText(Id id, std::string& out) const;
 

@@ -62,6 +62,41 @@ void MergeValues::AddTo(Id key, std::string_view text) {
   }
 }
 
+void MergeValues::Combine(Id key, const MergeLine& line) {
+  switch (line.kind) {
+    case MergeKind::kSmallest:
+      if (Compare(key, line.value) > 0) {
+        Set(key, line.value);
+      }
+      break;
+    case MergeKind::kLargest:
+      if (Compare(key, line.value) < 0) {
+        Set(key, line.value);
+      }
+      break;
+    case MergeKind::kLast:
+      Set(key, line.value);
+      break;
+    case MergeKind::kAdded:
+      AddTo(key, line.value);
+      break;
+    case MergeKind::kDropped:
+      break;
+  }
+}
+
+void MergeValues::Copy(const MergeValues& from, Id key, Id to) {
+  const std::int64_t cell = from.keys_.CellOf(key);
+  if (const Aside* const aside = from.AsideOf(key)) {
+    PutAside(to) = *aside;
+  } else if (IsWhole(cell)) {
+    keys_.CellOf(to) = cell;
+  } else {
+    keys_.CellOf(to) = kFirstTextCells + static_cast<std::int64_t>(first_texts_.size());
+    first_texts_.Append(from.FirstText(cell));
+  }
+}
+
 int MergeValues::Compare(Id key, std::string_view text) const {
   const std::optional<Number> left = NumberOf(key);
   const std::optional<Number> right = ParseNumber(text);

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "profile/merge/merge_keys.h"
+#include "profile/merge/merge_line.h"
 #include "value/field_list.h"
 #include "value/value.h"
 
@@ -34,6 +35,21 @@ class MergeValues {
 
   /// Sets the value of a new key, whose further values will be added to it.
   void SetFirst(Id key, std::string_view text);
+
+  /// Sets the value of a new key to that of its first line.
+  void SetFirstOf(Id key, const MergeLine& line) {
+    if (line.kind == MergeKind::kAdded) {
+      SetFirst(key, line.value);
+    } else {
+      Set(key, line.value);
+    }
+  }
+
+  /// Combines a value with that of a further line of its key.
+  void Combine(Id key, const MergeLine& line);
+
+  /// Sets the value of the new key `to` to that which `from` has for `key`.
+  void Copy(const MergeValues& from, Id key, Id to);
 
   /// Adds to a value, as the value layer adds texts. That of a new key is 0.
   void AddTo(Id key, std::string_view text);

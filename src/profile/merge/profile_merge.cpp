@@ -13,13 +13,6 @@ namespace {
 
 constexpr std::size_t kBlockSize = std::size_t{256} * 1024;
 
-// The key of the trace line at `line`, as SplitKey has it.
-MergeKey KeyOf(const char* line, const TraceLine& trace) {
-  const char* const key = line + kProfilePrefix.size();
-  const char* const name_end = trace.program.data() + trace.program.size();
-  return {{key, static_cast<std::size_t>(name_end - key)}, trace.line};
-}
-
 }  // namespace
 
 // Nearly all lines are trace lines. Profiles of the same application often have them in the same
@@ -34,7 +27,7 @@ void ProfileMerge::AddLines(std::string_view block) {
       line = AddOthers(line, end);
       continue;
     }
-    const MergeKey key = KeyOf(line, trace);
+    const MergeKey key = KeyOfTrace(line, trace);
     line = trace.next;
     if (const MergeKeys::Id next = next_key_; values_.Keys().Is(next, key)) {
       AddWaiting();
@@ -77,7 +70,7 @@ const char* ProfileMerge::AddOthers(const char* line, const char* end) {
       continue;
     }
     if (count == 0 && values_.Keys().Is(next_key_, split.key)) {
-      Combine(next_key_++, split);
+      values_.Combine(next_key_++, split);
       continue;
     }
     lines[count] = split;
@@ -100,54 +93,96 @@ void ProfileMerge::AddOthers(std::span<const MergeLine> lines) {
   values_.Keys().Intern(std::span(keys).first(lines.size()), ids.data());
   for (std::size_t i = 0; i < lines.size(); ++i) {
     if (ids[i] != known) {
-      Combine(ids[i], lines[i]);
-      continue;
-    }
-    ++known;
-    if (lines[i].kind == MergeKind::kAdded) {
-      values_.SetFirst(ids[i], lines[i].value);
+      values_.Combine(ids[i], lines[i]);
     } else {
-      values_.Set(ids[i], lines[i].value);
+      values_.SetFirstOf(ids[i], lines[i]);
+      ++known;
     }
   }
   next_key_ = ids[lines.size() - 1] + 1;
 }
 
-void ProfileMerge::Combine(MergeKeys::Id key, const MergeLine& line) {
-  switch (line.kind) {
-    case MergeKind::kSmallest:
-      if (values_.Compare(key, line.value) > 0) {
-        values_.Set(key, line.value);
-      }
-      break;
-    case MergeKind::kLargest:
-      if (values_.Compare(key, line.value) < 0) {
-        values_.Set(key, line.value);
-      }
-      break;
-    case MergeKind::kLast:
-      values_.Set(key, line.value);
-      break;
-    case MergeKind::kAdded:
-      values_.AddTo(key, line.value);
-      break;
-    case MergeKind::kDropped:
-      break;
+void ProfileMerge::AddBlocks(const BlockSource& source, unsigned threads) {
+  constexpr std::size_t kPartsPerThread = 2;
+  std::vector<MergePart> parts;
+  for (std::size_t part = 0; part < kPartsPerThread * threads; ++part) {
+    parts.emplace_back(memory_);
   }
+  std::uint32_t place = 0;
+  for (MergeKeys::Id key = 0; key < values_.Keys().size(); ++key) {
+    parts[PartOf(values_.Keys().KeyOf(key), parts.size())].TakeKey(values_, key, place++);
+  }
+  for (MergePart& part : parts) {
+    part.EndLot();
+  }
+  values_ = MergeValues(memory_);
+  parts_ = std::move(parts);
+  SharedMerge shared(source, parts_, threads);
+  DoInOrder(shared, threads);
 }
+
+std::size_t ProfileMerge::KeyCount() const {
+  std::size_t count = values_.Keys().size();
+  for (const MergePart& part : parts_) {
+    count += part.Values().Keys().size();
+  }
+  return count;
+}
+
+MergedLines ProfileMerge::TakeLines() {
+  return parts_.empty() ? MergedLines(std::move(values_)) : MergedLines(std::move(parts_));
+}
+
+MergedLines::MergedLines(std::vector<MergePart>&& parts)
+    : parts_(std::move(parts)), next_keys_(parts_.size()) {}
 
 std::string_view MergedLines::Next() {
   block_.clear();
-  for (; next_ < values_.Keys().size() && block_.size() < kBlockSize; ++next_) {
-    block_ += kProfilePrefix;
-    values_.Keys().AppendText(next_, block_);
-    block_ += '\t';
-    values_.AppendText(next_, block_);
-    block_ += '\n';
+  while (block_.size() < kBlockSize && AppendNext()) {
   }
   const std::size_t size = block_.size();
   block_.append(kBlockPadding, '\0');
   return std::string_view(block_).substr(0, size);
+}
+
+bool MergedLines::AppendNext() {
+  if (parts_.empty()) {
+    return next_ < values_.Keys().size() && Append(values_, next_++);
+  }
+  const std::size_t part = NextPart();
+  return part < parts_.size() && Append(parts_[part].Values(), next_keys_[part]++);
+}
+
+bool MergedLines::Append(const MergeValues& values, MergeKeys::Id key) {
+  block_ += kProfilePrefix;
+  values.Keys().AppendText(key, block_);
+  block_ += '\t';
+  values.AppendText(key, block_);
+  block_ += '\n';
+  return true;
+}
+
+// The part whose next key came first; their number when no key is left.
+std::size_t MergedLines::NextPart() {
+  for (; lot_ < parts_.front().LotCount(); ++lot_) {
+    std::size_t first = parts_.size();
+    std::uint32_t first_place = 0;
+    for (std::size_t part = 0; part < parts_.size(); ++part) {
+      const MergeKeys::Id key = next_keys_[part];
+      if (key == parts_[part].EndOfLot(lot_)) {
+        continue;
+      }
+      if (const std::uint32_t place = parts_[part].PlaceOf(key);
+          first == parts_.size() || place < first_place) {
+        first = part;
+        first_place = place;
+      }
+    }
+    if (first < parts_.size()) {
+      return first;
+    }
+  }
+  return parts_.size();
 }
 
 }  // namespace ptick

@@ -7,9 +7,11 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "profile/merge/merge_line.h"
 #include "profile/merge/merge_values.h"
+#include "profile/merge/shared_merge.h"
 #include "records/line_blocks.h"
 
 namespace ptick {
@@ -19,12 +21,23 @@ namespace ptick {
 class MergedLines final : public LineBlocks {
  public:
   explicit MergedLines(MergeValues&& values) : values_(std::move(values)) {}
+  explicit MergedLines(std::vector<MergePart>&& parts);
 
   std::string_view Next() override;
 
  private:
+  bool AppendNext();
+  bool Append(const MergeValues& values, MergeKeys::Id key);
+  std::size_t NextPart();
+
   MergeValues values_;
   MergeKeys::Id next_ = 0;  ///< the key whose line comes next
+
+  // The same of a merge by several threads.
+  std::vector<MergePart> parts_;
+  std::vector<MergeKeys::Id> next_keys_;  ///< by part
+  std::size_t lot_ = 0;                   ///< in which the next key came first
+
   std::string block_;
 };
 
@@ -35,7 +48,7 @@ class ProfileMerge {
  public:
   /// The tables take their memory from `memory`, which must outlive this and its lines.
   explicit ProfileMerge(std::pmr::memory_resource* memory = std::pmr::get_default_resource())
-      : values_(memory) {}
+      : memory_(memory), values_(memory) {}
 
   /// Takes in the lines of a block as LineBlocks hands them out. Lines without a TAB or without the
   /// prefix "PROFILE:" are passed over.
@@ -43,11 +56,14 @@ class ProfileMerge {
 
   bool Empty() const { return KeyCount() == 0; }
 
+  /// Takes in the lines of all blocks of `source`, on as many threads. Nothing is added after that.
+  void AddBlocks(const BlockSource& source, unsigned threads);
+
   /// How many distinct keys there are.
-  std::size_t KeyCount() const { return values_.Keys().size(); }
+  std::size_t KeyCount() const;
 
   /// The merged lines; nothing is left here.
-  MergedLines TakeLines() { return MergedLines(std::move(values_)); }
+  MergedLines TakeLines();
 
  private:
   static constexpr std::size_t kBatch = 32;
@@ -57,10 +73,11 @@ class ProfileMerge {
   /// Returns the start of the line after the last of them.
   const char* AddOthers(const char* line, const char* end);
   void AddOthers(std::span<const MergeLine> lines);
-  void Combine(MergeKeys::Id key, const MergeLine& line);
 
+  std::pmr::memory_resource* memory_;
   MergeValues values_;
-  MergeKeys::Id next_key_ = 0;  ///< the key after the one used last: the likeliest next one
+  std::vector<MergePart> parts_;  ///< once several threads have merged; values_ is empty then
+  MergeKeys::Id next_key_ = 0;    ///< the key after the one used last: the likeliest next one
 
   /// Trace lines whose keys are looked up together; the keys point into the block.
   std::array<MergeKey, kBatch> waiting_keys_;

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory_resource>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "profile/merge/merge_line.h"
+#include "profile/merge/merge_values.h"
+#include "value/byte_buffer.h"
+
+namespace ptick {
+
+/// A line of a block that belongs to a part.
+struct SortedLine {
+  /// Marks a line that is no trace line in its usual form: `number` is then its place among the
+  /// others of the block.
+  static constexpr std::uint32_t kOther = ~std::uint32_t{0};
+
+  const char* head;
+  std::uint32_t head_size;
+  std::uint32_t number;
+  std::uint32_t ticks;
+  std::uint32_t place;  ///< among the merged lines of the block
+};
+
+/// A block whose lines are sorted by the parts that they belong to.
+struct SortedBlock {
+  ByteBuffer memory;
+  std::string_view text;
+  std::vector<std::vector<SortedLine>> lines;  ///< by part, in order
+  std::vector<MergeLine> others;
+  std::uint32_t line_count = 0;  ///< of all parts
+};
+
+/// Sorts the lines of `block.text`, which is as LineBlocks hands it out.
+void SortByParts(SortedBlock& block, std::size_t parts);
+
+/// The part that a key belongs to.
+std::size_t PartOf(const MergeKey& key, std::size_t parts);
+
+/// The merged values of the keys that belong to a part, and where those keys came first. That is
+/// told by lots: text that follows each other, in an order that all parts share.
+class MergePart {
+ public:
+  /// The tables take their memory from `memory`, which must outlive this.
+  explicit MergePart(std::pmr::memory_resource* memory) : values_(memory) {}
+
+  const MergeValues& Values() const { return values_; }
+
+  /// Takes a key that is new here, with its value, from place `place` of the current lot.
+  void TakeKey(const MergeValues& from, MergeKeys::Id key, std::uint32_t place);
+
+  /// Takes the lines of part `part`, which this is, in the blocks of the current lot.
+  void TakeLines(std::span<const SortedBlock> blocks, std::size_t part);
+
+  /// Ends the current lot.
+  void EndLot() { lot_ends_.push_back(static_cast<MergeKeys::Id>(values_.Keys().size())); }
+
+  std::size_t LotCount() const { return lot_ends_.size(); }
+  /// The first key that is not in the lots up to `lot`.
+  MergeKeys::Id EndOfLot(std::size_t lot) const { return lot_ends_[lot]; }
+  /// The place in its lot where a key came first.
+  std::uint32_t PlaceOf(MergeKeys::Id key) const { return places_[key]; }
+
+ private:
+  static constexpr std::size_t kBatch = 32;
+
+  void TakeLine(const SortedLine& line, std::uint32_t place);
+  void TakeOther(const MergeLine& line, std::uint32_t place);
+  void TakeWaiting();
+
+  MergeValues values_;
+  std::vector<std::uint32_t> places_;  ///< by key
+  std::vector<MergeKeys::Id> lot_ends_;
+
+  MergeKeys::Id next_key_ = 0;  ///< the key after the one used last: the likeliest next one
+
+  /// Trace lines whose keys are looked up together.
+  std::array<MergeKey, kBatch> waiting_keys_;
+  std::array<std::uint32_t, kBatch> waiting_ticks_{};
+  std::array<std::uint32_t, kBatch> waiting_places_{};
+  std::size_t waiting_ = 0;
+};
+
+}  // namespace ptick
