@@ -1,10 +1,12 @@
 #include "profile/profile_loader.h"
 
 #include <algorithm>
+#include <optional>
 #include <span>
 #include <utility>
 
 #include "profile/parse/record_parser.h"
+#include "profile/parse/shared_parse.h"
 #include "records/line_blocks.h"
 #include "records/open_record.h"
 
@@ -19,64 +21,114 @@ struct Input {
   bool can_be_read_again = true;
 };
 
-enum class Taken {
-  kWhole,
-  kNothing,  ///< it was told and left out
-  kInPart,   ///< the same, but lines of it have been merged
+/// The blocks of all inputs that are not left out, one input after the other.
+class InputBlocks {
+ public:
+  InputBlocks(std::vector<Input>& inputs, RecordFiles& files, const ProblemHandler& tell,
+              std::size_t block_size)
+      : inputs_(inputs), files_(files), tell_(tell), block_size_(block_size) {}
+
+  /// The next block, valid until the next call; empty at the end, and when an input has failed in
+  /// the middle.
+  std::string_view Next() {
+    return NextBy([this] { return lines_->Next(); });
+  }
+  /// The same in exchange for other memory, as RecordBlocks::NextInto.
+  std::string_view NextInto(ByteBuffer& block) {
+    return NextBy([this, &block] { return lines_->NextInto(block); });
+  }
+
+  /// Whether an input has failed after blocks of it were given. It is left out now.
+  bool HasBrokenOff() const { return has_broken_off_; }
+
+  /// Whether one of the inputs before that which has broken off cannot be read again.
+  bool IsSpent() const {
+    return std::ranges::any_of(std::span(inputs_).first(input_), [](const Input& before) {
+      return !before.is_left_out && !before.can_be_read_again;
+    });
+  }
+
+  /// The name of the first input that was read; empty when none was.
+  const std::string& FirstName() const { return first_name_; }
+
+ private:
+  template <typename NextBlock>
+  std::string_view NextBy(const NextBlock& next_block) {
+    while (!has_broken_off_ && (lines_ || Open())) {
+      if (const std::string_view block = next_block(); !block.empty()) {
+        gave_some_ = true;
+        return block;
+      }
+      Close();
+    }
+    return {};
+  }
+
+  // Opens the next input that can be opened.
+  bool Open() {
+    for (; input_ < inputs_.size(); ++input_) {
+      Input& input = inputs_[input_];
+      ReadProblem problem;
+      if (input.is_left_out) {
+        continue;
+      }
+      if (auto record = OpenNamedRecord(*input.name, files_, problem)) {
+        lines_.emplace(std::move(record), block_size_);
+        input.can_be_read_again = lines_->CanBeReadAgain();
+        gave_some_ = false;
+        return true;
+      }
+      input.is_left_out = true;
+      tell_(problem);
+    }
+    return false;
+  }
+
+  // At the end of an input, or where it has failed.
+  void Close() {
+    Input& input = inputs_[input_];
+    if (lines_->Failed()) {
+      input.is_left_out = true;
+      has_broken_off_ = gave_some_;
+      tell_(UnreadableRecord(*input.name, lines_->Error()));
+    } else if (first_name_.empty()) {
+      first_name_ = *input.name;
+    }
+    lines_.reset();
+    input_ += has_broken_off_ ? 0 : 1;
+  }
+
+  std::vector<Input>& inputs_;
+  RecordFiles& files_;
+  const ProblemHandler& tell_;
+  std::size_t block_size_;
+  std::size_t input_ = 0;
+  std::optional<RecordBlocks> lines_;  ///< of the input that is open
+  bool gave_some_ = false;             ///< blocks of that
+  bool has_broken_off_ = false;
+  std::string first_name_;
 };
 
-Taken MergeInput(Input& input, RecordFiles& files, const ProblemHandler& tell,
-                 ProfileMerge& merge) {
-  ReadProblem problem;
-  std::unique_ptr<RecordReader> record = OpenNamedRecord(*input.name, files, problem);
-  if (!record) {
-    input.is_left_out = true;
-    tell(problem);
-    return Taken::kNothing;
-  }
-  RecordBlocks lines(std::move(record));
-  input.can_be_read_again = lines.CanBeReadAgain();
-  bool merged_some = false;
-  for (std::string_view block = lines.Next(); !block.empty(); block = lines.Next()) {
+// A merge of little text is that of one thread.
+void MergeBlocks(InputBlocks& blocks, const ThreadPlan& threads, ProfileMerge& merge) {
+  std::size_t merged = 0;
+  while (threads.threads <= 1 || merged < threads.bytes_alone) {
+    const std::string_view block = blocks.Next();
+    if (block.empty()) {
+      return;
+    }
     merge.AddLines(block);
-    merged_some = true;
+    merged += block.size();
   }
-  if (!lines.Failed()) {
-    return Taken::kWhole;
-  }
-  input.is_left_out = true;
-  tell(UnreadableRecord(*input.name, lines.Error()));
-  return merged_some ? Taken::kInPart : Taken::kNothing;
-}
-
-/// Merges the inputs that are not left out. False when one was taken in part.
-bool MergeInputs(std::span<Input> inputs, RecordFiles& files, const ProblemHandler& tell,
-                 MergedProfile& merged) {
-  for (std::size_t n = 0; n < inputs.size(); ++n) {
-    if (inputs[n].is_left_out) {
-      continue;
-    }
-    const Taken taken = MergeInput(inputs[n], files, tell, merged.merge);
-    if (taken == Taken::kInPart) {
-      const auto is_spent = [](const Input& before) {
-        return !before.is_left_out && !before.can_be_read_again;
-      };
-      merged.is_broken = std::ranges::any_of(inputs.first(n), is_spent);
-      return false;
-    }
-    if (taken == Taken::kWhole && merged.first_name.empty()) {
-      merged.first_name = *inputs[n].name;
-    }
-  }
-  return true;
+  merge.AddBlocks([&blocks](ByteBuffer& block) { return blocks.NextInto(block); }, threads.threads);
 }
 
 }  // namespace
 
 std::optional<ReadProblem> ReadProfile(std::unique_ptr<RecordReader> record, std::string_view name,
                                        const ReadOptions& options, ProfileTables& tables) {
-  RecordBlocks lines(std::move(record));
-  std::optional<ReadProblem> problem = ParseProfileLines(lines, options, tables);
+  RecordBlocks lines(std::move(record), options.threads.block_size);
+  std::optional<ReadProblem> problem = ParseRecordLines(lines, options, tables);
   while (problem && !lines.Next().empty()) {
     // A profile that cannot be read to its end is that, whatever its first part holds.
   }
@@ -111,7 +163,8 @@ std::optional<ReadProblem> MergeRecord(std::unique_ptr<RecordReader> record, std
 }
 
 MergedProfile MergeProfileFiles(const std::vector<std::string>& names, RecordFiles& files,
-                                std::pmr::memory_resource* memory, const ProblemHandler& tell) {
+                                std::pmr::memory_resource* memory, const ProblemHandler& tell,
+                                const ThreadPlan& threads) {
   std::vector<Input> inputs;
   inputs.reserve(names.size());
   for (const std::string& name : names) {
@@ -119,7 +172,12 @@ MergedProfile MergeProfileFiles(const std::vector<std::string>& names, RecordFil
   }
   for (;;) {
     MergedProfile merged{ProfileMerge(memory), "", false};
-    if (MergeInputs(inputs, files, tell, merged) || merged.is_broken) {
+    InputBlocks blocks(inputs, files, tell,
+                       threads.threads > 1 ? threads.merge_block_size : threads.block_size);
+    MergeBlocks(blocks, threads, merged.merge);
+    merged.first_name = blocks.FirstName();
+    merged.is_broken = blocks.HasBrokenOff() && blocks.IsSpent();
+    if (!blocks.HasBrokenOff() || merged.is_broken) {
       return merged;
     }
   }

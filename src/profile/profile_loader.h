@@ -42,8 +42,12 @@ struct MergedProfile {
 /// Merges the profiles of these names, in order, each whole or not at all. One that cannot be
 /// opened or read to its end is told to `tell` and left out; where lines of it had been merged
 /// already, the merge begins again without it.
+///
+/// Threads: where `threads` allows more than one, `files` and `tell` are called by one at a time,
+/// but by any of them.
 MergedProfile MergeProfileFiles(const std::vector<std::string>& names, RecordFiles& files,
-                                std::pmr::memory_resource* memory, const ProblemHandler& tell);
+                                std::pmr::memory_resource* memory, const ProblemHandler& tell,
+                                const ThreadPlan& threads = {});
 
 /// Takes the lines of an open record into a merge. Where the record cannot be read to its end, the
 /// problem is returned, and lines of it may have been taken.

@@ -1,5 +1,6 @@
 #include "ptick/driver.h"
 
+#include <algorithm>
 #include <new>
 #include <string>
 #include <string_view>
@@ -19,7 +20,10 @@ namespace {
 
 constexpr std::string_view kProgramName = "ptick";
 
-int RunSteps(Platform& platform, Output& output) {
+// More of them would wait for each other, and all take memory.
+constexpr unsigned kMostThreads = 32;
+
+int RunSteps(Platform& platform, const ThreadPlan& threads, Output& output) {
   const std::vector<std::string> arguments = CommandArguments(platform.CommandLine());
   const ControlCall call = SplitControlCall(arguments);
   if (SendControlMessages(call, platform, output)) {
@@ -30,8 +34,8 @@ int RunSteps(Platform& platform, Output& output) {
     return SwitchMonitor(call, platform.OwnPort(), platform, output);
   }
   ProfileTables tables;
-  LoadProfileList(options, platform, output, tables);
-  PrintChosenReport(options, {tables, options, platform, output});
+  LoadProfileList(options, threads, platform, output, tables);
+  PrintChosenReport(options, {tables, options, platform, output, threads});
   return 0;
 }
 
@@ -50,9 +54,9 @@ int CloseAfter(const Stop& stop, Output& output) {
   }
 }
 
-int RunToAnEnd(Platform& platform, Output& output) {
+int RunToAnEnd(Platform& platform, const ThreadPlan& threads, Output& output) {
   try {
-    const int status = RunSteps(platform, output);
+    const int status = RunSteps(platform, threads, output);
     output.Finish();
     return EndStatus(status, output);
   } catch (const Stop& stop) {
@@ -75,9 +79,13 @@ int StopOutOfMemory(Platform& platform, Output& output) {
 }  // namespace
 
 int RunPtick(Platform& platform) {
+  return RunPtick(platform, {.threads = std::min(platform.Processors(), kMostThreads)});
+}
+
+int RunPtick(Platform& platform, const ThreadPlan& threads) {
   Output output(platform, kProgramName);
   try {
-    return RunToAnEnd(platform, output);
+    return RunToAnEnd(platform, threads, output);
   } catch (const std::bad_alloc&) {
     return StopOutOfMemory(platform, output);
   }

@@ -14,19 +14,22 @@ namespace ptick {
 namespace {
 
 // What no report of the run shows is not kept.
-ReadOptions ReadOptionsFor(const RunOptions& options, Platform& platform) {
+ReadOptions ReadOptionsFor(const RunOptions& options, const ThreadPlan& threads,
+                           Platform& platform) {
   const bool shows_performs = options.AllReports || options.PerformsOption;
   return {.keep_performs = shows_performs && options.Verbose,
           .keep_callers = false,
           .keep_inputs = !options.KeyScriptFile.empty(),
-          .table_memory = platform.TableMemory()};
+          .table_memory = platform.TableMemory(),
+          .threads = threads};
 }
 
 std::optional<ReadProblem> LoadMerged(const RunOptions& options, const ReadOptions& read_options,
                                       Platform& platform, Output& output, ProfileTables& tables) {
-  MergedProfile merged =
-      MergeProfileFiles(options.ProfileList, platform, read_options.table_memory,
-                        [&output](const ReadProblem& problem) { PrintProblem(problem, output); });
+  MergedProfile merged = MergeProfileFiles(
+      options.ProfileList, platform, read_options.table_memory,
+      [&output](const ReadProblem& problem) { PrintProblem(problem, output); },
+      read_options.threads);
   if (merged.is_broken) {
     throw Stop{1};
   }
@@ -39,10 +42,10 @@ std::optional<ReadProblem> LoadMerged(const RunOptions& options, const ReadOptio
 
 }  // namespace
 
-void LoadProfileList(const RunOptions& options, Platform& platform, Output& output,
-                     ProfileTables& tables) {
+void LoadProfileList(const RunOptions& options, const ThreadPlan& threads, Platform& platform,
+                     Output& output, ProfileTables& tables) {
   const std::vector<std::string>& names = options.ProfileList;
-  const ReadOptions read_options = ReadOptionsFor(options, platform);
+  const ReadOptions read_options = ReadOptionsFor(options, threads, platform);
   std::optional<ReadProblem> problem;
   if (names.size() > 1) {
     problem = LoadMerged(options, read_options, platform, output, tables);

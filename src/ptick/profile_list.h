@@ -1,6 +1,7 @@
 #pragma once
 
 #include "output/output.h"
+#include "parallel/thread_plan.h"
 #include "platform/platform.h"
 #include "profile/tables/profile_tables.h"
 #include "ptick/run_options.h"
@@ -16,7 +17,7 @@ namespace ptick {
 /// without it, it throws Stop with status 1, and a merge of nothing prints "No input files..." and
 /// throws Stop with status 2. A line of an unknown record type is printed with its number, and
 /// throws Stop with status 2.
-void LoadProfileList(const RunOptions& options, Platform& platform, Output& output,
-                     ProfileTables& tables);
+void LoadProfileList(const RunOptions& options, const ThreadPlan& threads, Platform& platform,
+                     Output& output, ProfileTables& tables);
 
 }  // namespace ptick

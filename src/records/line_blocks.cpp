@@ -54,6 +54,21 @@ std::string_view RecordBlocks::Next() {
   return block;
 }
 
+// What has been read of the next line moves on to the other buffer.
+std::string_view RecordBlocks::NextInto(ByteBuffer& block) {
+  const std::string_view next = Next();
+  const std::size_t unfinished = end_ - begin_;
+  if (block.size() < unfinished + kReserve) {
+    block.Grow(buffer_.size(), 0);
+  }
+  std::memcpy(block.data(), buffer_.data() + begin_, unfinished);
+  std::memset(block.data() + unfinished, 0, kReserve);
+  std::swap(block, buffer_);
+  begin_ = 0;
+  end_ = unfinished;
+  return next;
+}
+
 // Moves the unfinished line to the front of the buffer and reads more after it; false at the end or
 // on a failure.
 bool RecordBlocks::ReadMore() {

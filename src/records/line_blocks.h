@@ -35,6 +35,10 @@ class RecordBlocks final : public LineBlocks {
 
   std::string_view Next() override;
 
+  /// The same, but the block is put into `block`, in exchange for the memory that was there, and is
+  /// valid as long as that.
+  std::string_view NextInto(ByteBuffer& block);
+
   /// Whether reading failed before the end; Next has returned an empty block then.
   bool Failed() const { return failed_; }
 

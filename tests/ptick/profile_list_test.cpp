@@ -30,7 +30,7 @@ class ProfileListTest : public ::testing::Test {
     options.ProfileList = std::move(names);
     Output output(platform_, "ptick");
     try {
-      LoadProfileList(options, platform_, output, tables_);
+      LoadProfileList(options, {}, platform_, output, tables_);
     } catch (const Stop& stop) {
       return stop.status;
     }

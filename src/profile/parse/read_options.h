@@ -2,6 +2,8 @@
 
 #include <memory_resource>
 
+#include "parallel/thread_plan.h"
+
 namespace ptick {
 
 /// What a reader of profiles keeps of them. What is not kept costs no memory; it is counted all the
@@ -13,6 +15,9 @@ struct ReadOptions {
 
   /// For tables that may get big; must outlive the load.
   std::pmr::memory_resource* table_memory = std::pmr::get_default_resource();
+
+  /// How many threads read. The tables do not depend on it.
+  ThreadPlan threads = {};
 };
 
 }  // namespace ptick

@@ -19,35 +19,6 @@
 
 namespace ptick {
 
-namespace {
-
-class RecordParser {
- public:
-  RecordParser(const ReadOptions& options, ProfileTables& tables)
-      : options_(options), tables_(tables), usual_lines_(options, tables) {}
-
-  /// False at a line of an unknown record type; Problem tells which.
-  bool ParseBlock(std::string_view block);
-
-  const ReadProblem& Problem() const { return problem_; }
-
- private:
-  bool ParseLine(std::string_view profile_line);
-  void ParseRecord(const RecordType& type, TabFields fields);
-  void ParseProgram(std::string_view command);
-  void ParseSharedObject(TabFields fields);
-  void ParseSubroutineCall(TabFields fields);
-  void ParseInput(TabFields fields);
-  void ParseClock(const RecordType& type, ClockSetting::Kind kind, std::string_view value);
-  void ParseUserTicks(TabFields fields);
-
-  const ReadOptions& options_;
-  ProfileTables& tables_;
-  UsualLines usual_lines_;
-  std::int64_t line_no_ = 0;
-  ReadProblem problem_;
-};
-
 // Nearly all lines are in the usual form of their type, most of them trace lines.
 bool RecordParser::ParseBlock(std::string_view block) {
   const char* line = block.data();
@@ -196,8 +167,6 @@ void RecordParser::ParseUserTicks(TabFields fields) {
   Value& ticks = tables_.UserTicks.at(static_cast<std::size_t>(cell));
   ticks = Add(ticks, fields.Next());
 }
-
-}  // namespace
 
 std::optional<ReadProblem> ParseProfileLines(LineBlocks& lines, const ReadOptions& options,
                                              ProfileTables& tables) {
