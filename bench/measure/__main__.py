@@ -59,6 +59,9 @@ def main():
         compared = works.compare(works.compared(sizes, generated), programs, timer, with_slow)
         compared |= works.compare_start(generated, programs, timer, with_slow)
         print(tables.comparison(compared), end="\n\n")
+        if len(os.sched_getaffinity(0)) > 1 and not arguments.cpu:
+            by_threads = works.compare_threads(works.compared(sizes, generated), programs, timer)
+            print(tables.threads(by_threads), end="\n\n", flush=True)
         grown = works.line_growth(sizes, generated, programs, timer)
         print(tables.line_growth(grown, sizes.comparison), end="\n\n", flush=True)
         followed = works.follow(sizes, generated, programs, timer, scratch)

@@ -18,6 +18,17 @@ def comparison(results):
     return "\n".join(lines)
 
 
+def threads(results):
+    """One row per work: one thread, and all of them as a multiple of it."""
+    lines = ["| work | one thread | all threads | time | memory |", "|---|---|---|---|---|"]
+    for title, (one, every) in results.items():
+        lines.append(f"| {title} | {_seconds(one.seconds)}, {_megabytes(one)} "
+                     f"| {_seconds(every.seconds)}, {_megabytes(every)} "
+                     f"| {_ratio(every.seconds / one.seconds)} "
+                     f"| {_ratio(every.peak_kb / one.peak_kb)} |")
+    return "\n".join(lines)
+
+
 def line_growth(results, sizes):
     """One row per work: how the time per line changes from size to size."""
     lines = ["| time per line | " + " | ".join(f"{size:,}" for size in sizes) + " |",

@@ -1,6 +1,7 @@
 """The works: what is run on which profiles."""
 
 import dataclasses
+import os
 
 import timing
 
@@ -52,6 +53,17 @@ def compare(works, programs, timer, with_slow):
         results[title] = timer.measure(fast, runs=10)
         if with_slow:
             results[title] |= timer.measure(programs.slow(kind, files), runs=2, warmup=0)
+    return results
+
+
+def compare_threads(works, programs, timer):
+    """Figures of one thread and of all, in turn, by title of the work."""
+    results = {}
+    for title, kind, files in works:
+        every = programs.work(kind, files)
+        one = timing.command("one", "taskset", "-c", min(os.sched_getaffinity(0)), *every.words)
+        figures = timer.measure([one, every], runs=10)
+        results[title] = (figures["one"], figures[every.name])
     return results
 
 
