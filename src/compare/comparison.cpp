@@ -1,6 +1,7 @@
 #include "compare/comparison.h"
 
 #include <algorithm>
+#include <array>
 
 #include "compare/as_double.h"
 #include "compare/false_discovery.h"
@@ -125,16 +126,12 @@ bool Comparison::IsChanged(const Row& row) const {
   if (old_.GetKind() != Kind::kCommand) {
     return false;
   }
-  for (const CommandFigure figure :
-       {CommandFigure::kTimes, CommandFigure::kElapsed, CommandFigure::kCpu}) {
-    const Amounts& old_figures = old_.Figures(figure);
-    const Amounts& new_figures = new_.Figures(figure);
-    if (!IsZero(Factor::Difference(SumOf(new_figures, row.new_key), new_factor_,
-                                   SumOf(old_figures, row.old_key), old_factor_))) {
-      return true;
-    }
-  }
-  return false;
+  constexpr std::array kFigures = {CommandFigure::kTimes, CommandFigure::kElapsed,
+                                   CommandFigure::kCpu};
+  return std::ranges::any_of(kFigures, [&](CommandFigure figure) {
+    return !IsZero(Factor::Difference(SumOf(new_.Figures(figure), row.new_key), new_factor_,
+                                      SumOf(old_.Figures(figure), row.old_key), old_factor_));
+  });
 }
 
 void Comparison::TestRows() {

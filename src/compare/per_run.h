@@ -1,8 +1,10 @@
 // Sums over runs as means per run, and their differences, exact as long as they can be.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <utility>
 
 #include "value/value.h"
 
@@ -33,7 +35,7 @@ class Factor {
     Wide denominator;
   };
 
-  explicit Factor(Value factor_times, Value divisor) : times_(factor_times), divisor_(divisor) {}
+  Factor(Value times, Value divisor) : times_(std::move(times)), divisor_(std::move(divisor)) {}
 
   std::optional<Fraction> Exact(const Number& sum) const;
 

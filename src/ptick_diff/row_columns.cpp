@@ -93,11 +93,11 @@ class Columns {
   void AddText(const char* heading, Text text) { AddTexts(heading, Align::kLeft, std::move(text)); }
 
   void AddFigure(const char* old_heading, const char* new_heading, CommandFigure figure) {
-    AddNumber(old_heading, [this_ = &comparison_, figure](const Row& row) {
-      return FigureText(this_->OldFigure(row, figure));
+    AddNumber(old_heading, [comparison = &comparison_, figure](const Row& row) {
+      return FigureText(comparison->OldFigure(row, figure));
     });
-    AddNumber(new_heading, [this_ = &comparison_, figure](const Row& row) {
-      return FigureText(this_->NewFigure(row, figure));
+    AddNumber(new_heading, [comparison = &comparison_, figure](const Row& row) {
+      return FigureText(comparison->NewFigure(row, figure));
     });
   }
 
