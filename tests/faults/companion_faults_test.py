@@ -55,9 +55,14 @@ FORMS = {
     "difference to a file": Form("ptick-diff", ["--json", "-o", RESULT, "run1", "run1", "--vs", "run2"]),
     "difference of sources": Form(
         "ptick-diff", ["--all", "--old-source=src", "--new-source=new", "run1", "run2"], True),
+    "export": Form("ptick-export", ["--to=json", "run1", "run2"]),
+    "export to a file": Form("ptick-export", ["--to=pprof", "-o", RESULT, "run1"]),
+    "export in time": Form("ptick-export", ["--to=speedscope", "run1"]),
+    "export of calls": Form("ptick-export", ["--to=callgrind", "-o", RESULT, "run1"]),
+    "export of a table": Form("ptick-export", ["--to=csv", "--table=commands", "run1"]),
 }  # fmt: skip
-FILE_FORMS = ("merge to a file", "annotation to a file", "difference to a file")
-PIPE_FORMS = ("merge", "annotation", "difference")
+FILE_FORMS = ("merge to a file", "annotation to a file", "difference to a file", "export to a file")
+PIPE_FORMS = ("merge", "annotation", "difference", "export")
 
 # As in faults_test.py.
 Fault = collections.namedtuple("Fault", "kind error then harmless quick")
