@@ -20,7 +20,8 @@ from support.companions import CompanionTest, path_of  # noqa: E402
 from support.program import SOURCE_DIR  # noqa: E402
 
 RUN = os.path.join(SOURCE_DIR, "examples", "orders", "run1")
-SOURCES = [os.path.join(SOURCE_DIR, "examples", "orders", name) for name in ("src", "lib")]
+# From the folder of a test: pictures show these paths.
+SOURCES = ["examples/orders/src", "examples/orders/lib"]
 # Names that mean something to formats or shells, alike in text or odd.
 HOSTILE = (
     b"PROFILE:hertz\t3\n"
@@ -45,6 +46,7 @@ class ViewersTest(CompanionTest):
     def setUp(self):
         super().setUp()
         self.write("hostile", HOSTILE)
+        os.symlink(os.path.join(SOURCE_DIR, "examples"), os.path.join(self.folder, "examples"))
         profile = LiteralProfile(read(RUN))
         self.sums = {(program.decode(), line): ticks
                      for (program, line), ticks in profile.sums(numbered=True).items()}  # fmt: skip
@@ -84,8 +86,8 @@ class ViewersTest(CompanionTest):
         out, err = self.output("callgrind_annotate", "--threshold=100", self.export("callgrind", RUN, *options))
         self.assertEqual("", err)
         for (program, line), ticks in self.hottest:
-            [path] = [os.path.join(folder, program) for folder in SOURCES
-                      if os.path.exists(os.path.join(folder, program))]  # fmt: skip
+            paths = [os.path.join(self.folder, folder, program) for folder in SOURCES]
+            [path] = filter(os.path.exists, paths)
             text = read(path).decode().split("\n")[line - 1]
             self.assertRegex(out, rf"(?m)^ *{ticks:,} \( *[\d.]+%\)  {re.escape(text)}$")
 
@@ -128,6 +130,10 @@ class ViewersTest(CompanionTest):
             for x, y in ((190, 176), (717, 99)):
                 self.output("xdotool", "mousemove", str(x), str(y), "click", "1", environment=environment)
                 time.sleep(1)
+            # Down to the hottest line, past the path of the source.
+            self.output("xdotool", "mousemove", "600", "250", "click", "--repeat", "14", "5",
+                        environment=environment)  # fmt: skip
+            time.sleep(1)
             picture = self.picture("kcachegrind.png")
             self.output("import", "-window", "root", "-colors", "64", f"png8:{picture}", environment=environment)
             self.assertGreater(os.path.getsize(picture), 10_000)
