@@ -72,8 +72,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   const TextForm form = {.to_terminal = input.TakeFlag(), .columns = input.TakeByte() + 1U};
   ptick::MemoryPlatform platform;
-  platform.files["src"]["A"].text = input.TakeUpTo('\0');
-  platform.files["src"]["B"].text = platform.files["src"]["A"].text.substr(size / 3 % 7);
+  const std::string source = input.TakeUpTo('\0');
+  platform.files["src"]["A"].text = source;
+  platform.files["src"]["B"].text = source.substr(std::min(source.size(), size % 7));
   const std::string profile = input.TakeRest();
 
   ptick::ProfileTables tables;
