@@ -215,13 +215,10 @@ TEST(Floors, AreDownwards) {
       {"platform/linux/terminal.cpp", "companion/linux/terminal.h", false},
       {"ptick/driver.cpp", "companion/table.h", false},
       {"ptick_merge/main.cpp", "companion/linux/program.h", true},
-      {"ptick_merge/name_list.cpp", "companion/linux/inputs.h", false},
       {"ptick_export/main.cpp", "companion/linux/program.h", true},
       {"ptick_export/formats/folded.cpp", "companion/linux/program.h", false},
       {"ptick_export/facts/line_sums.cpp", "companion/utf8.h", false},
       {"ptick_view/main.cpp", "companion/linux/program.h", true},
-      {"ptick_view/baseline_part.cpp", "compare/comparison.h", true},
-      {"ptick_view/document.cpp", "companion/linux/program.h", false},
       {"ptick/driver.cpp", "usage.h", false},
       {"elsewhere/new.cpp", "value/value.h", false},
   };
