@@ -143,12 +143,12 @@ void LineSums::OrderPrograms() {
   for (std::size_t row = 0; row < rows_.size();) {
     Program program;
     program.id = rows_[row].program;
-    program.begin = row;
+    program.begin_ = row;
     RunningSum sum;
     for (; row < rows_.size() && rows_[row].program == program.id; ++row) {
       sum.Add(Value(LineAt(row).ticks));
     }
-    program.end = row;
+    program.end_ = row;
     program.ticks = sum.Total().AsNumber();
     programs_.push_back(program);
   }

@@ -55,8 +55,8 @@ class LineSums {
 
    private:
     friend class LineSums;
-    std::size_t begin = 0;
-    std::size_t end = 0;
+    std::size_t begin_ = 0;
+    std::size_t end_ = 0;
   };
 
   struct Line {
@@ -74,7 +74,7 @@ class LineSums {
   /// Calls `visit` with each line of a program.
   template <typename Visit>
   void ForEachLine(const Program& program, Visit visit) const {
-    for (std::size_t row = program.begin; row < program.end; ++row) {
+    for (std::size_t row = program.begin_; row < program.end_; ++row) {
       visit(LineAt(row));
     }
   }
