@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "companion/messages.h"
-#include "ptick_export/formats/export_job.h"
 #include "profile/tables/profile_tables.h"
+#include "ptick_export/formats/export_job.h"
 
 namespace ptick::exports::testing {
 
