@@ -10,4 +10,4 @@ add_custom_command(OUTPUT ${ptick_page}
 ptick_companion_program(ptick-view ptick_view ptick_compare ptick-export-parts)
 set_source_files_properties(${PROJECT_SOURCE_DIR}/src/ptick_view/page.cpp PROPERTIES
   COMPILE_DEFINITIONS PTICK_VIEW_PAGE="${ptick_page}" OBJECT_DEPENDS ${ptick_page})
-target_compile_definitions(ptick-view PRIVATE PTICK_VERSION="${PROJECT_VERSION}")
+target_compile_definitions(ptick-view-parts PUBLIC PTICK_VERSION="${PROJECT_VERSION}")

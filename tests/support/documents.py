@@ -64,13 +64,14 @@ def outputs(commands, folder, environment):
 
 
 def pattern(printed):
-    """Matches what is shown: a line "..." is any number of lines, blanks at the ends are not shown."""
+    """Matches what is shown: a line "..." is any number of lines, blanks at the ends and the
+    CR of a line end are not shown."""
     lines = []
     for line in printed.splitlines():
         if line == "...":
             lines.append(r"(?:.*\n)*?")
         else:
-            lines.append(re.escape(line.rstrip()) + r" *\n")
+            lines.append(re.escape(line.rstrip()) + r" *\r?\n")
     return r"\A" + "".join(lines) + r"\Z"
 
 
