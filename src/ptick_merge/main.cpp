@@ -1,4 +1,5 @@
 // ptick-merge: many profiles as one.
+#include <algorithm>
 #include <cstdint>
 #include <memory_resource>
 #include <optional>
@@ -11,6 +12,7 @@
 #include "companion/linux/program.h"
 #include "companion/usage_error.h"
 #include "platform/linux/large_pages.h"
+#include "platform/linux/processors.h"
 #include "profile/tables/record_types.h"
 #include "ptick_merge/merge_inputs.h"
 #include "ptick_merge/name_list.h"
@@ -18,6 +20,9 @@
 
 namespace ptick::companion {
 namespace {
+
+// More of them would wait for each other, and all take memory.
+constexpr unsigned kMostThreads = 32;
 
 struct MergeOptions {
   /// All that were given: a second list is refused, never passed over.
@@ -108,7 +113,10 @@ void Write(ProfileMerge merge, const std::optional<std::string>& program, Result
 GoodMerge MergeNames(const NameList& names, bool keeps_going, std::pmr::memory_resource* memory,
                      Session& session) {
   Progress progress(session.GetStatusLine(), [&names] { return BytesOfNames(names); });
-  const MergeTools tools{.open = OpenInput, .progress = progress, .memory = memory};
+  const MergeTools tools{.open = OpenInput,
+                         .progress = progress,
+                         .memory = memory,
+                         .threads = {.threads = std::min(CountProcessors(), kMostThreads)}};
   return keeps_going ? MergeGood(names, tools, session.GetMessages())
                      : GoodMerge{.merge = MergeAll(names, tools)};
 }

@@ -32,9 +32,7 @@ ProfileMerge MergeAll(const NameList& names, const MergeTools& tools) {
   const ProfileInputs inputs(tools.open, tools.progress);
   ProfileMerge merge(tools.memory);
   NameList::Walk walk(names);
-  while (const std::optional<std::string> name = walk.Next()) {
-    inputs.Merge(*name, merge);
-  }
+  inputs.Merge([&walk] { return walk.Next(); }, tools.threads, merge);
   return merge;
 }
 

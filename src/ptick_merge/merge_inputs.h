@@ -7,6 +7,7 @@
 #include "companion/inputs/profile_inputs.h"
 #include "companion/messages.h"
 #include "companion/progress.h"
+#include "parallel/thread_plan.h"
 #include "profile/merge/profile_merge.h"
 #include "ptick_merge/name_list.h"
 
@@ -18,6 +19,7 @@ struct MergeTools {
   Progress& progress;
   /// For tables; outlives the merge.
   std::pmr::memory_resource* memory;
+  ThreadPlan threads = {};
 };
 
 /// Merges all inputs, in their order, one open at a time. Throws Trouble at the first one that
@@ -31,7 +33,8 @@ struct GoodMerge {
 };
 
 /// The same of those inputs that are good; each other one is told and left out whole. Throws
-/// Trouble when none is left.
+/// Trouble when none is left. On one thread: before the end of an input nobody knows whether its
+/// lines count.
 GoodMerge MergeGood(const NameList& names, const MergeTools& tools, Messages& messages);
 
 }  // namespace ptick::companion

@@ -57,12 +57,16 @@ class WatchedReader final : public RecordReader {
 
 }  // namespace
 
-InputLines::InputLines(std::unique_ptr<RecordReader> reader, std::string name, Progress& progress)
+InputLines::InputLines(std::unique_ptr<RecordReader> reader, std::string name, Progress& progress,
+                       std::size_t block_size)
     : name_(std::move(name)),
-      blocks_(std::make_unique<WatchedReader>(std::move(reader), progress, marks_)) {}
+      blocks_(std::make_unique<WatchedReader>(std::move(reader), progress, marks_), block_size) {}
 
-std::string_view InputLines::Next() {
-  const std::string_view block = blocks_.Next();
+std::string_view InputLines::Next() { return Took(blocks_.Next()); }
+
+std::string_view InputLines::NextInto(ByteBuffer& block) { return Took(blocks_.NextInto(block)); }
+
+std::string_view InputLines::Took(std::string_view block) {
   if (block.empty() && blocks_.Failed()) {
     throw Trouble(name_, blocks_.Error());
   }

@@ -1,5 +1,6 @@
 #include "companion/inputs/profile_inputs.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -8,8 +9,8 @@
 #include "companion/inputs/input_lines.h"
 #include "companion/problem.h"
 #include "profile/parse/record_parser.h"
-#include "profile/parse/unknown_record.h"
 #include "profile/profile_loader.h"
+#include "value/byte_buffer.h"
 
 namespace ptick::companion {
 namespace {
@@ -61,15 +62,22 @@ void ProfileInputs::ReadRun(const std::string& name, const ReadOptions& options,
   tables.ProfileName = InputName(name);
 }
 
-void ProfileInputs::Merge(const std::string& name, ProfileMerge& merge) const {
-  InputLines lines(open_(name), InputName(name), progress_);
-  std::uint64_t count = 0;
-  for (std::string_view block = lines.Next(); !block.empty(); block = lines.Next()) {
-    if (FindUnknownRecord(block, count)) {
-      throw lines.UnknownRecordIn(block, count + 1);
+void ProfileInputs::Merge(const NextName& next_name, const ThreadPlan& threads,
+                          ProfileMerge& merge) const {
+  CheckedBlocks blocks(next_name, open_, progress_, threads.merge_block_size);
+  std::size_t merged = 0;
+  // Small files take longer to open than to merge: nobody would have to do.
+  for (bool is_worth_it = false; !is_worth_it;) {
+    const std::string_view block = blocks.Next();
+    if (block.empty()) {
+      return;
     }
     merge.AddLines(block);
+    merged += block.size();
+    is_worth_it = threads.threads > 1 && merged >= threads.bytes_alone &&
+                  block.size() >= threads.merge_block_size / 4;
   }
+  merge.AddBlocks([&blocks](ByteBuffer& block) { return blocks.NextInto(block); }, threads.threads);
 }
 
 void ProfileInputs::Read(const std::vector<std::string>& names, const ReadOptions& options,
@@ -82,9 +90,11 @@ void ProfileInputs::Read(const std::vector<std::string>& names, const ReadOption
     return;
   }
   MergedProfile merged{ProfileMerge(options.table_memory), InputName(names.front()), false};
-  for (const std::string& name : names) {
-    Merge(name, merged.merge);
-  }
+  auto next = names.begin();
+  const auto next_name = [&] {
+    return next == names.end() ? std::nullopt : std::optional<std::string>(*next++);
+  };
+  Merge(next_name, options.threads, merged.merge);
   ReadMerged(std::move(merged), options, tables);
 }
 

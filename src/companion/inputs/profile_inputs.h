@@ -2,21 +2,19 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "companion/inputs/checked_blocks.h"
+#include "companion/inputs/input_opener.h"
 #include "companion/progress.h"
-#include "platform/record_file.h"
+#include "parallel/thread_plan.h"
 #include "profile/merge/profile_merge.h"
 #include "profile/parse/read_options.h"
 #include "profile/tables/profile_tables.h"
 
 namespace ptick::companion {
-
-/// Opens an input by the name that its user typed; throws Trouble. OpenInput in
-/// companion/linux/inputs.h is one.
-using InputOpener = std::function<std::unique_ptr<RecordReader>(const std::string& name)>;
 
 /// Is shown the tables of one profile.
 using RunVisitor = std::function<void(const ProfileTables& run)>;
@@ -44,8 +42,10 @@ class ProfileInputs {
   void ReadEach(const std::vector<std::string>& names, const ReadOptions& options,
                 ProfileTables& tables, const RunVisitor& visit) const;
 
-  /// Takes the lines of a profile into a merge; where that throws, it has taken some of them.
-  void Merge(const std::string& name, ProfileMerge& merge) const;
+  /// Takes the lines of all profiles into an empty merge, on as many threads as are worth it; where
+  /// that throws, it has taken some of them. Any of the threads asks for names and opens inputs,
+  /// one at a time.
+  void Merge(const NextName& next_name, const ThreadPlan& threads, ProfileMerge& merge) const;
 
  private:
   /// Takes its lines into `merge` as well, where there is one.

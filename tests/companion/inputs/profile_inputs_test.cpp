@@ -7,6 +7,8 @@
 #include <cerrno>
 #include <cstddef>
 #include <map>
+#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -154,6 +156,45 @@ TEST_F(ProfileInputsTest, OpensOneAtATime) {
   texts["bad"] = Records({"bogus"});
   EXPECT_NE(TroubleOf({"bad", "never"}), "");
   EXPECT_EQ(opened, std::vector<std::string>{"bad"});
+}
+
+// The same merge and the same trouble, whoever reads.
+TEST_F(ProfileInputsTest, MergesOnSeveralThreads) {
+  std::vector<std::string> names;
+  for (int run = 0; run < 40; ++run) {
+    names.push_back("run" + std::to_string(run));
+    for (int line = 0; line < 300; ++line) {
+      texts[names.back()] +=
+          Records({"trace|P" + std::to_string(line % 7) + "|" + std::to_string(line * run % 50) +
+                   "|" + std::to_string(line)});
+    }
+  }
+  piece = 100000;
+  const auto lines_with = [&](const ThreadPlan& threads) {
+    ProfileMerge merge;
+    auto next = names.begin();
+    Inputs().Merge(
+        [&] { return next == names.end() ? std::nullopt : std::optional<std::string>(*next++); },
+        threads, merge);
+    return ptick::testing::LinesOf(merge);
+  };
+  const std::string want = lines_with({.threads = 1});
+  EXPECT_EQ(opened, names);
+  for (const unsigned threads : {2U, 3U, 8U}) {
+    for (const std::size_t block_size : {std::size_t{200}, std::size_t{5000}}) {
+      const ThreadPlan plan = {
+          .threads = threads, .bytes_alone = 1000, .merge_block_size = block_size};
+      EXPECT_EQ(lines_with(plan), want) << threads << " threads, blocks of " << block_size;
+    }
+  }
+  texts["run30"] += "PROFILE:bogus\n";
+  try {
+    lines_with({.threads = 3, .bytes_alone = 1000, .merge_block_size = 200});
+    FAIL() << "merged";
+  } catch (const Trouble& trouble) {
+    EXPECT_EQ(MessageLine("p", trouble.What()),
+              "p: run30: line 301: unknown record type: PROFILE:bogus\n");
+  }
 }
 
 }  // namespace
