@@ -1,4 +1,5 @@
 // ptick-annotate: the source with its ticks beside it.
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <string>
@@ -10,11 +11,15 @@
 #include "companion/linux/program.h"
 #include "companion/usage_error.h"
 #include "platform/linux/large_pages.h"
+#include "platform/linux/processors.h"
 #include "platform/linux/record_files.h"
 #include "ptick_annotate/annotation.h"
 
 namespace ptick::companion {
 namespace {
+
+// More of them would wait for each other, and all take memory.
+constexpr unsigned kMostThreads = 32;
 
 struct Options {
   std::vector<std::string> folders;
