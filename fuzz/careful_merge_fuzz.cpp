@@ -24,7 +24,7 @@ using ptick::fuzz::Require;
 using ptick::fuzz::RequireEqual;
 using ptick::testing::TextRecord;
 
-constexpr int kMostProfiles = 6;
+constexpr int kMaxProfiles = 6;
 constexpr char kFieldMark = '\xfe';
 
 std::string LinesOf(ptick::ProfileMerge merge) {
@@ -87,7 +87,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::size_t piece = std::size_t{1} + input.TakeByte();
   ptick::ProfileMerge good;
   ptick::companion::testing::NoProgress progress;
-  for (int profile = 0; profile < kMostProfiles && !input.Empty(); ++profile) {
+  for (int profile = 0; profile < kMaxProfiles && !input.Empty(); ++profile) {
     const bool fails = input.TakeBetween(0, 9) == 0;
     const std::string text = input.TakeUpTo('\0');
     const auto end = fails ? TextRecord::End::kFails : TextRecord::End::kReached;

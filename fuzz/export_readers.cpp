@@ -12,6 +12,7 @@
 #include "fuzz/require.h"
 
 namespace ptick::fuzz {
+
 namespace {
 
 using nlohmann::json;

@@ -19,7 +19,7 @@ namespace {
 using ptick::fuzz::Require;
 using ptick::fuzz::RequireEqual;
 
-constexpr std::size_t kMostProfiles = 6;
+constexpr std::size_t kMaxProfiles = 6;
 
 std::string MergedText(const std::vector<std::string>& texts, std::size_t block_size) {
   ptick::MemoryPlatform platform;
@@ -47,7 +47,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   options.PerProgram = input.TakeFlag();
   const std::size_t block_size = std::size_t{1} + input.TakeByte();
   std::vector<std::string> texts;
-  while (texts.size() < kMostProfiles && (texts.size() < 2 || !input.Empty())) {
+  while (texts.size() < kMaxProfiles && (texts.size() < 2 || !input.Empty())) {
     texts.push_back(input.TakeUpTo('\0'));
   }
 

@@ -57,7 +57,7 @@ void CheckMonitorOff() {
 
 void CheckReply(int result) {
   const std::string packet = ReplyPacket(result);
-  Require(packet.size() <= kLargestReply, "a reply fits a reply's size");
+  Require(packet.size() <= kMaxReply, "a reply fits a reply's size");
   Require(ParseReply(packet) == result, "a reply carries its result");
 }
 
@@ -74,7 +74,7 @@ void CheckAnyReply(const std::string& packet) {
 void CheckSocketNames(std::int64_t port, const std::string& any_name) {
   Require(ParseSocketName(SocketName(port)) == port, "a socket name is read as its port");
   if (const std::optional<std::int64_t> named = ParseSocketName(any_name)) {
-    Require(*named >= 0 && *named <= kHighestPort, "a socket name names a port");
+    Require(*named >= 0 && *named <= kMaxPort, "a socket name names a port");
     RequireEqual(any_name, SocketName(*named), "a port has one socket name");
   }
 }

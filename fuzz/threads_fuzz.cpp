@@ -15,7 +15,7 @@ namespace {
 
 using ptick::fuzz::RequireEqual;
 
-constexpr std::size_t kMostProfiles = 4;
+constexpr std::size_t kMaxProfiles = 4;
 
 constexpr std::array<std::string_view, 10> kOptions = {"-",  "-n",  "-nu", "-nui",   "-i",
                                                        "-a", "-pv", "-Av", "-kkeys", "-nfsrc"};
@@ -38,7 +38,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       profile.fails_after = profile.text.size() / 2;
     }
     run.profiles.push_back(profile);
-  } while (run.profiles.size() < kMostProfiles && !input.Empty());
+  } while (run.profiles.size() < kMaxProfiles && !input.Empty());
   RequireEqual("", ptick::model::ThreadsDifference(run, plan),
                "threads do not change what is left");
   return 0;

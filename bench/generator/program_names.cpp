@@ -18,13 +18,13 @@ constexpr std::array<std::string_view, 16> kStems = {
 }  // namespace
 
 std::vector<std::string> ProgramNames(std::uint32_t count) {
-  constexpr std::size_t kLeastDigits = 3;
+  constexpr std::size_t kMinDigits = 3;
   std::vector<std::string> names;
   names.reserve(count);
   for (std::size_t i = 0; i < count; ++i) {
     const std::string number = std::to_string(i / kStems.size() + 1);
     names.emplace_back(kStems.at(i % kStems.size()));
-    names.back().append(".").append(kLeastDigits - std::min(kLeastDigits, number.size()), '0');
+    names.back().append(".").append(kMinDigits - std::min(kMinDigits, number.size()), '0');
     names.back() += number;
   }
   return names;

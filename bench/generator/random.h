@@ -19,9 +19,9 @@ class Random {
 
   /// 1 to 99999, Zipf-like: x or more comes with a chance of 1 in x.
   std::uint32_t Zipf() {
-    constexpr std::uint64_t kMost = 99999;
+    constexpr std::uint64_t kMax = 99999;
     const std::uint64_t divisor = (Next() >> 32U) + 1;
-    return static_cast<std::uint32_t>(std::min((std::uint64_t{1} << 32U) / divisor, kMost));
+    return static_cast<std::uint32_t>(std::min((std::uint64_t{1} << 32U) / divisor, kMax));
   }
 
   /// Spreads the bits of a number evenly over the word.

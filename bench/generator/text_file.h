@@ -23,10 +23,10 @@ class TextFile {
 
   /// Decimal digits.
   TextFile& Put(std::unsigned_integral auto number) {
-    constexpr std::size_t kMostDigits = 20;
-    Reserve(kMostDigits);
+    constexpr std::size_t kMaxDigits = 20;
+    Reserve(kMaxDigits);
     char* const at = buffer_.data() + used_;
-    used_ += static_cast<std::size_t>(std::to_chars(at, at + kMostDigits, number).ptr - at);
+    used_ += static_cast<std::size_t>(std::to_chars(at, at + kMaxDigits, number).ptr - at);
     return *this;
   }
 

@@ -85,13 +85,13 @@ std::uint32_t PlainProfile::NumberOf(std::string_view name) {
 }
 
 void PlainProfile::Order(bool per_program) {
-  constexpr std::uint32_t kMostCounters = 1U << 22U;
+  constexpr std::uint32_t kMaxCounters = 1U << 22U;
   std::uint32_t most = 0;
   for (const PlainEntry& entry : entries_) {
     most = std::max(most, entry.ticks);
   }
   std::reverse(entries_.begin(), entries_.end());
-  if (most < kMostCounters) {
+  if (most < kMaxCounters) {
     SortByKey(entries_, std::size_t{most} + 1,
               [most](const PlainEntry& entry) { return most - entry.ticks; });
   } else {

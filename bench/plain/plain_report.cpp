@@ -29,8 +29,8 @@ constexpr std::size_t kRowWidth = 43;
 constexpr std::size_t kBufferSize = std::size_t{1} << 20U;
 
 char* PutNumber(std::uint64_t number, char* at) {
-  constexpr std::size_t kMostDigits = 20;
-  return std::to_chars(at, at + kMostDigits, number).ptr;
+  constexpr std::size_t kMaxDigits = 20;
+  return std::to_chars(at, at + kMaxDigits, number).ptr;
 }
 
 // Hundredths as a plain number: 12.5 for 1250.

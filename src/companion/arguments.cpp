@@ -13,6 +13,7 @@
 #include "companion/usage_error.h"
 
 namespace ptick::companion {
+
 namespace {
 
 constexpr char kMark = '\0';

@@ -6,6 +6,7 @@
 #include "companion/arguments.h"
 
 namespace ptick::companion {
+
 namespace {
 
 std::string Quoted(std::string_view text) { return "'" + std::string(text) + "'"; }

@@ -4,6 +4,7 @@
 #include "output/utf8.h"
 
 namespace ptick::companion {
+
 namespace {
 
 struct Step {

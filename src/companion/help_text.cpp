@@ -4,6 +4,7 @@
 #include <string_view>
 
 namespace ptick::companion {
+
 namespace {
 
 constexpr std::size_t kColumns = 79;

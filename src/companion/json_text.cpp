@@ -9,6 +9,7 @@
 #include "output/utf8.h"
 
 namespace ptick::companion {
+
 namespace {
 
 // What follows the backslash in the short escape of an ASCII character, 0 where it has none.

@@ -6,6 +6,7 @@
 #include "companion/json_text.h"
 
 namespace ptick::companion {
+
 namespace {
 
 constexpr std::size_t kBufferSize = std::size_t{1} << 16;

@@ -9,6 +9,7 @@
 #include "companion/number_text.h"
 
 namespace ptick::companion {
+
 namespace {
 
 constexpr auto kBeforeFirst = std::chrono::seconds(1);

@@ -6,10 +6,11 @@
 #include "companion/display_width.h"
 
 namespace ptick::companion {
+
 namespace {
 
 constexpr std::size_t kGap = 2;
-constexpr std::size_t kLeastWidth = 8;
+constexpr std::size_t kMinWidth = 8;
 
 class TablePrinter {
  public:
@@ -71,7 +72,7 @@ class TablePrinter {
     while (all > room) {
       std::size_t* widest = nullptr;
       for (std::size_t i = 0; i < widths_.size(); ++i) {
-        const std::size_t least = std::max(kLeastWidth, DisplayWidth(columns_[i].heading));
+        const std::size_t least = std::max(kMinWidth, DisplayWidth(columns_[i].heading));
         if (columns_[i].gives_way && widths_[i] > least &&
             (widest == nullptr || widths_[i] > *widest)) {
           widest = &widths_[i];

@@ -18,13 +18,13 @@ bool UsesColor(ColorWhen when, const ColorSigns& signs) {
 }
 
 std::size_t TerminalColumns(const char* columns, std::optional<std::size_t> terminal) {
-  constexpr std::size_t kMost = 32767;
+  constexpr std::size_t kMax = 32767;
   constexpr std::size_t kUsual = 80;
   if (columns != nullptr) {
     const char* end = columns + std::strlen(columns);
     std::size_t wanted = 0;
     const auto [stop, error] = std::from_chars(columns, end, wanted);
-    if (error == std::errc() && stop == end && wanted >= 1 && wanted <= kMost) {
+    if (error == std::errc() && stop == end && wanted >= 1 && wanted <= kMax) {
       return wanted;
     }
   }

@@ -6,6 +6,7 @@
 #include "companion/utf8.h"
 
 namespace ptick::companion {
+
 namespace {
 
 constexpr std::size_t kTabStop = 8;

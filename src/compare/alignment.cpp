@@ -77,10 +77,10 @@ class Aligner {
   // windows only. About a tenth of a second.
   static constexpr std::size_t kSteps = 2'000'000;
   // The largest piece that is compared as a whole: old lines times new lines.
-  static constexpr std::size_t kLargestPiece = 1'000'000;
+  static constexpr std::size_t kMaxPiece = 1'000'000;
   static constexpr std::size_t kWindow = 160;
   // How often a piece is divided at lines that it has once.
-  static constexpr int kMostDivisions = 8;
+  static constexpr int kMaxDivisions = 8;
 
   void AlignRange(Place begin, Place end, int divisions);
   void Divide(Place begin, Place end, int divisions);
@@ -124,9 +124,9 @@ void Aligner::AlignRange(Place begin, Place end, int divisions) {
   if (old_lines == 0 || new_lines == 0) {
     return;
   }
-  if (old_lines <= kLargestPiece / new_lines && steps_ < kSteps) {
+  if (old_lines <= kMaxPiece / new_lines && steps_ < kSteps) {
     Compare(begin, end);
-  } else if (divisions < kMostDivisions) {
+  } else if (divisions < kMaxDivisions) {
     Divide(begin, end, divisions);
   } else {
     AlignWindows(begin, end);
@@ -168,7 +168,7 @@ void Aligner::AlignWindows(Place begin, Place end) {
 
 void Aligner::Compare(Place begin, Place end) {
   const LineDifference difference =
-      CompareLines(OldLines(begin, end), NewLines(begin, end), kLargestPiece);
+      CompareLines(OldLines(begin, end), NewLines(begin, end), kMaxPiece);
   steps_ += difference.steps;
   for (const LinePair& pair : difference.common) {
     Join({begin.old_line + pair.old_line, begin.new_line + pair.new_line});

@@ -14,7 +14,7 @@ namespace ptick {
 
 namespace {
 
-constexpr int kGreatestStatus = 255;
+constexpr int kMaxStatus = 255;
 
 std::string Word(const ControlCall& call, std::int64_t n) {
   return Field(call.control_text, ' ', n).text;
@@ -31,7 +31,7 @@ int ReportResult(int result_code, Output& output) {
     return kSuccess;
   }
   output.PrintLine("ptick: Error number " + std::to_string(result_code) + " executing command");
-  return result_code > 0 && result_code < kGreatestStatus ? result_code : kGreatestStatus;
+  return result_code > 0 && result_code < kMaxStatus ? result_code : kMaxStatus;
 }
 
 }  // namespace

@@ -21,7 +21,7 @@ namespace {
 constexpr std::string_view kProgramName = "ptick";
 
 // More of them would wait for each other, and all take memory.
-constexpr unsigned kMostThreads = 32;
+constexpr unsigned kMaxThreads = 32;
 
 int RunSteps(Platform& platform, const ThreadPlan& threads, Output& output) {
   const std::vector<std::string> arguments = CommandArguments(platform.CommandLine());
@@ -79,7 +79,7 @@ int StopOutOfMemory(Platform& platform, Output& output) {
 }  // namespace
 
 int RunPtick(Platform& platform) {
-  return RunPtick(platform, {.threads = std::min(platform.Processors(), kMostThreads)});
+  return RunPtick(platform, {.threads = std::min(platform.Processors(), kMaxThreads)});
 }
 
 int RunPtick(Platform& platform, const ThreadPlan& threads) {

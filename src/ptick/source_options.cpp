@@ -17,7 +17,7 @@ namespace ptick {
 namespace {
 
 // No path of the system is longer.
-constexpr std::size_t kLongestName = 4096;
+constexpr std::size_t kMaxName = 4096;
 
 /// The fields of a list, or as many as show that it has more than `most`. A list of nothing but a
 /// line end is as empty as one without it: a first field is never too many to read on.
@@ -25,7 +25,7 @@ RecordText ReadList(std::string_view path, std::size_t most, Platform& platform,
   ReadProblem problem;
   if (const std::unique_ptr<RecordReader> record = OpenNamedRecord(path, platform, problem)) {
     const TextLimits limits{.fields = std::max<std::size_t>(most, 1),
-                            .bytes = kSourceFileLimit * kLongestName};
+                            .bytes = kSourceFileLimit * kMaxName};
     if (std::optional<RecordText> list = ReadRecordText(*record, limits, &problem.error)) {
       const bool is_empty = list->FieldCount() == 1 && list->ReadField(1)->empty();
       return is_empty ? RecordText() : *std::move(list);

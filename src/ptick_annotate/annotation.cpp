@@ -15,6 +15,7 @@
 #include "ptick_annotate/excerpt_table.h"
 
 namespace ptick::companion {
+
 namespace {
 
 RunningSum SumOf(const TickTable& entries) {

@@ -12,6 +12,7 @@
 #include "companion/table.h"
 
 namespace ptick::companion {
+
 namespace {
 
 constexpr std::size_t kTabStop = 8;

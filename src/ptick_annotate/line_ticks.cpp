@@ -6,6 +6,7 @@
 #include "records/line_number.h"
 
 namespace ptick::companion {
+
 namespace {
 
 // Puts the ticks of equal lines together. `lines` become ascending.

@@ -16,10 +16,11 @@
 #include "ptick_annotate/annotation.h"
 
 namespace ptick::companion {
+
 namespace {
 
 // More of them would wait for each other, and all take memory.
-constexpr unsigned kMostThreads = 32;
+constexpr unsigned kMaxThreads = 32;
 
 struct Options {
   std::vector<std::string> folders;
@@ -78,6 +79,7 @@ ExitStatus Annotate(Options& options, Session& session) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion
 
 int main(int argc, char** argv) {

@@ -9,10 +9,11 @@
 #include "records/line_finder.h"
 
 namespace ptick::companion {
+
 namespace {
 
 // Of a source with more lines the rest is never shown.
-constexpr std::uint64_t kMostLines = std::numeric_limits<std::uint32_t>::max() - 1;
+constexpr std::uint64_t kMaxLines = std::numeric_limits<std::uint32_t>::max() - 1;
 
 /// The lines that are shown of a source of `count` lines.
 std::vector<std::uint32_t> ShownLines(std::span<const LineTicks> ticks, std::uint32_t count,
@@ -74,7 +75,7 @@ std::optional<SourceExcerpt> SourceExcerpt::Find(std::string_view program,
     }
     SourceExcerpt excerpt;
     excerpt.path_ = SourcePath(folder, program);
-    excerpt.source_lines_ = static_cast<std::uint32_t>(std::min(*count, kMostLines));
+    excerpt.source_lines_ = static_cast<std::uint32_t>(std::min(*count, kMaxLines));
     excerpt.lines_ = ShownLines(ticks, excerpt.source_lines_, options);
     const std::unique_ptr<RecordReader> source = folder.file->OpenRegularRecord(program);
     if (!source) {

@@ -19,6 +19,7 @@
 #include "ptick_export/formats/format_table.h"
 
 namespace ptick::exports {
+
 namespace {
 
 using companion::CommandLine;
@@ -120,6 +121,7 @@ ExitStatus Export(const ExportOptions& options, Session& session) {
 }
 
 }  // namespace
+
 }  // namespace ptick::exports
 
 int main(int argc, char** argv) {

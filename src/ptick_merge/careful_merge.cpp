@@ -9,6 +9,7 @@
 #include "records/line_blocks.h"
 
 namespace ptick::companion {
+
 namespace {
 
 // About what a key takes with its value and its places in the index.

@@ -19,10 +19,11 @@
 #include "value/dynamic_array.h"
 
 namespace ptick::companion {
+
 namespace {
 
 // More of them would wait for each other, and all take memory.
-constexpr unsigned kMostThreads = 32;
+constexpr unsigned kMaxThreads = 32;
 
 struct MergeOptions {
   /// All that were given: a second list is refused, never passed over.
@@ -116,7 +117,7 @@ GoodMerge MergeNames(const NameList& names, bool keeps_going, std::pmr::memory_r
   const MergeTools tools{.open = OpenInput,
                          .progress = progress,
                          .memory = memory,
-                         .threads = {.threads = std::min(CountProcessors(), kMostThreads)}};
+                         .threads = {.threads = std::min(CountProcessors(), kMaxThreads)}};
   return keeps_going ? MergeGood(names, tools, session.GetMessages())
                      : GoodMerge{.merge = MergeAll(names, tools)};
 }
@@ -131,6 +132,7 @@ ExitStatus Merge(const MergeOptions& options, Session& session) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion
 
 int main(int argc, char** argv) {

@@ -12,6 +12,7 @@
 #include "ptick_merge/careful_merge.h"
 
 namespace ptick::companion {
+
 namespace {
 
 std::optional<Problem> TakeInput(const std::string& name, const MergeTools& tools,

@@ -8,6 +8,7 @@
 #include "platform/record_file.h"
 
 namespace ptick::companion {
+
 namespace {
 
 constexpr std::size_t kBlock = std::size_t{64} * 1024;

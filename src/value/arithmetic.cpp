@@ -18,6 +18,7 @@
 #include "value/number_text.h"
 
 namespace ptick {
+
 namespace {
 
 constexpr std::array<std::int64_t, 9> kPowersOfTen = {

@@ -14,6 +14,7 @@
 #include "value/text.h"
 
 namespace ptick {
+
 namespace {
 
 using std::chrono::days;

@@ -13,6 +13,7 @@
 #include <string_view>
 
 namespace ptick {
+
 namespace {
 
 constexpr std::array<char, 3> kMarks = {kFieldMark, kValueMark, kSubValueMark};

@@ -11,6 +11,7 @@
 #include "value/number_text.h"
 
 namespace ptick {
+
 namespace {
 
 /// The mark between the elements of a list that Locate searches.

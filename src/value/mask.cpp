@@ -12,6 +12,7 @@
 #include "value/number_text.h"
 
 namespace ptick {
+
 namespace {
 
 constexpr std::size_t kGroup = 3;

@@ -13,6 +13,7 @@
 #include <variant>
 
 namespace ptick {
+
 namespace {
 
 constexpr int kSignificantDigits = 15;

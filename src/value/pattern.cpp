@@ -12,6 +12,7 @@
 #include <vector>
 
 namespace ptick {
+
 namespace {
 
 /// Whether a place in the text, from 0 to its length, is reached.

@@ -9,6 +9,7 @@
 #include <variant>
 
 namespace ptick {
+
 namespace {
 
 constexpr int kCodes = 256;

@@ -11,6 +11,7 @@
 #include "value/number_text.h"
 
 namespace ptick {
+
 namespace {
 
 /// Finite, and 0 without a sign.

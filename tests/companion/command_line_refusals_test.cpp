@@ -10,6 +10,7 @@
 #include "companion/support/typed_options.h"
 
 namespace ptick::companion {
+
 namespace {
 
 using testing::Check;
@@ -118,4 +119,5 @@ TEST(WholeNumber, SaysItsBounds) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

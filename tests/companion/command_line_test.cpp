@@ -8,6 +8,7 @@
 #include "companion/support/typed_options.h"
 
 namespace ptick::companion {
+
 namespace {
 
 using testing::Check;
@@ -136,4 +137,5 @@ TEST(CommandLine, ChecksAtTheEnd) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

@@ -11,6 +11,7 @@
 #include "companion/utf8.h"
 
 namespace ptick::companion {
+
 namespace {
 
 TEST(CsvWriter, QuotesWhereNeeded) {
@@ -107,4 +108,5 @@ TEST(CsvWriter, IsReadBack) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

@@ -6,6 +6,7 @@
 #include <vector>
 
 namespace ptick::companion {
+
 namespace {
 
 TEST(DisplayWidth, CountsColumns) {
@@ -66,4 +67,5 @@ TEST(DisplayWidth, CutsBetweenCharacters) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

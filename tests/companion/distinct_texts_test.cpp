@@ -11,6 +11,7 @@
 #include "companion/utf8.h"
 
 namespace ptick::companion {
+
 namespace {
 
 TEST(DistinctTexts, MarksTheSecondNameOfAText) {
@@ -62,4 +63,5 @@ TEST(DistinctTexts, AreAsManyAsNames) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

@@ -9,6 +9,7 @@
 #include "companion/support/typed_options.h"
 
 namespace ptick::companion {
+
 namespace {
 
 using testing::Describe;
@@ -66,4 +67,5 @@ paragraph of more than one line.
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

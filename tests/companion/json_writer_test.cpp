@@ -17,6 +17,7 @@
 #include "companion/utf8.h"
 
 namespace ptick::companion {
+
 namespace {
 
 using namespace std::string_view_literals;
@@ -176,4 +177,5 @@ TEST(JsonWriter, HandsOnLongTextsPieceByPiece) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

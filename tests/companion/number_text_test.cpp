@@ -9,9 +9,10 @@
 #include <vector>
 
 namespace ptick::companion {
+
 namespace {
 
-constexpr std::uint64_t kMost = std::numeric_limits<std::uint64_t>::max();
+constexpr std::uint64_t kMax = std::numeric_limits<std::uint64_t>::max();
 
 struct Row {
   std::uint64_t number;
@@ -27,7 +28,7 @@ TEST(NumberText, GroupsThousands) {
       {1204, "1,204"},
       {999'999, "999,999"},
       {1'000'000, "1,000,000"},
-      {kMost, "18,446,744,073,709,551,615"},
+      {kMax, "18,446,744,073,709,551,615"},
   };
   for (const Row& row : rows) {
     EXPECT_EQ(GroupedCount(row.number), row.want);
@@ -51,7 +52,7 @@ TEST(NumberText, ShowsBytesInThreeDigits) {
       {1'999'999'999, "1.99 GB"},
       {1'000'000'000'000, "1.00 TB"},
       {1'000'000'000'000'000, "1.00 PB"},
-      {kMost, "18.4 EB"},
+      {kMax, "18.4 EB"},
   };
   for (const Row& row : rows) {
     EXPECT_EQ(ByteCount(row.number), row.want);
@@ -83,7 +84,7 @@ std::string Appended(T number) {
 TEST(NumberText, IsTheShortestThatReadsBack) {
   EXPECT_EQ(Appended(0), "n=0");
   EXPECT_EQ(Appended(-12), "n=-12");
-  EXPECT_EQ(Appended(kMost), "n=18446744073709551615");
+  EXPECT_EQ(Appended(kMax), "n=18446744073709551615");
   EXPECT_EQ(Appended(std::numeric_limits<std::int64_t>::min()), "n=-9223372036854775808");
   EXPECT_EQ(Appended(2000.5), "n=2000.5");
   EXPECT_EQ(Appended(0.1), "n=0.1");
@@ -98,4 +99,5 @@ TEST(NumberText, IsTheShortestThatReadsBack) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

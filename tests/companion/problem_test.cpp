@@ -8,6 +8,7 @@
 #include <vector>
 
 namespace ptick::companion {
+
 namespace {
 
 TEST(Problem, IsALine) {
@@ -44,4 +45,5 @@ TEST(InputName, IsReadable) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

@@ -11,6 +11,7 @@
 #include <vector>
 
 namespace ptick::companion {
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -152,4 +153,5 @@ TEST(Progress, CountsForSeveralThreads) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

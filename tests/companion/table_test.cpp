@@ -7,6 +7,7 @@
 #include <vector>
 
 namespace ptick::companion {
+
 namespace {
 
 using Rows = std::vector<std::vector<Cell>>;
@@ -124,4 +125,5 @@ TEST(Table, AsksForEachRowTwice) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

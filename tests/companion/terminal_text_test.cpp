@@ -11,6 +11,7 @@
 #include "companion/utf8.h"
 
 namespace ptick::companion {
+
 namespace {
 
 using namespace std::string_view_literals;
@@ -92,4 +93,5 @@ TEST(TerminalText, KeepsAllOtherCharacters) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

@@ -8,6 +8,7 @@
 #include <vector>
 
 namespace ptick::companion {
+
 namespace {
 
 TEST(TextForm, HasColorWhereItIsWanted) {
@@ -65,4 +66,5 @@ TEST(TextForm, HasASequenceForEachStyle) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

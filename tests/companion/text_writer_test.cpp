@@ -7,6 +7,7 @@
 #include <vector>
 
 namespace ptick::companion {
+
 namespace {
 
 constexpr TextForm kPipe = {};
@@ -80,4 +81,5 @@ TEST(TextWriter, ColorsPieces) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

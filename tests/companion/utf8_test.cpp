@@ -9,6 +9,7 @@
 #include "output/utf8.h"
 
 namespace ptick::companion {
+
 namespace {
 
 using namespace std::string_view_literals;
@@ -100,4 +101,5 @@ TEST(Utf8, KnowsHowMuchIsAscii) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

@@ -10,6 +10,7 @@
 #include "profile/ticks/sort_order.h"
 
 namespace ptick {
+
 namespace {
 
 struct Sample {
@@ -94,4 +95,5 @@ TEST(ProgramOrder, KnowsFourDecimalsOfATotal) {
 }
 
 }  // namespace
+
 }  // namespace ptick

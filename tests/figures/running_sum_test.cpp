@@ -9,10 +9,11 @@
 #include <vector>
 
 namespace ptick {
+
 namespace {
 
-constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
-constexpr std::int64_t kLeast = std::numeric_limits<std::int64_t>::min();
+constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
+constexpr std::int64_t kMin = std::numeric_limits<std::int64_t>::min();
 
 TEST(RunningSum, IsNothingAtFirst) { EXPECT_EQ(RunningSum().Total().Text(), "0"); }
 
@@ -25,15 +26,15 @@ TEST(RunningSum, AddsWholeNumbers) {
       {{5}, "5"},
       {{5, 7, -3}, "9"},
       {{-5, 5}, "0"},
-      {{kMost}, "9223372036854775807"},
-      {{kMost, -1, 1}, "9223372036854775807"},
-      {{kLeast}, "-9223372036854775808"},
+      {{kMax}, "9223372036854775807"},
+      {{kMax, -1, 1}, "9223372036854775807"},
+      {{kMin}, "-9223372036854775808"},
       // A sum that has left 64 bits is a floating number from there on.
-      {{kMost, 1}, "9223372036854775808"},
-      {{kMost, kMost}, "18446744073709551616"},
-      {{kMost, kMost, kMost, kMost}, "36893488147419103232"},
-      {{kLeast, -1}, "-9223372036854775808"},
-      {{kLeast, kLeast}, "-18446744073709551616"},
+      {{kMax, 1}, "9223372036854775808"},
+      {{kMax, kMax}, "18446744073709551616"},
+      {{kMax, kMax, kMax, kMax}, "36893488147419103232"},
+      {{kMin, -1}, "-9223372036854775808"},
+      {{kMin, kMin}, "-18446744073709551616"},
   };
   for (const Row& row : rows) {
     RunningSum sum;
@@ -54,7 +55,7 @@ TEST(RunningSum, AddsAnyValues) {
       {{Value("007"), Value("")}, "7"},
       {{Value("abc")}, "0"},
       {{Value("-1"), Value(0.5)}, "-0.5"},
-      {{Value(kMost), Value(1)}, "9223372036854775808"},
+      {{Value(kMax), Value(1)}, "9223372036854775808"},
   };
   for (const Row& row : rows) {
     RunningSum sum;
@@ -94,4 +95,5 @@ TEST(RunningSum, LosesNothingInDecimals) {
 }
 
 }  // namespace
+
 }  // namespace ptick

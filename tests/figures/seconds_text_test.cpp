@@ -14,6 +14,7 @@
 #include "model/random_source.h"
 
 namespace ptick {
+
 namespace {
 
 /// The text with what is written after it cut off; nothing may be written after that.
@@ -153,4 +154,5 @@ TEST(SecondsText, AgreesWithTheValueLayerOnParts) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -7,6 +7,7 @@
 #include <vector>
 
 namespace ptick {
+
 namespace {
 
 struct Call {
@@ -56,4 +57,5 @@ TEST(SubroutineOrder, PutsLargeCountsFirstAndEqualOnesInReverseOrderOfArrival) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -7,6 +7,7 @@
 #include "model/random_fields.h"
 
 namespace ptick::model {
+
 namespace {
 
 // Entries nearly in the opposite of their final order, which keeps the inserts of the model near
@@ -55,4 +56,5 @@ TEST(BigTables, AgreeOnHundredsOfPrograms) {
 }
 
 }  // namespace
+
 }  // namespace ptick::model

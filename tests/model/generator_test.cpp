@@ -13,6 +13,7 @@
 // What the random profiles never contain, no comparison looks at.
 
 namespace ptick::model {
+
 namespace {
 
 /// What a number of random profiles leave in the tables, in all.
@@ -89,4 +90,5 @@ TEST(RandomProfiles, ReachWhatThereIsToCompare) {
 }
 
 }  // namespace
+
 }  // namespace ptick::model

@@ -9,6 +9,7 @@
 #include "model/random_profile.h"
 
 namespace ptick::model {
+
 namespace {
 
 // A profile with lines of many lengths, line ends of both kinds and none at the end.
@@ -56,4 +57,5 @@ TEST(LineSplitting, AgreesOnRandomProfiles) {
 }
 
 }  // namespace
+
 }  // namespace ptick::model

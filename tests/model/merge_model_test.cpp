@@ -7,6 +7,7 @@
 #include "model/random_profile.h"
 
 namespace ptick::model {
+
 namespace {
 
 // The same profile once more with some lines changed, lost or gained: most keys come in the same
@@ -67,4 +68,5 @@ TEST(MergeModel, AgreesWhereTheMergedLinesFillManyBlocks) {
 }
 
 }  // namespace
+
 }  // namespace ptick::model

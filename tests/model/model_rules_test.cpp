@@ -11,6 +11,7 @@
 // hand.
 
 namespace ptick::model {
+
 namespace {
 
 RunOptions PerProgram() {
@@ -147,4 +148,5 @@ TEST(ModelRules, SummaryPutsFrequentCommandsFirst) {
 }
 
 }  // namespace
+
 }  // namespace ptick::model

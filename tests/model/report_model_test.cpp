@@ -8,6 +8,7 @@
 #include "model/random_profile.h"
 
 namespace ptick::model {
+
 namespace {
 
 using Compare = std::function<std::string(const std::string&, const RunOptions&)>;
@@ -84,4 +85,5 @@ TEST(ReportModel, AgreesOnSubroutinesAndPerforms) {
 }
 
 }  // namespace
+
 }  // namespace ptick::model

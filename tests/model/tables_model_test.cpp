@@ -5,6 +5,7 @@
 #include "model/random_profile.h"
 
 namespace ptick::model {
+
 namespace {
 
 TEST(TablesModel, AgreesOnRandomProfiles) {
@@ -19,4 +20,5 @@ TEST(TablesModel, AgreesOnRandomProfiles) {
 }
 
 }  // namespace
+
 }  // namespace ptick::model

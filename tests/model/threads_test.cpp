@@ -13,6 +13,7 @@
 #include "model/threads_difference.h"
 
 namespace ptick::model {
+
 namespace {
 
 constexpr std::array kThreads = {2U, 3U, 8U};
@@ -96,4 +97,5 @@ TEST(Threads, MergeLikeOneThread) {
 }
 
 }  // namespace
+
 }  // namespace ptick::model

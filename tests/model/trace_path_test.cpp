@@ -12,6 +12,7 @@
 // form in what means nothing goes the long way and must arrive as the same entry.
 
 namespace ptick::model {
+
 namespace {
 
 std::string Parsed(const std::string& line, const std::string& next) {
@@ -62,4 +63,5 @@ TEST(TracePaths, LeaveTheSameEntry) {
 }
 
 }  // namespace
+
 }  // namespace ptick::model

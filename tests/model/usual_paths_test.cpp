@@ -16,6 +16,7 @@
 // compares with the model what both ways leave.
 
 namespace ptick::model {
+
 namespace {
 
 // Whatever inputs there are, their pauses and delays are shown, too.
@@ -168,4 +169,5 @@ TEST(UsualPaths, CountTheSameCommands) {
 }
 
 }  // namespace
+
 }  // namespace ptick::model

@@ -12,6 +12,7 @@
 #include "output/character_width_tables.h"
 
 namespace ptick {
+
 namespace {
 
 TEST(CharacterWidth, IsThatOfTheCells) {
@@ -62,4 +63,5 @@ TEST(CharacterWidth, ComesFromTablesThatAscend) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -7,6 +7,7 @@
 #include "support/memory_console.h"
 
 namespace ptick {
+
 namespace {
 
 TEST(Diagnostics, PrintsLinesAsTheyAreAndMessagesUnderTheProgramsName) {
@@ -30,4 +31,5 @@ TEST(Diagnostics, WritesEachLineAtOnce) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -13,6 +13,7 @@
 #include "support/memory_console.h"
 
 namespace ptick {
+
 namespace {
 
 class OutputBufferTest : public ::testing::Test {
@@ -84,4 +85,5 @@ TEST_F(OutputBufferTest, DropsWhatCannotBeWrittenAndSaysSoOnce) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -13,6 +13,7 @@
 #include "support/memory_console.h"
 
 namespace ptick {
+
 namespace {
 
 /// What is printed, and on what terminal.
@@ -294,4 +295,5 @@ TEST(Paging, CountsDiagnosticsOnTheTerminal) {
 }
 
 }  // namespace
+
 }  // namespace ptick

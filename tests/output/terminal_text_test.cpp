@@ -8,6 +8,7 @@
 #include <vector>
 
 namespace ptick {
+
 namespace {
 
 using namespace std::string_literals;
@@ -131,4 +132,5 @@ TEST(RowCount, IsThatOfATerminal) {
 }
 
 }  // namespace
+
 }  // namespace ptick

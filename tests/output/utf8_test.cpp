@@ -9,6 +9,7 @@
 #include <vector>
 
 namespace ptick {
+
 namespace {
 
 using namespace std::string_view_literals;
@@ -84,4 +85,5 @@ TEST(Utf8, LooksNoFurtherThanTheFirstCharacter) {
 }
 
 }  // namespace
+
 }  // namespace ptick

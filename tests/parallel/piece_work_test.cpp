@@ -13,6 +13,7 @@
 #include <vector>
 
 namespace ptick {
+
 namespace {
 
 constexpr std::size_t kNever = ~std::size_t{0};
@@ -162,4 +163,5 @@ TEST(PieceWork, DoesEachNumberOnce) {
 }
 
 }  // namespace
+
 }  // namespace ptick

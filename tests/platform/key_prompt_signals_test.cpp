@@ -13,6 +13,7 @@
 #include "support/terminal_session.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::AwaitEnd;
@@ -171,4 +172,5 @@ TEST(KeyPromptSignals, ThePromptComesAgainAfterAStopThatCouldNotBeSeen) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -17,6 +17,7 @@
 #include "support/terminal_session.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::AwaitEnd;
@@ -136,4 +137,5 @@ TEST(KeyPromptTest, WhatIsNoTerminalGivesItsBytesThenTheEnd) {
 }
 
 }  // namespace
+
 }  // namespace ptick

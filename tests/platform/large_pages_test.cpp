@@ -9,6 +9,7 @@
 #include <vector>
 
 namespace ptick {
+
 namespace {
 
 TEST(LargePages, HoldSmallAndBigTables) {
@@ -45,4 +46,5 @@ TEST(LargePages, AreEqualOnlyToThemselves) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -6,6 +6,7 @@
 #include <cerrno>
 
 namespace ptick {
+
 namespace {
 
 TEST(MemoryPlatformTest, ReadsARecordInBlocksOfTheSetSize) {
@@ -140,4 +141,5 @@ TEST(MemoryPlatformTest, AnswersPortsWithTheirErrorNumber) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -6,6 +6,7 @@
 #include <thread>
 
 namespace ptick {
+
 namespace {
 
 TEST(Processors, AreThoseOfTheAffinity) {
@@ -29,4 +30,5 @@ TEST(Processors, AreThoseOfTheAffinity) {
 }
 
 }  // namespace
+
 }  // namespace ptick

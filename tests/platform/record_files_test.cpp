@@ -18,6 +18,7 @@
 #include "support/temp_directory.h"
 
 namespace ptick {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -269,4 +270,5 @@ TEST(RecordFilesTest, ReadsOnFromADescriptor) {
 }
 
 }  // namespace
+
 }  // namespace ptick

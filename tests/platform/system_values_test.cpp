@@ -16,6 +16,7 @@
 #include "support/temp_directory.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::EnvironmentValue;
@@ -212,4 +213,5 @@ TEST(SystemValuesTest, NowIsTheClockOfTheSystem) {
 }
 
 }  // namespace
+
 }  // namespace ptick

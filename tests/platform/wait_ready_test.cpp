@@ -13,6 +13,7 @@
 #include "support/forked.h"
 
 namespace ptick {
+
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -60,4 +61,5 @@ TEST(WaitReadyTest, AFailureTakesAMoment) {
 }
 
 }  // namespace
+
 }  // namespace ptick

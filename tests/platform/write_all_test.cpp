@@ -16,6 +16,7 @@
 #include "support/temp_directory.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::CheckForked;
@@ -114,4 +115,5 @@ TEST(WriteAllTest, EachStreamHasItsDescriptor) {
 }
 
 }  // namespace
+
 }  // namespace ptick

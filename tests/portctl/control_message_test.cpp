@@ -10,6 +10,7 @@
 #include "support/memory_ports.h"
 
 namespace ptick {
+
 namespace {
 
 using Calls = std::vector<std::string>;
@@ -238,4 +239,5 @@ TEST_F(ControlMessages, SurviveRangesOfAnyLength) {
 }
 
 }  // namespace
+
 }  // namespace ptick

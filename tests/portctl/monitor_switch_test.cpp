@@ -10,6 +10,7 @@
 #include "support/memory_ports.h"
 
 namespace ptick {
+
 namespace {
 
 constexpr const char* kNoPort = "portno not set to numeric port number\n";
@@ -141,4 +142,5 @@ TEST(MonitorSwitch, SaysOnStandardOutputThatItFailed) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -12,6 +12,7 @@
 #include "support/program_run.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::OptionsText;
@@ -179,4 +180,5 @@ TEST(CommandLine, TakesTheWidthOfThePage) {
 }
 
 }  // namespace
+
 }  // namespace ptick

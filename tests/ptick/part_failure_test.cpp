@@ -10,6 +10,7 @@
 #include "support/program_run.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::Records;
@@ -77,4 +78,5 @@ TEST_F(PartFailureTest, UsageThatCannotBeWrittenEndsWithOne) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -14,6 +14,7 @@
 #include "support/program_run.h"
 
 namespace ptick {
+
 namespace {
 
 /// The reports, each with a text that it alone prints, and the letter of its option ("l" is the
@@ -159,4 +160,5 @@ TEST(ReportChoice, IsNotThatOfTheOtherOptions) {
 }
 
 }  // namespace
+
 }  // namespace ptick

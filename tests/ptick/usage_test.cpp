@@ -6,6 +6,7 @@
 #include "support/program_run.h"
 
 namespace ptick {
+
 namespace {
 
 TEST(Usage, IsPrintedOnTheTerminal) {
@@ -18,4 +19,5 @@ TEST(Usage, IsPrintedOnTheTerminal) {
 }
 
 }  // namespace
+
 }  // namespace ptick

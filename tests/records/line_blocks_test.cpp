@@ -13,6 +13,7 @@
 #include "support/text_record.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::TextRecord;
@@ -107,4 +108,5 @@ TEST(RecordBlocks, KnowNothingOfAFailureAhead) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -6,6 +6,7 @@
 #include <vector>
 
 namespace ptick {
+
 namespace {
 
 TEST(ProfileName, SplitsAtTheLastSlash) {
@@ -43,4 +44,5 @@ TEST(ProfileName, SplitsAtTheLastSlash) {
 }
 
 }  // namespace
+
 }  // namespace ptick

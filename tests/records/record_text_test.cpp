@@ -13,6 +13,7 @@
 #include "support/text_record.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::TextRecord;
@@ -162,4 +163,5 @@ TEST(ReadRecordText, ComesBackFromARecordWithoutAnEnd) {
 }
 
 }  // namespace
+
 }  // namespace ptick

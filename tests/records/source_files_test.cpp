@@ -12,6 +12,7 @@
 #include "support/memory_platform.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::LineTexts;
@@ -107,4 +108,5 @@ TEST_F(SourceFinderTest, TakesNothingFromAPipe) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -12,6 +12,7 @@
 #include "value/text.h"
 
 namespace ptick {
+
 namespace {
 
 std::string Fitted(std::string_view text, std::int64_t width) {
@@ -120,4 +121,5 @@ TEST(FittedTexts, AreForgotten) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -13,6 +13,7 @@
 #include "support/report_run.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::Records;
@@ -227,4 +228,5 @@ TEST_F(LineReportTest, BeginsEveryPageWithItsHeading) {
 }
 
 }  // namespace
+
 }  // namespace ptick

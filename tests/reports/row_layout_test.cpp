@@ -9,6 +9,7 @@
 #include <vector>
 
 namespace ptick {
+
 namespace {
 
 struct Sample {
@@ -253,4 +254,5 @@ TEST(RowLayout, TakesUsualAndUnusualTicksInTurn) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -12,6 +12,7 @@
 #include "support/memory_platform.h"
 
 namespace ptick {
+
 namespace {
 
 struct Entry {
@@ -148,4 +149,5 @@ TEST_F(SourceTextsTest, AreEmptyWithoutFiles) {
 }
 
 }  // namespace
+
 }  // namespace ptick

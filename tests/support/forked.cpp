@@ -12,6 +12,7 @@
 extern "C" __attribute__((weak)) void __gcov_dump();  // NOLINT(*-reserved-identifier,*-naming)
 
 namespace ptick::testing {
+
 namespace {
 
 constexpr int kFailedExpectation = 99;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 namespace ptick {
+
 namespace {
 
 std::nullptr_t Refuse(int reason, int* error) {

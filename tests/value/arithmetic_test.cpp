@@ -12,11 +12,12 @@
 #include "value/value.h"
 
 namespace ptick {
+
 namespace {
 
-constexpr std::int64_t kMostWhole = std::numeric_limits<std::int64_t>::max();
-constexpr std::int64_t kLeastWhole = std::numeric_limits<std::int64_t>::min();
-constexpr double kMostFloating = std::numeric_limits<double>::max();
+constexpr std::int64_t kMaxWhole = std::numeric_limits<std::int64_t>::max();
+constexpr std::int64_t kMinWhole = std::numeric_limits<std::int64_t>::min();
+constexpr double kMaxFloating = std::numeric_limits<double>::max();
 
 struct Operation {
   Value a;
@@ -36,14 +37,14 @@ TEST(Arithmetic, Adds) {
       {0.1, 0.2, "0.3"},
       {-0.1, 0.1, "0"},
       {1.0 / 3, 1.0 / 3, "0.6666"},
-      {kMostWhole, 0, "9223372036854775807"},
-      {kMostWhole, 1, "9223372036854775808"},
-      {kLeastWhole, -1, "-9223372036854775808"},
-      {kMostWhole, kLeastWhole, "-1"},
+      {kMaxWhole, 0, "9223372036854775807"},
+      {kMaxWhole, 1, "9223372036854775808"},
+      {kMinWhole, -1, "-9223372036854775808"},
+      {kMaxWhole, kMinWhole, "-1"},
       {1'000'000'000'000'000, 0.5, "1000000000000000"},
       {100'000'000'000, 0.25, "100000000000.25"},
       {100'000'000'000.25, 1, "100000000001.25"},
-      {kMostWhole, 0.5, "9223372036854775808"},
+      {kMaxWhole, 0.5, "9223372036854775808"},
   };
   for (const auto& row : rows) {
     EXPECT_EQ(Add(row.a, row.b).Text(), row.want) << row.a.Text() << " + " << row.b.Text();
@@ -58,11 +59,11 @@ TEST(Arithmetic, Subtracts) {
       {"4.02", "4.01", "0.01"},
       {"", 5, "-5"},
       {"x", "y", "0"},
-      {-1, kLeastWhole, "9223372036854775807"},
-      {0, kLeastWhole, "9223372036854775808"},
-      {kLeastWhole, 1, "-9223372036854775808"},
+      {-1, kMinWhole, "9223372036854775807"},
+      {0, kMinWhole, "9223372036854775808"},
+      {kMinWhole, 1, "-9223372036854775808"},
       {1.0 / 3, 0.25, "0.0833"},
-      {kMostWhole, 0.5, "9223372036854775808"},
+      {kMaxWhole, 0.5, "9223372036854775808"},
   };
   for (const auto& row : rows) {
     EXPECT_EQ(Subtract(row.a, row.b).Text(), row.want) << row.a.Text() << " - " << row.b.Text();
@@ -83,9 +84,9 @@ TEST(Arithmetic, Multiplies) {
       {0.5, 0.5, "0.25"},
       {-0.5, 0, "0"},
       {3037000500, 3037000500, "9223372037000249344"},
-      {kMostWhole, 10, "92233720368547758080"},
-      {kLeastWhole, -1, "9223372036854775808"},
-      {0.1, kMostWhole, "922337203685477632"},
+      {kMaxWhole, 10, "92233720368547758080"},
+      {kMinWhole, -1, "9223372036854775808"},
+      {0.1, kMaxWhole, "922337203685477632"},
       {12345678.9012, 12345678.9012, "152415787531535"},
       {1.0 / 3, 3, "1"},
   };
@@ -113,9 +114,9 @@ TEST(Arithmetic, Divides) {
       {5, "abc", "0"},
       {-5, "0.00", "0"},
       {0, 0, "0"},
-      {kMostWhole, kMostWhole, "1"},
-      {kLeastWhole, -1, "9223372036854775808"},
-      {kMostWhole, 0.5, "18446744073709551616"},
+      {kMaxWhole, kMaxWhole, "1"},
+      {kMinWhole, -1, "9223372036854775808"},
+      {kMaxWhole, 0.5, "18446744073709551616"},
       {1.0 / 3, 2, "0.1666"},
   };
   for (const auto& row : rows) {
@@ -124,16 +125,16 @@ TEST(Arithmetic, Divides) {
 }
 
 TEST(Arithmetic, ResultsStayFinite) {
-  EXPECT_EQ(Add(kMostFloating, kMostFloating).AsNumber(), Number(kMostFloating));
-  EXPECT_EQ(Subtract(-kMostFloating, kMostFloating).AsNumber(), Number(-kMostFloating));
-  EXPECT_EQ(Multiply(kMostFloating, -2).AsNumber(), Number(-kMostFloating));
-  EXPECT_EQ(Divide(kMostFloating, 0.5).AsNumber(), Number(kMostFloating));
-  EXPECT_EQ(Divide(1, std::numeric_limits<double>::denorm_min()).AsNumber(), Number(kMostFloating));
+  EXPECT_EQ(Add(kMaxFloating, kMaxFloating).AsNumber(), Number(kMaxFloating));
+  EXPECT_EQ(Subtract(-kMaxFloating, kMaxFloating).AsNumber(), Number(-kMaxFloating));
+  EXPECT_EQ(Multiply(kMaxFloating, -2).AsNumber(), Number(-kMaxFloating));
+  EXPECT_EQ(Divide(kMaxFloating, 0.5).AsNumber(), Number(kMaxFloating));
+  EXPECT_EQ(Divide(1, std::numeric_limits<double>::denorm_min()).AsNumber(), Number(kMaxFloating));
 }
 
 TEST(Arithmetic, WholeResultsOfWholeNumbersAreWhole) {
-  EXPECT_EQ(Add(kMostWhole, -1).AsNumber(), Number(kMostWhole - 1));
-  EXPECT_EQ(Subtract(kLeastWhole, -1).AsNumber(), Number(kLeastWhole + 1));
+  EXPECT_EQ(Add(kMaxWhole, -1).AsNumber(), Number(kMaxWhole - 1));
+  EXPECT_EQ(Subtract(kMinWhole, -1).AsNumber(), Number(kMinWhole + 1));
   EXPECT_EQ(Multiply(3037000499, 3037000499).AsNumber(), Number(std::int64_t{9223372030926249001}));
   EXPECT_EQ(Add("0.5", "0.5").AsNumber(), Number(std::int64_t{1}));
 }
@@ -194,13 +195,13 @@ TEST(Arithmetic, NegatesAndIncrements) {
   EXPECT_EQ(Negate(0.0).Text(), "0");
   EXPECT_EQ(Negate("").Text(), "0");
   EXPECT_EQ(Negate("abc").Text(), "0");
-  EXPECT_EQ(Negate(kMostWhole).Text(), "-9223372036854775807");
-  EXPECT_EQ(Negate(kLeastWhole).Text(), "9223372036854775808");
+  EXPECT_EQ(Negate(kMaxWhole).Text(), "-9223372036854775807");
+  EXPECT_EQ(Negate(kMinWhole).Text(), "9223372036854775808");
   EXPECT_EQ(Increment(41).Text(), "42");
   EXPECT_EQ(Increment("").Text(), "1");
   EXPECT_EQ(Increment("x").Text(), "1");
   EXPECT_EQ(Increment("-0.5").Text(), "0.5");
-  EXPECT_EQ(Increment(kMostWhole).Text(), "9223372036854775808");
+  EXPECT_EQ(Increment(kMaxWhole).Text(), "9223372036854775808");
 }
 
 TEST(Arithmetic, IntCutsTowardZero) {
@@ -218,8 +219,8 @@ TEST(Arithmetic, IntCutsTowardZero) {
       {"007", std::int64_t{7}},
       {"", std::int64_t{0}},
       {"abc", std::int64_t{0}},
-      {kLeastWhole, kLeastWhole},
-      {-9223372036854775808.0, kLeastWhole},
+      {kMinWhole, kMinWhole},
+      {-9223372036854775808.0, kMinWhole},
       {9223372036854775808.0, 9223372036854775808.0},
       {9007199254740991.0, std::int64_t{9007199254740991}},
       {-1e300, -1e300},
@@ -230,4 +231,5 @@ TEST(Arithmetic, IntCutsTowardZero) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -8,6 +8,7 @@
 #include <utility>
 
 namespace ptick {
+
 namespace {
 
 TEST(ByteBuffer, IsAsLargeAsAskedFor) {
@@ -33,4 +34,5 @@ TEST(ByteBuffer, HandsItsBytesOn) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -6,6 +6,7 @@
 #include <utility>
 
 namespace ptick {
+
 namespace {
 
 TEST(ChunkList, HoldsWhatWasAppendedWhereItWas) {
@@ -29,4 +30,5 @@ TEST(ChunkList, HoldsWhatWasAppendedWhereItWas) {
 }
 
 }  // namespace
+
 }  // namespace ptick

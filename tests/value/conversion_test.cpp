@@ -12,10 +12,11 @@
 #include <vector>
 
 namespace ptick {
+
 namespace {
 
-constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
-constexpr std::int64_t kLeast = std::numeric_limits<std::int64_t>::min();
+constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
+constexpr std::int64_t kMin = std::numeric_limits<std::int64_t>::min();
 
 constexpr std::int64_t kFirstSecond = -62135596800;  // 0001-01-01 00:00:00
 constexpr std::int64_t kLastSecond = 253402300799;   // 9999-12-31 23:59:59
@@ -126,8 +127,8 @@ TEST(Conversion, LeavesStampsThatNoCalendarShows) {
                                      "0\r",
                                      kFirstSecond - 3601,
                                      kLastSecond + 3601,
-                                     kMost,
-                                     kLeast,
+                                     kMax,
+                                     kMin,
                                      "9223372036854775808",
                                      "-9223372036854775809",
                                      "99999999999999999999999999999999",
@@ -182,8 +183,8 @@ TEST(Conversion, ShowsDates) {
       {kLastDate, "D", "31 DEC 9999"},
       {kFirstDate - 1, "D", "-718431"},
       {kLastDate + 1, "D", "2933629"},
-      {kMost, "D", "9223372036854775807"},
-      {kLeast, "D", "-9223372036854775808"},
+      {kMax, "D", "9223372036854775807"},
+      {kMin, "D", "-9223372036854775808"},
       {"", "D", ""},
       {"abc", "D", "abc"},
       {"732 ", "D", "732 "},
@@ -205,7 +206,7 @@ TEST(Conversion, ShowsTimes) {
       {86400, "MTS", "86400"},
       {-1, "MTS", "-1"},
       {-0.5, "MTS", "-0.5"},
-      {kMost, "MTS", "9223372036854775807"},
+      {kMax, "MTS", "9223372036854775807"},
       {"99999999999999999999", "MTS", "99999999999999999999"},
       {"", "MTS", ""},
       {"12:00", "MTS", "12:00"},
@@ -228,8 +229,8 @@ TEST(TimeDate, IsTheTimeOfDayAndTheDate) {
   const std::vector<TimeRow> rows = {
       {1704112496, 0, "12:34:56 01 JAN 2024"}, {1704112496, -45297, "23:59:59 31 DEC 2023"},
       {0, 0, "00:00:00 01 JAN 1970"},          {kLastSecond, 0, "23:59:59 31 DEC 9999"},
-      {kLastSecond, 1, "253402300799"},        {kMost, 1, "9223372036854775807"},
-      {kLeast, -1, "-9223372036854775808"},    {kLeast, 0, "-9223372036854775808"},
+      {kLastSecond, 1, "253402300799"},        {kMax, 1, "9223372036854775807"},
+      {kMin, -1, "-9223372036854775808"},      {kMin, 0, "-9223372036854775808"},
   };
   for (const auto& row : rows) {
     EXPECT_EQ(TimeDate(row.time, Fixed(row.offset)), row.want) << row.time;
@@ -260,4 +261,5 @@ TEST(Conversion, EveryDayFollowsTheOneBefore) {
 }
 
 }  // namespace
+
 }  // namespace ptick

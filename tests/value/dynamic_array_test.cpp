@@ -9,10 +9,11 @@
 #include <vector>
 
 namespace ptick {
+
 namespace {
 
-constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
-constexpr std::int64_t kLeast = std::numeric_limits<std::int64_t>::min();
+constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
+constexpr std::int64_t kMin = std::numeric_limits<std::int64_t>::min();
 
 /// Arrays are written with '^' for field, ']' for value and '~' for sub-value marks.
 std::string Marked(std::string text) {
@@ -41,8 +42,8 @@ struct Row {
 };
 
 /// Places that name no element of any array.
-const std::vector<Place> kNowhere = {{0, 0, 0},  {0, 1, 1},      {-2, 0, 0}, {kLeast, 0, 0},
-                                     {1, -2, 0}, {1, kLeast, 1}, {1, 1, -2}, {1, 1, kLeast}};
+const std::vector<Place> kNowhere = {{0, 0, 0},  {0, 1, 1},    {-2, 0, 0}, {kMin, 0, 0},
+                                     {1, -2, 0}, {1, kMin, 1}, {1, 1, -2}, {1, 1, kMin}};
 
 const std::vector<std::string> kArrays = {"",    "a",    "^",       "]",    "~",
                                           "a^b", "a^^c", "a]b~c^d", "^]~^", "a]b]c^d~e~f^g"};
@@ -66,7 +67,7 @@ TEST(DynamicArray, ExtractGivesTheElementOrNothing) {
       {"a^b^c", {2}, "b"},
       {"a^b^c", {3}, "c"},
       {"a^b^c", {4}, ""},
-      {"a^b^c", {kMost}, ""},
+      {"a^b^c", {kMax}, ""},
       {"^b^", {1}, ""},
       {"^b^", {2}, "b"},
       {"^b^", {3}, ""},
@@ -196,7 +197,7 @@ TEST(DynamicArray, DeleteAtTakesOneMarkAlong) {
       {"a^b^c", {2}, "a^c"},
       {"a^b^c", {3}, "a^b"},
       {"a^b^c", {4}, "a^b^c"},
-      {"a^b^c", {kMost}, "a^b^c"},
+      {"a^b^c", {kMax}, "a^b^c"},
       {"a^b^c", {-1}, "a^b^c"},
       {"^", {1}, ""},
       {"^", {2}, ""},
@@ -295,4 +296,5 @@ TEST(DynamicArray, AssigningWhatIsThereChangesNothing) {
 }
 
 }  // namespace
+
 }  // namespace ptick

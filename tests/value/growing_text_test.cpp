@@ -8,6 +8,7 @@
 #include <vector>
 
 namespace ptick {
+
 namespace {
 
 TEST(GrowingText, HoldsAllThatWasAppended) {
@@ -66,4 +67,5 @@ TEST(GrowingText, IsCopied) {
 }
 
 }  // namespace
+
 }  // namespace ptick

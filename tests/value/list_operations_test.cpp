@@ -13,13 +13,12 @@
 #include "value/text.h"
 
 namespace ptick {
+
 namespace {
 
 using namespace std::string_literals;
-
-constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
-constexpr std::int64_t kLeast = std::numeric_limits<std::int64_t>::min();
-
+constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
+constexpr std::int64_t kMin = std::numeric_limits<std::int64_t>::min();
 /// Arrays are written with '^' for field, ']' for value and '~' for sub-value marks.
 std::string Marked(std::string text) {
   for (char& c : text) {
@@ -191,14 +190,14 @@ TEST(Field, GivesElementsAndWhereTheyStood) {
       {"a,bb,ccc", 2, 1, "bb", 2, 5},
       {"a,bb,ccc", 3, 1, "ccc", 5, 9},
       {"a,bb,ccc", 4, 1, "", 9, 9},
-      {"a,bb,ccc", kMost, 1, "", 9, 9},
+      {"a,bb,ccc", kMax, 1, "", 9, 9},
       {"a,bb,ccc", 1, 2, "a,bb", 0, 5},
       {"a,bb,ccc", 2, 2, "bb,ccc", 2, 9},
       {"a,bb,ccc", 2, 9, "bb,ccc", 2, 9},
-      {"a,bb,ccc", 1, kMost, "a,bb,ccc", 0, 9},
+      {"a,bb,ccc", 1, kMax, "a,bb,ccc", 0, 9},
       {"a,bb,ccc", 0, 1, "a", 0, 2},
       {"a,bb,ccc", -3, 0, "a", 0, 2},
-      {"a,bb,ccc", kLeast, kLeast, "a", 0, 2},
+      {"a,bb,ccc", kMin, kMin, "a", 0, 2},
       {"a,bb,ccc", 2, -1, "bb", 2, 5},
       {"", 1, 1, "", 0, 1},
       {"", 2, 1, "", 1, 1},
@@ -297,4 +296,5 @@ TEST(Sum, IsRepeatedAdd) {
 }
 
 }  // namespace
+
 }  // namespace ptick

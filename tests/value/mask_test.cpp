@@ -9,6 +9,7 @@
 #include <vector>
 
 namespace ptick {
+
 namespace {
 
 using namespace std::string_literals;
@@ -234,4 +235,5 @@ TEST(Mask, AppendsBehindWhatIsThere) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -12,11 +12,12 @@
 #include "value/value.h"
 
 namespace ptick {
+
 namespace {
 
-constexpr std::int64_t kMostWhole = std::numeric_limits<std::int64_t>::max();
-constexpr std::int64_t kLeastWhole = std::numeric_limits<std::int64_t>::min();
-constexpr double kMostFloating = std::numeric_limits<double>::max();
+constexpr std::int64_t kMaxWhole = std::numeric_limits<std::int64_t>::max();
+constexpr std::int64_t kMinWhole = std::numeric_limits<std::int64_t>::min();
+constexpr double kMaxFloating = std::numeric_limits<double>::max();
 
 /// Texts that look like numbers and are none.
 const std::vector<std::string> kNotNumeric = {"",
@@ -75,9 +76,9 @@ TEST(NumberText, NumericTextIsReadAsANumber) {
       {std::string(400, '0'), std::int64_t{0}},
       {std::string(400, '0') + "9", std::int64_t{9}},
       {"5." + std::string(400, '0'), std::int64_t{5}},
-      {"9223372036854775807", kMostWhole},
-      {"+9223372036854775807.0", kMostWhole},
-      {"-9223372036854775808", kLeastWhole},
+      {"9223372036854775807", kMaxWhole},
+      {"+9223372036854775807.0", kMaxWhole},
+      {"-9223372036854775808", kMinWhole},
       {"9223372036854775808", 9223372036854775808.0},
       {"-9223372036854775809", -9223372036854775808.0},
       {"123456789012345678901234567890", 1.2345678901234568e29},
@@ -86,8 +87,8 @@ TEST(NumberText, NumericTextIsReadAsANumber) {
       {"-12.25", -12.25},
       {"0.1", 0.1},
       {"00.10", 0.1},
-      {std::string(400, '9'), kMostFloating},
-      {"-" + std::string(400, '9') + ".5", -kMostFloating},
+      {std::string(400, '9'), kMaxFloating},
+      {"-" + std::string(400, '9') + ".5", -kMaxFloating},
       {"0." + std::string(400, '0') + "1", std::numeric_limits<double>::denorm_min()},
       {"-0." + std::string(400, '0') + "1", -std::numeric_limits<double>::denorm_min()},
   };
@@ -125,8 +126,8 @@ TEST(NumberText, EveryFormHasItsText) {
       {0, "0"},
       {7, "7"},
       {-7, "-7"},
-      {kMostWhole, "9223372036854775807"},
-      {kLeastWhole, "-9223372036854775808"},
+      {kMaxWhole, "9223372036854775807"},
+      {kMinWhole, "-9223372036854775808"},
       {Number(std::int64_t{12}), "12"},
       {Number(12.5), "12.5"},
       {0.0, "0"},
@@ -175,11 +176,11 @@ TEST(NumberText, EveryFormHasItsText) {
 }
 
 TEST(NumberText, TextOfTheLargestNumberHasAllItsDigits) {
-  const std::string text = Value(kMostFloating).Text();
+  const std::string text = Value(kMaxFloating).Text();
   EXPECT_EQ(text.size(), 309U);
   EXPECT_EQ(text.substr(0, 30), "179769313486231570814527423731");
   EXPECT_EQ(text.substr(300), "124858368");
-  EXPECT_EQ(Value(-kMostFloating).Text(), "-" + text);
+  EXPECT_EQ(Value(-kMaxFloating).Text(), "-" + text);
 }
 
 TEST(NumberText, DecimalTextKeepsAllSignificantDecimals) {
@@ -207,4 +208,5 @@ TEST(NumberText, DecimalTextKeepsAllSignificantDecimals) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -9,6 +9,7 @@
 #include "value/text.h"
 
 namespace ptick {
+
 namespace {
 
 using namespace std::string_literals;
@@ -115,4 +116,5 @@ TEST(Pattern, AgreesWithCountingDigits) {
 }
 
 }  // namespace
+
 }  // namespace ptick

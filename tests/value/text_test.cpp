@@ -9,12 +9,13 @@
 #include <vector>
 
 namespace ptick {
+
 namespace {
 
 using namespace std::string_literals;
 
-constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
-constexpr std::int64_t kLeast = std::numeric_limits<std::int64_t>::min();
+constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
+constexpr std::int64_t kMin = std::numeric_limits<std::int64_t>::min();
 
 std::string AllBytes() {
   std::string bytes;
@@ -43,15 +44,15 @@ TEST(Text, SubstringIsTotal) {
       {"abcdef", 3, 2, "cd"},
       {"abcdef", 6, 1, "f"},
       {"abcdef", 5, 9, "ef"},
-      {"abcdef", 2, kMost, "bcdef"},
+      {"abcdef", 2, kMax, "bcdef"},
       {"abcdef", 7, 1, ""},
-      {"abcdef", kMost, 1, ""},
+      {"abcdef", kMax, 1, ""},
       {"abcdef", 1, 0, ""},
       {"abcdef", 1, -1, ""},
-      {"abcdef", 1, kLeast, ""},
+      {"abcdef", 1, kMin, ""},
       {"abcdef", 0, 2, "ab"},
       {"abcdef", -5, 2, "ab"},
-      {"abcdef", kLeast, 9, "abcdef"},
+      {"abcdef", kMin, 9, "abcdef"},
       {"", 1, 1, ""},
       {"", 0, 5, ""},
       {"a\0\xFE"s, 2, 2, "\0\xFE"s},
@@ -131,7 +132,7 @@ TEST(Text, SpaceGivesBlanks) {
   EXPECT_EQ(Space(1), " ");
   EXPECT_EQ(Space(0), "");
   EXPECT_EQ(Space(-1), "");
-  EXPECT_EQ(Space(kLeast), "");
+  EXPECT_EQ(Space(kMin), "");
 }
 
 TEST(Text, CharTakesCodesModulo256) {
@@ -157,8 +158,8 @@ TEST(Text, CharTakesCodesModulo256) {
       {65.9, 65},
       {-0.5, 0},
       {-1.5, 255},
-      {kMost, 255},
-      {kLeast, 0},
+      {kMax, 255},
+      {kMin, 0},
       {1e300, 0},
       {-256.0, 0},
       {"18446744073709551616", 0},
@@ -206,4 +207,5 @@ TEST(Text, CaseConversionsTouchAsciiLettersOnly) {
 }
 
 }  // namespace
+
 }  // namespace ptick

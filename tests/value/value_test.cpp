@@ -9,11 +9,12 @@
 #include <vector>
 
 namespace ptick {
+
 namespace {
 
-constexpr std::int64_t kMostWhole = std::numeric_limits<std::int64_t>::max();
-constexpr std::int64_t kLeastWhole = std::numeric_limits<std::int64_t>::min();
-constexpr double kMostFloating = std::numeric_limits<double>::max();
+constexpr std::int64_t kMaxWhole = std::numeric_limits<std::int64_t>::max();
+constexpr std::int64_t kMinWhole = std::numeric_limits<std::int64_t>::min();
+constexpr double kMaxFloating = std::numeric_limits<double>::max();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
 
@@ -23,8 +24,8 @@ TEST(ValueForm, FloatingNumbersAreFinite) {
     double want;
   };
   const std::vector<Row> rows = {
-      {kInfinity, kMostFloating}, {-kInfinity, -kMostFloating},   {kNotANumber, 0},
-      {-kNotANumber, 0},          {kMostFloating, kMostFloating},
+      {kInfinity, kMaxFloating}, {-kInfinity, -kMaxFloating},  {kNotANumber, 0},
+      {-kNotANumber, 0},         {kMaxFloating, kMaxFloating},
   };
   for (const auto& row : rows) {
     EXPECT_EQ(Value(row.given).AsNumber(), Number(row.want)) << row.given;
@@ -52,7 +53,7 @@ TEST(ValueTruth, NumbersAreTrueWhenNotZeroAndTextWhenNeitherEmptyNorZero) {
                                      "0x0",
                                      "0e0",
                                      "0\r",
-                                     kLeastWhole,
+                                     kMinWhole,
                                      "0." + std::string(400, '0') + "1",
                                      std::string("\0", 1)};
   for (const auto& value : truths) {
@@ -115,11 +116,11 @@ TEST(ValueCompare, OrdersNumbersAsNumbersAndTextAsBytes) {
       {"\xFE", "\xFD", 1},
       {std::string("a\0b", 3), "a", 1},
       {std::string("a\0b", 3), std::string("a\0c", 3), -1},
-      {kMostWhole, static_cast<double>(kMostWhole), -1},
-      {kLeastWhole, static_cast<double>(kLeastWhole), 0},
+      {kMaxWhole, static_cast<double>(kMaxWhole), -1},
+      {kMinWhole, static_cast<double>(kMinWhole), 0},
       {9007199254740993, 9007199254740992.0, 1},
       {9007199254740991, 9007199254740992.0, -1},
-      {kMostWhole, kInfinity, -1},
+      {kMaxWhole, kInfinity, -1},
       {"9223372036854775807", "9223372036854775806", 1},
       {"0." + std::string(400, '0') + "1", 0, 1},
   };
@@ -146,4 +147,5 @@ TEST(ValueCompare, OperatorsFollowTheOrder) {
 }
 
 }  // namespace
+
 }  // namespace ptick

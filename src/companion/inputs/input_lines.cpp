@@ -12,6 +12,7 @@
 #include "value/dynamic_array.h"
 
 namespace ptick::companion {
+
 namespace {
 
 /// Tells the progress what is read, and notes where field marks are.

@@ -13,6 +13,7 @@
 #include "value/byte_buffer.h"
 
 namespace ptick::companion {
+
 namespace {
 
 /// Hands blocks on, to a merge as well where there is one, and remembers the last.

@@ -14,6 +14,7 @@
 #include "companion/usage_error.h"
 
 namespace ptick::companion {
+
 namespace {
 
 // To standard output, whatever -o says.

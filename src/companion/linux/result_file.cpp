@@ -13,6 +13,7 @@
 #include "platform/linux/write_all.h"
 
 namespace ptick::companion {
+
 namespace {
 
 constexpr std::size_t kBufferSize = std::size_t{1} << 16;

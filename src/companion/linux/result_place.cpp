@@ -10,6 +10,7 @@
 #include <system_error>
 
 namespace ptick::companion {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -76,12 +77,12 @@ bool IsOnProc(const fs::path& directory) {
 }  // namespace
 
 ResultPlace FindResultPlace(const std::string& file) {
-  constexpr int kMostLinks = 40;
+  constexpr int kMaxLinks = 40;
   if (file.empty()) {
     Throw(ENOENT);
   }
   fs::path path = file;
-  for (int links = 0; links <= kMostLinks; ++links) {
+  for (int links = 0; links <= kMaxLinks; ++links) {
     const fs::path parent = path.parent_path().empty() ? "." : path.parent_path();
     if (path.has_filename() && ListsOwnDescriptors(parent)) {
       return OpenDescriptor(path.filename().native());

@@ -9,6 +9,7 @@
 #include <atomic>
 
 namespace ptick::companion {
+
 namespace {
 
 constexpr std::array kDeadlySignals = {SIGHUP,  SIGINT,  SIGQUIT, SIGTERM, SIGALRM,

@@ -11,6 +11,7 @@
 #include <utility>
 
 namespace ptick::companion {
+
 namespace {
 
 std::string RandomName(std::string_view stem) {

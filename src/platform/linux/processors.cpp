@@ -30,8 +30,8 @@ unsigned CountIn(int most) {
 
 // The system refuses a set that is too small for all its processors.
 unsigned CountProcessors() {
-  constexpr int kMost = 1 << 20;
-  for (int most = CPU_SETSIZE; most <= kMost; most *= 2) {
+  constexpr int kMax = 1 << 20;
+  for (int most = CPU_SETSIZE; most <= kMax; most *= 2) {
     if (const unsigned count = CountIn(most); count > 0) {
       return count;
     }

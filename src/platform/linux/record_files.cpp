@@ -13,6 +13,7 @@
 #include "platform/linux/unique_fd.h"
 
 namespace ptick {
+
 namespace {
 
 bool NamesRecord(std::string_view name) {

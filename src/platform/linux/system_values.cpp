@@ -11,9 +11,10 @@
 #include <string_view>
 
 namespace ptick {
+
 namespace {
 
-constexpr std::int64_t kWidestPage = 32767;
+constexpr std::int64_t kMaxPage = 32767;
 constexpr TerminalSize kUsualSize;
 
 // The value of an environment variable; an unset one reads like an empty one.
@@ -57,7 +58,7 @@ std::string_view TakeColonField(std::string_view& line) {
 
 std::int64_t ReadPageWidth() {
   const std::optional<std::int64_t> columns = ParseDigits(Environment("COLUMNS"));
-  if (columns && *columns >= 1 && *columns <= kWidestPage) {
+  if (columns && *columns >= 1 && *columns <= kMaxPage) {
     return *columns;
   }
   const winsize window = OutputWindow();

@@ -9,7 +9,7 @@ namespace ptick {
 /// A line that is a record of no known type.
 struct UnknownRecord {
   std::string_view line;  ///< without its end
-  std::string_view type;  ///< what stands where a type should; a part of `line`
+  std::string_view type;  ///< what is where a type should be; a part of `line`
 };
 
 /// The type that a line names when it is a record of no known type, as ParseProfileLines sees it;

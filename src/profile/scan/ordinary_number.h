@@ -11,8 +11,8 @@ namespace ptick {
 /// The number that `text` spells in the ordinary way, so that its digits can be had back from the
 /// number: digits only, no leading zeros, below 2^32. Nothing for any other text.
 inline std::optional<std::uint32_t> ParseOrdinary(std::string_view text) {
-  constexpr std::size_t kMostDigits = 10;
-  if (text.empty() || text.size() > kMostDigits || (text.front() == '0' && text.size() > 1)) {
+  constexpr std::size_t kMaxDigits = 10;
+  if (text.empty() || text.size() > kMaxDigits || (text.front() == '0' && text.size() > 1)) {
     return std::nullopt;
   }
   std::uint64_t number = 0;

@@ -22,7 +22,7 @@ struct TypingRate {
 };
 
 /// Room for a bit for each type of record.
-inline constexpr std::size_t kMostRecordTypes = 64;
+inline constexpr std::size_t kMaxRecordTypes = 64;
 
 /// The in-memory model of a profile: facts as they were read, in order of arrival. Written by the
 /// record parser (the loader adds the name), read by everything that shows a profile. Not to be
@@ -69,7 +69,7 @@ struct ProfileTables {
   Value PPid = -1;
 
   /// By place in RecordTypes(): whether there was such a record, of those that fill a header value.
-  std::bitset<kMostRecordTypes> HeadersRead;
+  std::bitset<kMaxRecordTypes> HeadersRead;
 };
 
 }  // namespace ptick

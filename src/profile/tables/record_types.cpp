@@ -49,7 +49,7 @@ constexpr std::array kRecordTypes = {
     RecordType{"user_ticks", Merge::kAdded, Kind::kUserTicks},
 };
 
-static_assert(kRecordTypes.size() <= kMostRecordTypes);
+static_assert(kRecordTypes.size() <= kMaxRecordTypes);
 
 std::size_t PlaceOf(const RecordType& type) {
   return static_cast<std::size_t>(&type - kRecordTypes.data());

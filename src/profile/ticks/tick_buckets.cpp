@@ -9,7 +9,7 @@ namespace {
 // Chunks grow with their bucket, up to a page: a bucket of few entries takes little memory, and
 // none leaves more than a page unused.
 constexpr std::uint32_t kFirstChunk = 16;
-constexpr std::uint32_t kLargestChunk = 512;
+constexpr std::uint32_t kMaxChunk = 512;
 
 constexpr std::size_t kPiece = std::size_t{1} << 17U;
 
@@ -26,7 +26,7 @@ std::uint64_t TickBuckets::CountIn(const Bucket& bucket) const {
 void TickBuckets::AddChunk(Bucket& bucket) {
   const std::uint32_t size = bucket.last_chunk == kNoChunk
                                  ? kFirstChunk
-                                 : std::min(2 * chunks_[bucket.last_chunk].size, kLargestChunk);
+                                 : std::min(2 * chunks_[bucket.last_chunk].size, kMaxChunk);
   const std::uint64_t before = CountIn(bucket);
   Slot* const begin = TakeSlots(size);
   chunks_.push_back({begin, size, bucket.last_chunk, before});

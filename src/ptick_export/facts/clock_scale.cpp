@@ -6,13 +6,14 @@
 #include "value/arithmetic.h"
 
 namespace ptick::exports {
+
 namespace {
 
 __extension__ using Wide = __int128;
 
 constexpr std::int64_t kNanoseconds = 1'000'000'000;
 // The difference of two times within this has room in 64 bits.
-constexpr std::int64_t kMostNanoseconds = std::int64_t{1} << 62U;
+constexpr std::int64_t kMaxNanoseconds = std::int64_t{1} << 62U;
 
 Wide Rounded(std::int64_t ticks, std::int64_t hertz) {
   const Wide scaled = Wide{ticks} * kNanoseconds;
@@ -26,7 +27,7 @@ double AsDouble(const Number& number) {
 
 template <typename T>
 std::optional<std::int64_t> InRange(T time) {
-  if (time > static_cast<T>(kMostNanoseconds) || time < -static_cast<T>(kMostNanoseconds)) {
+  if (time > static_cast<T>(kMaxNanoseconds) || time < -static_cast<T>(kMaxNanoseconds)) {
     return std::nullopt;
   }
   return static_cast<std::int64_t>(time);

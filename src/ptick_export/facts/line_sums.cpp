@@ -12,10 +12,11 @@
 #include "value/number_text.h"
 
 namespace ptick::exports {
+
 namespace {
 
 constexpr Number kZero = std::int64_t{0};
-constexpr Number kMostTicks = std::numeric_limits<std::int64_t>::max();
+constexpr Number kMaxTicks = std::numeric_limits<std::int64_t>::max();
 
 // The whole number below 2^32 that a line is, however it is written.
 std::optional<std::uint32_t> LineNumber(std::string_view text) {
@@ -109,7 +110,7 @@ std::optional<Number> LineSums::Kept(const Number& sum, const SumRules& rules) {
     losses_.below_one.Add(sum);
     return std::nullopt;
   }
-  if (CompareNumbers(sum, kMostTicks) > 0 || !AddToTotal(kept)) {
+  if (CompareNumbers(sum, kMaxTicks) > 0 || !AddToTotal(kept)) {
     losses_.too_large.Add(sum);
     return std::nullopt;
   }
@@ -121,7 +122,7 @@ std::optional<Number> LineSums::Kept(const Number& sum, const SumRules& rules) {
 
 bool LineSums::AddToTotal(const Number& ticks) {
   const Number total = Add(total_, ticks).AsNumber();
-  if (CompareNumbers(total, kMostTicks) > 0) {
+  if (CompareNumbers(total, kMaxTicks) > 0) {
     return false;
   }
   total_ = total;

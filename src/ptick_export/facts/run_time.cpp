@@ -4,6 +4,7 @@
 #include "value/value.h"
 
 namespace ptick::exports {
+
 namespace {
 
 constexpr Number kZero = std::int64_t{0};

@@ -7,6 +7,7 @@
 #include "value/value.h"
 
 namespace ptick::exports {
+
 namespace {
 
 struct Clocks {

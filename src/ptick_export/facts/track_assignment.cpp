@@ -6,6 +6,7 @@
 #include "ptick_export/facts/time_line.h"
 
 namespace ptick::exports {
+
 namespace {
 
 // Tracks while time goes on: on each, spans that are not over yet, each inside the one before.

@@ -17,6 +17,7 @@
 #include "value/number_text.h"
 
 namespace ptick::exports {
+
 namespace {
 
 constexpr PlainNameRules kNameRules = {

@@ -20,6 +20,7 @@
 #include "ptick_export/formats/profile_parts.h"
 
 namespace ptick::exports {
+
 namespace {
 
 using companion::CsvWriter;

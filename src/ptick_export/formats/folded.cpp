@@ -11,6 +11,7 @@
 #include "ptick_export/formats/profile_names.h"
 
 namespace ptick::exports {
+
 namespace {
 
 constexpr PlainNameRules kFrameRules = {.semicolons = true};

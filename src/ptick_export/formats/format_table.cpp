@@ -18,6 +18,7 @@
 #include "value/value.h"
 
 namespace ptick::exports {
+
 namespace {
 
 constexpr std::array kFormats = {

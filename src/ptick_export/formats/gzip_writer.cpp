@@ -9,6 +9,7 @@
 #include <stdexcept>
 
 namespace ptick::exports {
+
 namespace {
 
 constexpr std::size_t kRoom = std::size_t{1} << 16U;

@@ -6,6 +6,7 @@
 #include "value/number_text.h"
 
 namespace ptick::exports {
+
 namespace {
 
 std::string TicksOf(const TickLoss& loss) {

@@ -6,6 +6,7 @@
 #include "output/utf8.h"
 
 namespace ptick::exports {
+
 namespace {
 
 constexpr std::string_view kEmptyName = "(empty)";

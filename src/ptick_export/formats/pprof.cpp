@@ -17,6 +17,7 @@
 #include "ptick_export/formats/profile_names.h"
 
 namespace ptick::exports {
+
 namespace {
 
 // The fields of profile.proto that are written here.

@@ -5,6 +5,7 @@
 #include "profile/ticks/name_table.h"
 
 namespace ptick::exports {
+
 namespace {
 
 void Meet(const NameTable& names, companion::DistinctTexts& texts) {

@@ -18,6 +18,7 @@
 #include "ptick_export/formats/profile_names.h"
 
 namespace ptick::exports {
+
 namespace {
 
 using companion::JsonWriter;

@@ -10,6 +10,7 @@
 #include "support/profiles.h"
 
 namespace ptick::companion {
+
 namespace {
 
 using ptick::testing::Records;
@@ -77,4 +78,5 @@ TEST(Shares, AreCutToOneDecimal) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

@@ -12,6 +12,7 @@
 #include "support/text_record.h"
 
 namespace ptick::companion {
+
 namespace {
 
 using ptick::testing::TextRecord;
@@ -42,7 +43,7 @@ TEST(SourceExcerpt, HasTheLinesAroundThoseWithTicks) {
   platform.files["src"]["A"].text = "a\nb\nc\nd\ne\nf\ng\nh";
   platform.files["src"]["EMPTY"].text = "";
   const SourceFolders folders(std::vector<std::string>{"src"}, platform);
-  constexpr std::uint32_t kMost = 0xFFFFFFFF;
+  constexpr std::uint32_t kMax = 0xFFFFFFFF;
   struct Row {
     std::string program;
     std::vector<std::uint32_t> ticks;
@@ -53,10 +54,10 @@ TEST(SourceExcerpt, HasTheLinesAroundThoseWithTicks) {
       {"A", {4}, {.context = 0}, "4:d"},
       {"A", {1, 4}, {.context = 1}, "1:a 2:b 3:c 4:d 5:e"},
       {"A", {2, 8}, {.context = 1}, "1:a 2:b 3:c 7:g 8:h"},
-      {"A", {5}, {.context = kMost}, "1:a 2:b 3:c 4:d 5:e 6:f 7:g 8:h"},
+      {"A", {5}, {.context = kMax}, "1:a 2:b 3:c 4:d 5:e 6:f 7:g 8:h"},
       // Lines around one that the source does not have are not shown.
       {"A", {1, 9}, {.context = 1}, "1:a 2:b"},
-      {"A", {9, kMost}, {.context = kMost}, ""},
+      {"A", {9, kMax}, {.context = kMax}, ""},
       {"A", {}, {.context = 3}, ""},
       {"A", {}, {.is_whole = true}, "1:a 2:b 3:c 4:d 5:e 6:f 7:g 8:h"},
       {"EMPTY", {1}, {.is_whole = true}, ""},
@@ -129,4 +130,5 @@ TEST(SourceExcerpt, BearsASourceThatChangesMeanwhile) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

@@ -17,6 +17,7 @@
 #include "value/byte_buffer.h"
 
 namespace ptick::companion {
+
 namespace {
 
 using ptick::testing::TextRecord;
@@ -76,4 +77,5 @@ TEST(InputLines, EndInTroubleWhereReadingFails) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

@@ -20,6 +20,7 @@
 #include "support/text_record.h"
 
 namespace ptick::companion {
+
 namespace {
 
 using ptick::testing::Records;
@@ -198,4 +199,5 @@ TEST_F(ProfileInputsTest, MergesOnSeveralThreads) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

@@ -10,6 +10,7 @@
 #include "support/memory_platform.h"
 
 namespace ptick::companion {
+
 namespace {
 
 TEST(SourceFolders, TakesTheFirstSourceThatCanBeRead) {
@@ -51,4 +52,5 @@ TEST(SourceFolders, RefusesAFolderThatIsNotThere) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

@@ -20,6 +20,7 @@
 #include "support/temp_directory.h"
 
 namespace ptick::companion {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -166,4 +167,5 @@ TEST(Faults, OfMemoryAreToldWhereverTheyAre) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

@@ -18,6 +18,7 @@
 #include "support/temp_directory.h"
 
 namespace ptick::companion {
+
 namespace {
 
 using ptick::testing::CheckForked;
@@ -97,4 +98,5 @@ TEST(Inputs, AreRefusedWithTheReasonOfTheSystem) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

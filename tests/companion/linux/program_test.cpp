@@ -16,6 +16,7 @@
 #include "support/temp_directory.h"
 
 namespace ptick::companion {
+
 namespace {
 
 using ptick::testing::RunForked;
@@ -207,4 +208,5 @@ TEST(BytesOfAll, AddsUpRegularFiles) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

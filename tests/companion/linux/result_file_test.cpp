@@ -14,6 +14,7 @@
 #include "support/forked.h"
 
 namespace ptick::companion {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -137,4 +138,5 @@ TEST_F(ResultFileTest, KeepsTheOwnerOfAnOldFile) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

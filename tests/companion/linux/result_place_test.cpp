@@ -23,6 +23,7 @@
 #include "support/forked.h"
 
 namespace ptick::companion {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -269,4 +270,5 @@ TEST_F(ResultPlaceTest, WritesDescriptorsOfOthersAsTheyAre) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

@@ -26,6 +26,7 @@
 #include "support/temp_directory.h"
 
 namespace ptick::companion {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -201,4 +202,5 @@ TEST(Signals, TakeTheirUsualEffect) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

@@ -16,6 +16,7 @@
 #include "support/temp_directory.h"
 
 namespace ptick::companion {
+
 namespace {
 
 using ptick::testing::TempDirectory;
@@ -105,4 +106,5 @@ TEST(StandardStreams, DoNotChangeTheStatus) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

@@ -19,6 +19,7 @@
 #include "support/temp_directory.h"
 
 namespace ptick::companion {
+
 namespace {
 
 using ptick::testing::TempDirectory;
@@ -239,4 +240,5 @@ TEST(Terminal, IsAskedForItsColumns) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

@@ -15,6 +15,7 @@
 #include "support/text_record.h"
 
 namespace ptick::companion {
+
 namespace {
 
 using ptick::testing::LinesOf;
@@ -83,4 +84,5 @@ TEST(CarefulMerge, ComesToTheMergeOfTheGoodInputs) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

@@ -10,6 +10,7 @@
 #include "support/text_record.h"
 
 namespace ptick::companion {
+
 namespace {
 
 using ptick::testing::TextRecord;
@@ -88,4 +89,5 @@ TEST(NameList, RefusesAListThatIsWrong) {
 }
 
 }  // namespace
+
 }  // namespace ptick::companion

@@ -9,6 +9,7 @@
 #include <new>
 
 namespace ptick::companion::testing {
+
 namespace {
 
 constexpr long kUnlimited = std::numeric_limits<long>::max();

@@ -19,6 +19,7 @@
 #include "platform/linux/unique_fd.h"
 
 namespace ptick::companion {
+
 namespace {
 
 struct Count {

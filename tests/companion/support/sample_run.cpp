@@ -13,6 +13,7 @@
 #include "support/temp_directory.h"
 
 namespace ptick::companion::testing {
+
 namespace {
 
 using ptick::testing::AwaitEnd;

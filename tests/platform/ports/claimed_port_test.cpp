@@ -20,6 +20,7 @@
 #include "support/port_fixture.h"
 
 namespace ptick::ports {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -174,4 +175,5 @@ TEST_F(Claim, IsGivenToOneOfManyWhoStartAtOnce) {
 }
 
 }  // namespace
+
 }  // namespace ptick::ports

@@ -15,6 +15,7 @@
 #include "support/port_fixture.h"
 
 namespace ptick::ports {
+
 namespace {
 
 using std::chrono::milliseconds;
@@ -213,4 +214,5 @@ TEST_F(MonitorReply, IsMissingWhenTheProcessDiesBeforeItTakesTheConnectionIn) {
 }
 
 }  // namespace
+
 }  // namespace ptick::ports

@@ -18,6 +18,7 @@
 #include "support/port_fixture.h"
 
 namespace ptick::ports {
+
 namespace {
 
 using Kind = PortRequest::Kind;
@@ -179,7 +180,7 @@ TEST_F(Endpoint, ReceivesTheLongestRequests) {
   if (!peer.IsOpen()) {
     GTEST_SKIP() << "needs the right to send long packets";
   }
-  const std::string longest(kLargestRequest, 'x');
+  const std::string longest(kMaxRequest, 'x');
   ASSERT_TRUE(testing::WritePacket(peer, longest));
   EXPECT_EQ(NextText(endpoint), longest);
 }
@@ -190,7 +191,7 @@ TEST_F(Endpoint, DropsRequestsThatAreTooLong) {
   if (!peer.IsOpen()) {
     GTEST_SKIP() << "needs the right to send long packets";
   }
-  ASSERT_TRUE(testing::WritePacket(peer, std::string(kLargestRequest + 1, 'x')));
+  ASSERT_TRUE(testing::WritePacket(peer, std::string(kMaxRequest + 1, 'x')));
   EXPECT_EQ(NextText(endpoint), "(none)");
   EXPECT_EQ(testing::ReadPacket(peer), "") << "the end of the connection";
 }
@@ -271,4 +272,5 @@ TEST_F(Endpoint, SaysWhenThereIsNoDescriptorLeft) {
 }
 
 }  // namespace
+
 }  // namespace ptick::ports

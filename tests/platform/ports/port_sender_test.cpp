@@ -171,13 +171,13 @@ TEST_F(Ports, AreListedFromOnePassOverTheDirectory) {
     std::ofstream(Directory() / name) << "";
   }
   using Want = std::vector<std::int64_t>;
-  constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
-  EXPECT_EQ(ListeningPorts(0, kMost), (Want{0, 9, 10, 2147483647}));
+  constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
+  EXPECT_EQ(ListeningPorts(0, kMax), (Want{0, 9, 10, 2147483647}));
   EXPECT_EQ(ListeningPorts(9, 9), Want{9});
   EXPECT_EQ(ListeningPorts(1, 10), (Want{9, 10}));
   EXPECT_EQ(ListeningPorts(10, 9), Want{});
   EXPECT_EQ(ListeningPorts(11, 2147483646), Want{});
-  EXPECT_EQ(ListeningPorts(std::numeric_limits<std::int64_t>::min(), kMost),
+  EXPECT_EQ(ListeningPorts(std::numeric_limits<std::int64_t>::min(), kMax),
             (Want{0, 9, 10, 2147483647}));
 }
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 namespace ptick::ports {
+
 namespace {
 
 using Kind = PortRequest::Kind;
@@ -15,7 +16,7 @@ using Kind = PortRequest::Kind;
 TEST(PortWire, NamesSocketsByPort) {
   EXPECT_EQ(SocketName(0), "port-0");
   EXPECT_EQ(SocketName(7), "port-7");
-  EXPECT_EQ(SocketName(kHighestPort), "port-2147483647");
+  EXPECT_EQ(SocketName(kMaxPort), "port-2147483647");
 }
 
 TEST(PortWire, KnowsNoSocketNameButItsOwn) {
@@ -132,9 +133,10 @@ TEST(PortWire, ReadsRepliesThatAreNumbers) {
   }
   for (const int result : {0, 1, -1, 22, 2147483647, -2147483647 - 1}) {
     EXPECT_EQ(ParseReply(ReplyPacket(result)), result);
-    EXPECT_LE(ReplyPacket(result).size(), kLargestReply);
+    EXPECT_LE(ReplyPacket(result).size(), kMaxReply);
   }
 }
 
 }  // namespace
+
 }  // namespace ptick::ports

@@ -16,6 +16,7 @@
 #include "support/port_fixture.h"
 
 namespace ptick::ports {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -170,4 +171,5 @@ TEST_F(RuntimeDirectory, StaysTheCheckedOneWhenItsNameChangesHands) {
 }
 
 }  // namespace
+
 }  // namespace ptick::ports

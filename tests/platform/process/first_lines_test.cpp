@@ -18,6 +18,7 @@
 #include "support/temp_directory.h"
 
 namespace ptick {
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -275,4 +276,5 @@ TEST_F(FirstLinesTest, ThePlatformRunsThemWithTheUsualLimits) {
 }
 
 }  // namespace
+
 }  // namespace ptick

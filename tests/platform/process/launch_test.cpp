@@ -17,6 +17,7 @@
 #include "support/temp_directory.h"
 
 namespace ptick {
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -134,4 +135,5 @@ TEST_F(LaunchTest, TellsWhyAProgramCannotBeStarted) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -22,6 +22,7 @@
 #include "support/temp_directory.h"
 
 namespace ptick {
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -198,4 +199,5 @@ INSTANTIATE_TEST_SUITE_P(While, EndedProcessTest,
                          WorkName);
 
 }  // namespace
+
 }  // namespace ptick

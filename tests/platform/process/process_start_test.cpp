@@ -11,6 +11,7 @@
 #include "support/temp_directory.h"
 
 namespace ptick {
+
 namespace {
 
 // Starts the platform with those standard descriptors closed, opens a record, writes to both
@@ -99,4 +100,5 @@ TEST(ProcessStartTest, ChildrenGetNoDescriptorButTheStandardOnes) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -17,6 +17,7 @@
 #include "support/temp_directory.h"
 
 namespace ptick {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -171,4 +172,5 @@ TEST(ShellTest, DcopyFailsWithoutAnyProgram) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -6,6 +6,7 @@
 #include "profile/merge/merge_values.h"
 
 namespace ptick {
+
 namespace {
 
 constexpr MergeKeys::Id kKeys = 4;
@@ -47,4 +48,5 @@ TEST(MergeFirstValues, AreLikeValuesThatWereSet) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -11,6 +11,7 @@
 #include "support/profiles.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::Tabs;

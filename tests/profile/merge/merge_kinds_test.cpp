@@ -11,6 +11,7 @@
 #include "support/profiles.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::AddLines;
@@ -125,4 +126,5 @@ TEST(ProfileMerge, AddsAllOtherValues) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -9,6 +9,7 @@
 #include "support/profiles.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::Tabs;
@@ -73,4 +74,5 @@ TEST(MergeLine, IsDividedAtItsLastTab) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -11,6 +11,7 @@
 #include "value/value.h"
 
 namespace ptick {
+
 namespace {
 
 /// Values of as many keys, numbered from 0.
@@ -272,4 +273,5 @@ TEST(MergeValues, AreReplacedAfterASum) {
 }
 
 }  // namespace
+
 }  // namespace ptick

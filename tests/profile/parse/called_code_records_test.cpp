@@ -9,6 +9,7 @@
 #include "support/profiles.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::Parse;
@@ -184,4 +185,5 @@ TEST(InputRecords, KnowTheClockFromTheRecordsBefore) {
 }
 
 }  // namespace
+
 }  // namespace ptick

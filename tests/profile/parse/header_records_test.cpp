@@ -13,6 +13,7 @@
 #include "support/profiles.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::Parse;
@@ -206,4 +207,5 @@ TEST(HeaderRecords, NameTheProgram) {
 }
 
 }  // namespace
+
 }  // namespace ptick

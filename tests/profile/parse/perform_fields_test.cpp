@@ -10,6 +10,7 @@
 #include "support/profiles.h"
 
 namespace ptick {
+
 namespace {
 
 /// `text` with the bytes that the tests write as others: "|" is a TAB, "]" a value mark, "\" a
@@ -169,4 +170,5 @@ TEST(PerformFields, ReadsNoKeyAfterField1000) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -12,6 +12,7 @@
 #include "support/profiles.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::Parse;
@@ -134,4 +135,5 @@ TEST(RecordParser, CountsLinesOfLongProfiles) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -11,6 +11,7 @@
 #include "support/profiles.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::Parse;
@@ -125,4 +126,5 @@ TEST(TraceRecords, LeaveAllElseAlone) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -9,6 +9,7 @@
 #include <vector>
 
 namespace ptick {
+
 namespace {
 
 /// A question to the masks, and for which bytes the answer is yes.
@@ -99,4 +100,5 @@ TEST(ByteMasks, MarkNothingPastTheirSize) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -11,6 +11,7 @@
 #include "support/scanned_line.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::Tabs;
@@ -82,4 +83,5 @@ TEST(CallLine, FindsTheFieldsWhereverTheyAre) {
 }
 
 }  // namespace
+
 }  // namespace ptick

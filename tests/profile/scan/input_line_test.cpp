@@ -11,6 +11,7 @@
 #include "support/scanned_line.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::Tabs;
@@ -96,4 +97,5 @@ TEST(InputLine, FindsTheEndAndEmptyFieldsWhereverTheyAre) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -9,6 +9,7 @@
 #include "support/scanned_line.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::ScannedLine;
@@ -50,4 +51,5 @@ TEST(LineEnd, IsFoundWhereverItIs) {
 }
 
 }  // namespace
+
 }  // namespace ptick

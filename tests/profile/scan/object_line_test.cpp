@@ -11,6 +11,7 @@
 #include "support/scanned_line.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::Tabs;
@@ -85,4 +86,5 @@ TEST(ObjectLine, FindsTheFieldsWhereverTheyAre) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -12,6 +12,7 @@
 #include "support/scanned_line.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::ScannedLine;
@@ -168,4 +169,5 @@ TEST(PerformLine, LeavesLinesOfManyFields) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -11,6 +11,7 @@
 #include "support/scanned_line.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::ScannedLine;
@@ -149,4 +150,5 @@ TEST(TraceLine, LeavesNumbersThatHoldOtherBytes) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -10,6 +10,7 @@
 #include "value/text.h"
 
 namespace ptick {
+
 namespace {
 
 TEST(RecordTypes, AreNamedOnceInLowerCase) {
@@ -66,4 +67,5 @@ TEST(RecordTypes, HaveNoOtherNames) {
 }
 
 }  // namespace
+
 }  // namespace ptick

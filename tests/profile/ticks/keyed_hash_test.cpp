@@ -13,6 +13,7 @@
 #include <vector>
 
 namespace ptick {
+
 namespace {
 
 constexpr HashSecret kKnown{.first = 0x2545F4914F6CDD1D, .second = 0x9E3779B97F4A7C15};
@@ -39,7 +40,7 @@ std::size_t FullestBucket(const std::vector<std::uint32_t>& hashes) {
   return *std::ranges::max_element(buckets);
 }
 
-constexpr std::size_t kMostByChance = 12;
+constexpr std::size_t kMaxByChance = 12;
 
 std::size_t FullestBucket(const std::vector<std::string>& names, const HashSecret& secret) {
   std::vector<std::uint32_t> hashes;
@@ -74,7 +75,7 @@ TEST(NameHash, IsNoWeaponWithoutTheSecret) {
   const std::vector<std::string> names = NamesAgainst(kKnown);
   EXPECT_EQ(FullestBucket(names, kKnown), kCount) << "or the names are not what they should be";
   for (const HashSecret& secret : OtherSecrets()) {
-    EXPECT_LE(FullestBucket(names, secret), kMostByChance) << secret.first << " " << secret.second;
+    EXPECT_LE(FullestBucket(names, secret), kMaxByChance) << secret.first << " " << secret.second;
   }
 }
 
@@ -85,7 +86,7 @@ TEST(NameHash, SpreadsNamesThatOnceMetInOnePlace) {
     names.push_back("\x1d\xdd\x6c\x4f\x91\xf4\x45\x35" + EightDigits(n));
   }
   for (const HashSecret& secret : OtherSecrets()) {
-    EXPECT_LE(FullestBucket(names, secret), kMostByChance) << secret.first << " " << secret.second;
+    EXPECT_LE(FullestBucket(names, secret), kMaxByChance) << secret.first << " " << secret.second;
   }
 }
 
@@ -108,7 +109,7 @@ TEST(NameHash, SpreadsNamesThatAreAlike) {
       names.push_back(kinds[kind](n));
     }
     for (const HashSecret& secret : OtherSecrets()) {
-      EXPECT_LE(FullestBucket(names, secret), kMostByChance) << names[1] << ", kind " << kind;
+      EXPECT_LE(FullestBucket(names, secret), kMaxByChance) << names[1] << ", kind " << kind;
     }
   }
 }
@@ -156,7 +157,7 @@ TEST(NumberHash, IsNoWeaponWithoutTheSecret) {
   }
   EXPECT_GE(FullestBucket(numbers, kKnown), numbers.size() / 16);
   for (const HashSecret& secret : OtherSecrets()) {
-    EXPECT_LE(FullestBucket(numbers, secret), kMostByChance);
+    EXPECT_LE(FullestBucket(numbers, secret), kMaxByChance);
   }
 }
 
@@ -168,7 +169,7 @@ TEST(NumberHash, SpreadsNumbersThatFollowEachOther) {
       numbers.push_back(n * step);
     }
     for (const HashSecret& secret : OtherSecrets()) {
-      EXPECT_LE(FullestBucket(numbers, secret), kMostByChance) << step;
+      EXPECT_LE(FullestBucket(numbers, secret), kMaxByChance) << step;
     }
   }
 }
@@ -183,4 +184,5 @@ TEST(HashSecret, IsDrawnAtRandomOncePerProcess) {
 }
 
 }  // namespace
+
 }  // namespace ptick

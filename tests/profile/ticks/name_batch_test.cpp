@@ -11,6 +11,7 @@
 #include <vector>
 
 namespace ptick {
+
 namespace {
 
 std::vector<NameTable::Id> Interned(NameTable& table, const std::vector<std::string_view>& names) {
@@ -49,4 +50,5 @@ TEST(NameBatch, NumbersTheNamesOfABigTable) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -5,6 +5,7 @@
 #include <string>
 
 namespace ptick {
+
 namespace {
 
 TEST(NameList, KeepsEachNameInItsPlace) {
@@ -23,4 +24,5 @@ TEST(NameList, KeepsEachNameInItsPlace) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -9,6 +9,7 @@
 #include <vector>
 
 namespace ptick {
+
 namespace {
 
 std::vector<std::string> Names(const NameTable& table) {
@@ -139,4 +140,5 @@ TEST(NameTable, GivesTheSameNumbersWhateverTheSecret) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -11,6 +11,7 @@
 #include "support/profiles.h"
 
 namespace ptick {
+
 namespace {
 
 using testing::RowTexts;
@@ -181,4 +182,5 @@ TEST(TickTable, VisitsEveryEntryOnce) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -10,6 +10,7 @@
 #include <vector>
 
 namespace ptick {
+
 namespace {
 
 std::string EntryText(const TickEntry& entry) {
@@ -81,4 +82,5 @@ TEST(TickBuckets, FillInAnyOrder) {
 }
 
 }  // namespace
+
 }  // namespace ptick

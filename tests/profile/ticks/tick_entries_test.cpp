@@ -13,6 +13,7 @@
 #include "profile/ticks/sort_order.h"
 
 namespace ptick {
+
 namespace {
 
 constexpr SortOrder kAscending = SortOrder::kAscending;
@@ -129,4 +130,5 @@ TEST(TickEntries, TellExactTextsFromNumbers) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -14,6 +14,7 @@
 #include "support/profiles.h"
 
 namespace ptick {
+
 namespace {
 
 struct Texts {
@@ -84,4 +85,5 @@ TEST(TickPart, VisitsEveryEntryOnce) {
 }
 
 }  // namespace
+
 }  // namespace ptick

@@ -13,6 +13,7 @@
 #include "value/number_text.h"
 
 namespace ptick::exports {
+
 namespace {
 
 using ptick::testing::Parse;
@@ -168,4 +169,5 @@ TEST(LineSums, AgreeWithSumsInAMap) {
 }
 
 }  // namespace
+
 }  // namespace ptick::exports

@@ -10,6 +10,7 @@
 #include "support/profiles.h"
 
 namespace ptick::exports {
+
 namespace {
 
 using ptick::testing::Parse;
@@ -48,4 +49,5 @@ TEST(RunTime, IsByClocksElseByTimes) {
 }
 
 }  // namespace
+
 }  // namespace ptick::exports

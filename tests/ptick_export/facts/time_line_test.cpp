@@ -11,6 +11,7 @@
 #include "support/profiles.h"
 
 namespace ptick::exports {
+
 namespace {
 
 using ptick::testing::Parse;
@@ -183,4 +184,5 @@ TEST(TimeTracks, TakeNoLongerWhereAllCross) {
 }
 
 }  // namespace
+
 }  // namespace ptick::exports

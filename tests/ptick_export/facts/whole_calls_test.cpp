@@ -6,6 +6,7 @@
 #include <vector>
 
 namespace ptick::exports {
+
 namespace {
 
 TEST(WholeTimes, AreCutAndAboveZero) {
@@ -40,4 +41,5 @@ TEST(WholeTimes, AreCutAndAboveZero) {
 }
 
 }  // namespace
+
 }  // namespace ptick::exports

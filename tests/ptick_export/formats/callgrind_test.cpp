@@ -8,6 +8,7 @@
 #include "ptick_export/support/exported.h"
 
 namespace ptick::exports {
+
 namespace {
 
 using testing::Export;
@@ -106,4 +107,5 @@ TEST(Callgrind, IsAFileForAnEmptyProfile) {
 }
 
 }  // namespace
+
 }  // namespace ptick::exports

@@ -8,6 +8,7 @@
 #include "ptick_export/support/exported.h"
 
 namespace ptick::exports {
+
 namespace {
 
 TEST(CsvTables, HoldWhatReportsShow) {
@@ -49,4 +50,5 @@ TEST(CsvTables, HoldWhatReportsShow) {
 }
 
 }  // namespace
+
 }  // namespace ptick::exports

@@ -8,6 +8,7 @@
 #include "ptick_export/support/exported.h"
 
 namespace ptick::exports {
+
 namespace {
 
 using testing::Export;
@@ -58,4 +59,5 @@ TEST(Folded, TellsWhatItDoesNotHold) {
 }
 
 }  // namespace
+
 }  // namespace ptick::exports

@@ -8,6 +8,7 @@
 #include "ptick_export/support/exported.h"
 
 namespace ptick::exports {
+
 namespace {
 
 using nlohmann::json;
@@ -117,4 +118,5 @@ TEST(JsonProfile, KeepsNamesApart) {
 }
 
 }  // namespace
+
 }  // namespace ptick::exports

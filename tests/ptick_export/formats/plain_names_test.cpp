@@ -11,6 +11,7 @@
 #include "companion/distinct_texts.h"
 
 namespace ptick::exports {
+
 namespace {
 
 constexpr PlainNameRules kAll = {.semicolons = true, .hash_signs = true, .outer_blanks = true};
@@ -74,4 +75,5 @@ TEST(PlainNames, KeepNamesApart) {
 }
 
 }  // namespace
+
 }  // namespace ptick::exports

@@ -12,6 +12,7 @@
 #include "ptick_export/support/exported.h"
 
 namespace ptick::exports {
+
 namespace {
 
 using protozero::pbf_reader;
@@ -155,4 +156,5 @@ TEST(Pprof, IsTheSameBytesEachTime) {
 }
 
 }  // namespace
+
 }  // namespace ptick::exports

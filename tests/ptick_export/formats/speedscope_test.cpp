@@ -9,6 +9,7 @@
 #include "ptick_export/support/exported.h"
 
 namespace ptick::exports {
+
 namespace {
 
 using nlohmann::json;
@@ -82,4 +83,5 @@ TEST(Speedscope, LeavesOutWhatIsNegative) {
 }
 
 }  // namespace
+
 }  // namespace ptick::exports

@@ -9,6 +9,7 @@
 #include "ptick_export/support/exported.h"
 
 namespace ptick::exports {
+
 namespace {
 
 using nlohmann::json;
@@ -79,4 +80,5 @@ TEST(TraceEvents, TellWhatIsLeftOut) {
 }
 
 }  // namespace
+
 }  // namespace ptick::exports

@@ -6,6 +6,7 @@
 #include "support/profiles.h"
 
 namespace ptick::exports::testing {
+
 namespace {
 
 class Told final : public companion::Messages {

@@ -92,7 +92,7 @@ UniqueFd Listen(const UniqueFd& directory, const std::string& name) {
 }  // namespace
 
 ClaimedPort::ClaimedPort(std::int64_t port) {
-  if (port < 0 || port > kHighestPort) {
+  if (port < 0 || port > kMaxPort) {
     Fail(EINVAL, "port");
   }
   directory_ = CheckedDirectory();

@@ -20,7 +20,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::int64_t kLongestWait = std::numeric_limits<int>::max();
+constexpr std::int64_t kMaxWait = std::numeric_limits<int>::max();
 
 Opened Failed(int error) { return {UniqueFd(), error}; }
 
@@ -56,7 +56,7 @@ int SendError(int error) {
 
 // The reply, when it is there: its result or the error number of a bad one.
 std::optional<int> TakeReply(const UniqueFd& socket) {
-  std::array<char, kLargestReply> reply{};
+  std::array<char, kMaxReply> reply{};
   const ssize_t size = ::recv(socket.Get(), reply.data(), reply.size(), MSG_DONTWAIT | MSG_TRUNC);
   if (size < 0) {
     return errno == EAGAIN || errno == EINTR ? std::nullopt : std::optional(errno);
@@ -96,7 +96,7 @@ Opened ConnectToSocket(const UniqueFd& directory, const std::string& name) {
 }
 
 Opened ConnectToPort(std::int64_t port) {
-  if (port < 0 || port > kHighestPort) {
+  if (port < 0 || port > kMaxPort) {
     return Failed(EINVAL);
   }
   const Opened directory = OpenRuntimeDirectory();
@@ -121,7 +121,7 @@ int SendPacket(const UniqueFd& socket, std::string_view packet) {
   if (packet.empty()) {
     return EINVAL;
   }
-  if (packet.size() > kLargestRequest) {
+  if (packet.size() > kMaxRequest) {
     return EMSGSIZE;
   }
   ssize_t sent = 0;
@@ -138,8 +138,7 @@ int AwaitReply(const UniqueFd& socket, std::chrono::milliseconds limit) {
     pollfd wait{socket.Get(), POLLIN, 0};
     // A signal may cut the wait short, and a wait that ends may find nothing: go on to the
     // deadline.
-    WaitReady({&wait, 1},
-              static_cast<int>(std::clamp<std::int64_t>(left.count(), 0, kLongestWait)));
+    WaitReady({&wait, 1}, static_cast<int>(std::clamp<std::int64_t>(left.count(), 0, kMaxWait)));
     if (const auto result = TakeReply(socket)) {
       return *result;
     }

@@ -42,9 +42,9 @@ int WaitTime(const std::optional<Clock::time_point>& deadline) {
   if (!deadline) {
     return -1;
   }
-  constexpr std::int64_t kLongest = std::numeric_limits<int>::max();
+  constexpr std::int64_t kMax = std::numeric_limits<int>::max();
   const auto left = std::chrono::ceil<Milliseconds>(*deadline - Clock::now());
-  return static_cast<int>(std::clamp<std::int64_t>(left.count(), 0, kLongest));
+  return static_cast<int>(std::clamp<std::int64_t>(left.count(), 0, kMax));
 }
 
 }  // namespace
@@ -59,7 +59,7 @@ int Received::Reply(int result) {
 }
 
 PortEndpoint::PortEndpoint(std::int64_t port)
-    : port_(port), events_(::epoll_create1(EPOLL_CLOEXEC)), buffer_(kLargestRequest, '\0') {
+    : port_(port), events_(::epoll_create1(EPOLL_CLOEXEC)), buffer_(kMaxRequest, '\0') {
   if (!events_.IsOpen()) {
     Fail("epoll");
   }

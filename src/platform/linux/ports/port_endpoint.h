@@ -37,7 +37,7 @@ struct Received {
 ///
 /// Only processes of the same user are listened to; the others are dropped unheard. A peer that
 /// connects and sends nothing holds nobody up: it waits aside, and when kPendingLimit wait there,
-/// the one that came first is dropped. A request of more than kLargestRequest bytes is dropped; a
+/// the one that came first is dropped. A request of more than kMaxRequest bytes is dropped; a
 /// malformed monitor request is answered with EINVAL here. A child process made by fork must end
 /// without destroying its copy, or start another program, or the socket file is removed.
 ///

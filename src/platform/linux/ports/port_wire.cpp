@@ -36,7 +36,7 @@ std::optional<std::int64_t> ParseSocketName(std::string_view name) {
   }
   const auto port = ParseWhole<std::int64_t>(name.substr(kSocketPrefix.size()));
   // Writing it again sorts out what spells a port another way: leading zeros and "-0".
-  if (!port || *port < 0 || *port > kHighestPort || SocketName(*port) != name) {
+  if (!port || *port < 0 || *port > kMaxPort || SocketName(*port) != name) {
     return std::nullopt;
   }
   return port;

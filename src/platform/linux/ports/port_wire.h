@@ -12,14 +12,14 @@ namespace ptick::ports {
 ///
 /// Threads: any.
 
-inline constexpr std::int64_t kHighestPort = 2147483647;
+inline constexpr std::int64_t kMaxPort = 2147483647;
 /// The most bytes that a request may have. The system's send buffer usually ends earlier.
-inline constexpr std::size_t kLargestRequest = std::size_t{256} * 1024;
+inline constexpr std::size_t kMaxRequest = std::size_t{256} * 1024;
 /// The most bytes that a reply may have.
-inline constexpr std::size_t kLargestReply = 32;
+inline constexpr std::size_t kMaxReply = 32;
 
 /// The name of a port's socket file in the runtime directory: "port-5". Ports are 0 to
-/// kHighestPort.
+/// kMaxPort.
 std::string SocketName(std::int64_t port);
 
 /// The port that a socket file belongs to; nothing for a name that SocketName does not give.

@@ -11,7 +11,7 @@ namespace ptick {
 
 namespace {
 
-constexpr std::size_t kLongestLine = std::size_t{64} * 1024;
+constexpr std::size_t kMaxLine = std::size_t{64} * 1024;
 constexpr std::string_view kLineEnds = "\n\xfe";
 
 }  // namespace
@@ -77,8 +77,8 @@ bool FirstLineCapture::ReadLine() {
 bool FirstLineCapture::KeepLine(std::string_view bytes) {
   const std::size_t end = bytes.find_first_of(kLineEnds);
   const std::string_view part = bytes.substr(0, end);
-  line_ += part.substr(0, std::min(part.size(), kLongestLine - line_.size()));
-  return end != std::string_view::npos || line_.size() == kLongestLine;
+  line_ += part.substr(0, std::min(part.size(), kMaxLine - line_.size()));
+  return end != std::string_view::npos || line_.size() == kMaxLine;
 }
 
 }  // namespace ptick
