@@ -21,7 +21,8 @@ std::size_t PartOf(const MergeKey& key, std::size_t parts) {
   constexpr std::uint32_t kOdd = 0x9E3779B1U;
   const std::uint32_t number =
       key.number == MergeKey::kNoNumber ? HashOfHead(key.head) : key.number;
-  return static_cast<std::size_t>(std::uint64_t{number * kOdd} * parts >> 32U);
+  const std::uint32_t spread = number * kOdd;
+  return static_cast<std::size_t>(std::uint64_t{spread} * parts >> 32U);
 }
 
 void SortByParts(SortedBlock& block, std::size_t parts) {

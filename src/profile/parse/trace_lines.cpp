@@ -64,9 +64,10 @@ std::int64_t TakeTraceLines(std::string_view block, TickTable& ticks,
     const auto size = static_cast<std::size_t>(next - line);
     if (!TakeUnusual({line, size - 1}, ticks)) {
       if (others.empty() || others.back().lines.data() + others.back().lines.size() != line) {
-        others.push_back({{line, 0}, count - 1});
+        others.push_back({{line, size}, count - 1});
+      } else {
+        others.back().lines = {others.back().lines.data(), others.back().lines.size() + size};
       }
-      others.back().lines = {others.back().lines.data(), others.back().lines.size() + size};
     }
     line = next;
   }
