@@ -6,8 +6,7 @@ import sys
 import unittest
 
 sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from support.program import ProgramTest  # noqa: E402
-from support.shells import Shell  # noqa: E402
+from support import completions  # noqa: E402
 
 # Keys typed, and the arguments that come of them.
 TYPED = [
@@ -29,29 +28,9 @@ TYPED = [
 ]
 
 
-class CompletionsTest(ProgramTest):
-    def setUp(self):
-        super().setUp()
-        for name in ("run1", "run2", "names", "my dir/file one", "-dash"):
-            self.write("work/" + name, "")
-
-    def check(self, name):
-        shell = Shell(name, self.folder)
-        typed = [(keys, shell.arguments(keys)) for keys, _ in TYPED]
-        self.assertEqual(0, shell.close())
-        self.assertEqual(TYPED, typed)
-
-    def test_bash(self):
-        self.check("bash")
-
-    def test_bash_without_the_package_bash_completion(self):
-        self.check("bash alone")
-
-    def test_zsh(self):
-        self.check("zsh")
-
-    def test_fish(self):
-        self.check("fish")
+class DiffCompletionsTest(completions.CompletionsTest):
+    files = ("run1", "run2", "names", "my dir/file one", "-dash")
+    typed = TYPED
 
 
 if __name__ == "__main__":
