@@ -4,6 +4,9 @@
 
 namespace ptick {
 
+/// More threads than these would wait for each other, and all take memory.
+constexpr unsigned kMaxThreads = 32;
+
 /// How many threads may work, and how much work is worth one of them. What comes out is the same
 /// whatever it says: the sizes are only those that are fast.
 struct ThreadPlan {

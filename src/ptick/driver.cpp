@@ -8,6 +8,7 @@
 
 #include "output/output.h"
 #include "output/stop.h"
+#include "parallel/thread_plan.h"
 #include "portctl/control_message.h"
 #include "portctl/monitor_switch.h"
 #include "ptick/command_line.h"
@@ -19,9 +20,6 @@ namespace ptick {
 namespace {
 
 constexpr std::string_view kProgramName = "ptick";
-
-// More of them would wait for each other, and all take memory.
-constexpr unsigned kMaxThreads = 32;
 
 int RunSteps(Platform& platform, const ThreadPlan& threads, Output& output) {
   const std::vector<std::string> arguments = CommandArguments(platform.CommandLine());

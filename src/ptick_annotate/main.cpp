@@ -1,5 +1,4 @@
 // ptick-annotate: the source with its ticks beside it.
-#include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <string>
@@ -11,16 +10,12 @@
 #include "companion/linux/program.h"
 #include "companion/usage_error.h"
 #include "platform/linux/large_pages.h"
-#include "platform/linux/processors.h"
 #include "platform/linux/record_files.h"
 #include "ptick_annotate/annotation.h"
 
 namespace ptick::companion {
 
 namespace {
-
-// More of them would wait for each other, and all take memory.
-constexpr unsigned kMaxThreads = 32;
 
 struct Options {
   std::vector<std::string> folders;
@@ -33,8 +28,8 @@ void Describe(CommandLine& line, Options& options) {
   line.Usage("[OPTION]... -f DIR... PROFILE...")
       .Summary(
           "Shows the source of each program that took ticks, the hungriest first, with ticks, "
-          "share "
-          "and line number beside it. Several profiles are merged into one first; where PROFILE is "
+          "share and line number beside it. Several profiles are merged into one first; where "
+          "PROFILE is "
           "-, reads standard input.");
   AddSourceOption(line, options.folders);
   line.WholeNumber("-c,--context", "N", "show N lines around each line with ticks; 3 is usual",

@@ -11,6 +11,7 @@
 #include "companion/linux/inputs.h"
 #include "companion/linux/program.h"
 #include "companion/usage_error.h"
+#include "parallel/thread_plan.h"
 #include "platform/linux/large_pages.h"
 #include "platform/linux/processors.h"
 #include "profile/tables/record_types.h"
@@ -21,9 +22,6 @@
 namespace ptick::companion {
 
 namespace {
-
-// More of them would wait for each other, and all take memory.
-constexpr unsigned kMaxThreads = 32;
 
 struct MergeOptions {
   /// All that were given: a second list is refused, never passed over.
