@@ -31,7 +31,7 @@ ptick::Value AmountAfter(const std::string& listing, const std::string& start) {
     return 0;
   }
   const std::size_t begin = at + 1 + start.size();
-  return ptick::Value(listing.substr(begin, listing.find(' ', begin) - begin));
+  return {listing.substr(begin, listing.find(' ', begin) - begin)};
 }
 
 // Sums beyond these are no whole numbers, or not exact.

@@ -1,6 +1,7 @@
 // Two sides of profiles of any bytes, compared: the JSON and the CSV are read back and say the
 // same, a side does not differ from itself, and the table is made without a fault.
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -28,10 +29,10 @@ using namespace ptick::compare;
 using ptick::fuzz::Require;
 using ptick::fuzz::RequireEqual;
 
-constexpr Kind kKinds[] = {Kind::kLine, Kind::kProgram, Kind::kCommand, Kind::kSubroutine,
-                           Kind::kCounter};
-constexpr SortBy kOrders[] = {SortBy::kChange, SortBy::kRelative, SortBy::kOld, SortBy::kNew,
-                              SortBy::kName};
+constexpr std::array kKinds = {Kind::kLine, Kind::kProgram, Kind::kCommand, Kind::kSubroutine,
+                               Kind::kCounter};
+constexpr std::array kOrders = {SortBy::kChange, SortBy::kRelative, SortBy::kOld, SortBy::kNew,
+                                SortBy::kName};
 
 struct Profiles {
   std::vector<std::string> texts;
@@ -142,7 +143,7 @@ void CheckDiff(const Profiles& old_runs, const Profiles& new_runs, Kind kind, un
                      .is_normalized = normalize,
                      .has_sources = (bits & 2U) != 0,
                      .programs_without_source = {},
-                     .order = OrderRows(comparison, kOrders[(bits >> 2U) % 5])};
+                     .order = OrderRows(comparison, kOrders.at((bits >> 2U) % kOrders.size()))};
   CompareForms(diff);
   ptick::companion::StringSink table;
   WriteDiffTable(diff, {.top = bits, .shows_noise = (bits & 8U) != 0}, table, {});
@@ -156,7 +157,7 @@ void CheckDiff(const Profiles& old_runs, const Profiles& new_runs, Kind kind, un
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   ptick::fuzz::FuzzInput input(data, size);
   const unsigned int bits = input.TakeByte();
-  const Kind kind = kKinds[input.TakeByte() % 5];
+  const Kind kind = kKinds.at(input.TakeByte() % kKinds.size());
   const int old_count = input.TakeBetween(1, 4);
   const int new_count = input.TakeBetween(1, 4);
   Profiles sides[2];

@@ -32,17 +32,17 @@ class ProfileInputsTest : public ::testing::Test {
  protected:
   ProfileInputs Inputs() {
     return {[this](const std::string& name) -> std::unique_ptr<RecordReader> {
-              opened.push_back(name);
-              const auto found = texts.find(name);
-              if (found == texts.end()) {
+              opened_.push_back(name);
+              const auto found = texts_.find(name);
+              if (found == texts_.end()) {
                 throw Trouble(InputName(name), ENOENT);
               }
               const bool fails = name.starts_with("late");
               return std::make_unique<TextRecord>(
-                  found->second, piece,
+                  found->second, piece_,
                   fails ? TextRecord::End::kFails : TextRecord::End::kReached);
             },
-            progress.Get()};
+            progress_.Get()};
   }
 
   /// The message of the trouble that reading ends with, empty without trouble.
@@ -56,14 +56,14 @@ class ProfileInputsTest : public ::testing::Test {
     return "";
   }
 
-  std::map<std::string, std::string> texts;
-  std::size_t piece = 7;
-  std::vector<std::string> opened;
-  testing::NoProgress progress;
+  std::map<std::string, std::string> texts_;
+  std::size_t piece_ = 7;
+  std::vector<std::string> opened_;
+  testing::NoProgress progress_;
 };
 
 TEST_F(ProfileInputsTest, ReadsOneAsItIs) {
-  texts["run"] = Records({"program|A 1", "ticks|5", "trace|P|1|2", "trace|P|1|2"});
+  texts_["run"] = Records({"program|A 1", "ticks|5", "trace|P|1|2", "trace|P|1|2"});
   ProfileTables tables;
   Inputs().Read({"run"}, {}, tables);
   EXPECT_EQ(tables.ProfileName, "run");
@@ -72,20 +72,20 @@ TEST_F(ProfileInputsTest, ReadsOneAsItIs) {
 }
 
 TEST_F(ProfileInputsTest, MergesSeveral) {
-  texts["run"] = Records({"program|A 1", "ticks|5", "trace|P|1|2"});
-  texts["-"] = Records({"ticks|7", "trace|P|1|3", "trace|Q|1|1"});
+  texts_["run"] = Records({"program|A 1", "ticks|5", "trace|P|1|2"});
+  texts_["-"] = Records({"ticks|7", "trace|P|1|3", "trace|Q|1|1"});
   ProfileTables tables;
   Inputs().Read({"-", "run"}, {}, tables);
   EXPECT_EQ(tables.ProfileName, "standard input ...");
   EXPECT_EQ(tables.ProgramName, "(unknown)");
   EXPECT_EQ(tables.TotalTicks.Text(), "12");
   EXPECT_EQ(RowTexts(std::move(tables.Details)), "P|1|5 Q|1|1");
-  EXPECT_EQ(opened, (std::vector<std::string>{"-", "run"}));
+  EXPECT_EQ(opened_, (std::vector<std::string>{"-", "run"}));
 }
 
 TEST_F(ProfileInputsTest, NamesItsTablesAsPtickDoes) {
   MemoryPlatform platform;
-  texts["run"] = platform.files["."]["run"].text = Records({"ticks|5"});
+  texts_["run"] = platform.files["."]["run"].text = Records({"ticks|5"});
   MergedProfile merged = MergeProfileFiles({"run", "run"}, platform,
                                            std::pmr::get_default_resource(), [](const auto&) {});
   ProfileTables want;
@@ -96,7 +96,7 @@ TEST_F(ProfileInputsTest, NamesItsTablesAsPtickDoes) {
 }
 
 TEST_F(ProfileInputsTest, TakesWhatIsEmpty) {
-  texts["empty"] = "";
+  texts_["empty"] = "";
   for (const std::vector<std::string>& names :
        std::vector<std::vector<std::string>>{{}, {"empty"}, {"empty", "empty"}}) {
     EXPECT_EQ(TroubleOf(names), "");
@@ -104,14 +104,15 @@ TEST_F(ProfileInputsTest, TakesWhatIsEmpty) {
 }
 
 TEST_F(ProfileInputsTest, TellsWhatIsWrongAndWhere) {
-  texts["good"] = Records({"ticks|5"});
-  texts["bad"] = "\n" + Records({"ticks|5", "trcae|P|1|2", "worse|1"});
-  texts["alone"] = "\t\tPROFILE:bogus";
-  texts["marks"] =
+  texts_["good"] = Records({"ticks|5"});
+  texts_["bad"] = "\n" + Records({"ticks|5", "trcae|P|1|2", "worse|1"});
+  texts_["alone"] = "\t\tPROFILE:bogus";
+  texts_["marks"] =
       "a\xfe"
       "b\nPROFILE:ticks\t1\xfePROFILE:x\t1\xfePROFILE:y\n";
-  texts["long"] = "PROFILE:" + std::string(59, 'x') + "\xc3\xa4" + std::string(1000, 'y') + "\t1\n";
-  texts["late"] = Records({"ticks|5"});
+  texts_["long"] =
+      "PROFILE:" + std::string(59, 'x') + "\xc3\xa4" + std::string(1000, 'y') + "\t1\n";
+  texts_["late"] = Records({"ticks|5"});
   struct Row {
     std::vector<std::string> names;
     std::string want;
@@ -133,7 +134,7 @@ TEST_F(ProfileInputsTest, TellsWhatIsWrongAndWhere) {
   };
   for (const Row& row : rows) {
     for (const std::size_t size : {std::size_t{1}, std::size_t{7}, std::size_t{100000}}) {
-      piece = size;
+      piece_ = size;
       EXPECT_EQ(TroubleOf(row.names), row.want);
     }
   }
@@ -145,18 +146,18 @@ TEST_F(ProfileInputsTest, CountsLinesOfLongInputsByLineFeeds) {
   for (int line = 1; line <= 40000; ++line) {
     text += line % 3 == 0 ? "remark\xfeother remark\n" : Records({"trace|P|1|2"});
   }
-  texts["run"] = text + Records({"bogus"});
-  texts["good"] = "";
-  piece = 100000;
+  texts_["run"] = text + Records({"bogus"});
+  texts_["good"] = "";
+  piece_ = 100000;
   const std::string want = "p: run: line 40001: unknown record type: PROFILE:bogus\n";
   EXPECT_EQ(TroubleOf({"run"}), want);
   EXPECT_EQ(TroubleOf({"good", "run"}), want);
 }
 
 TEST_F(ProfileInputsTest, OpensOneAtATime) {
-  texts["bad"] = Records({"bogus"});
+  texts_["bad"] = Records({"bogus"});
   EXPECT_NE(TroubleOf({"bad", "never"}), "");
-  EXPECT_EQ(opened, std::vector<std::string>{"bad"});
+  EXPECT_EQ(opened_, std::vector<std::string>{"bad"});
 }
 
 // The same merge and the same trouble, whoever reads.
@@ -165,12 +166,12 @@ TEST_F(ProfileInputsTest, MergesOnSeveralThreads) {
   for (int run = 0; run < 40; ++run) {
     names.push_back("run" + std::to_string(run));
     for (int line = 0; line < 300; ++line) {
-      texts[names.back()] +=
+      texts_[names.back()] +=
           Records({"trace|P" + std::to_string(line % 7) + "|" + std::to_string(line * run % 50) +
                    "|" + std::to_string(line)});
     }
   }
-  piece = 100000;
+  piece_ = 100000;
   const auto lines_with = [&](const ThreadPlan& threads) {
     ProfileMerge merge;
     auto next = names.begin();
@@ -180,7 +181,7 @@ TEST_F(ProfileInputsTest, MergesOnSeveralThreads) {
     return ptick::testing::LinesOf(merge);
   };
   const std::string want = lines_with({.threads = 1});
-  EXPECT_EQ(opened, names);
+  EXPECT_EQ(opened_, names);
   for (const unsigned threads : {2U, 3U, 8U}) {
     for (const std::size_t block_size : {std::size_t{200}, std::size_t{5000}}) {
       const ThreadPlan plan = {
@@ -188,7 +189,7 @@ TEST_F(ProfileInputsTest, MergesOnSeveralThreads) {
       EXPECT_EQ(lines_with(plan), want) << threads << " threads, blocks of " << block_size;
     }
   }
-  texts["run30"] += "PROFILE:bogus\n";
+  texts_["run30"] += "PROFILE:bogus\n";
   try {
     lines_with({.threads = 3, .bytes_alone = 1000, .merge_block_size = 200});
     FAIL() << "merged";
