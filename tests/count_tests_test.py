@@ -1,11 +1,9 @@
 """The last line of ./test counts what ran."""
 
 import os
-import sys
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
-from support.program import SOURCE_DIR, ProgramTest  # noqa: E402
+from support.program import SOURCE_DIR, ProgramTest
 
 GTEST = """\
 1/3 Testing: unit/0

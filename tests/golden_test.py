@@ -17,8 +17,7 @@ import sys
 import tempfile
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
-from support.program import PTICK, SOURCE_DIR, clean_environment  # noqa: E402
+from support.program import PTICK, SOURCE_DIR, clean_environment
 
 GOLDEN_DIR = os.path.join(SOURCE_DIR, "tests", "golden")
 

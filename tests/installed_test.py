@@ -4,12 +4,10 @@ a file that did not come along. PTICK_INSTALLED is one to look at; without it a 
 import os
 import re
 import subprocess
-import sys
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
-from support.documents import check_commands, commands_shown, links  # noqa: E402
-from support.program import ProgramTest, clean_environment  # noqa: E402
+from support.documents import check_commands, commands_shown, links
+from support.program import ProgramTest, clean_environment
 
 
 def read(path):

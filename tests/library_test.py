@@ -2,12 +2,10 @@
 
 import os
 import subprocess
-import sys
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
-from support.ports import PATIENCE, PortTest  # noqa: E402
-from support.program import SOURCE_DIR, clean_environment  # noqa: E402
+from support.ports import PATIENCE, PortTest
+from support.program import SOURCE_DIR, clean_environment
 
 BUILD_DIR = os.environ["PTICK_BUILD_DIR"]
 

@@ -7,13 +7,11 @@ import os
 import re
 import shutil
 import subprocess
-import sys
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
-from faults.disturbed import FAULT_PRELOAD, PTICK_DYNAMIC  # noqa: E402
-from support.ports import PortTest  # noqa: E402
-from support.program import PTICK, SOURCE_DIR  # noqa: E402
+from faults.disturbed import FAULT_PRELOAD, PTICK_DYNAMIC
+from support.ports import PortTest
+from support.program import PTICK, SOURCE_DIR
 
 PAGE = os.path.join(os.environ["PTICK_BUILD_DIR"], "ptick.1")
 OUT, ERR = 1, 2

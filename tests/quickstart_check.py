@@ -4,13 +4,11 @@ the tests that ctest runs: it configures their folder anew."""
 import os
 import re
 import subprocess
-import sys
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
-from support.documents import read  # noqa: E402
-from support.program import SOURCE_DIR, ProgramTest, clean_environment  # noqa: E402
-from support.terminal import Terminal  # noqa: E402
+from support.documents import read
+from support.program import SOURCE_DIR, ProgramTest, clean_environment
+from support.terminal import Terminal
 
 SHOWN = 14  # the heading and a dozen rows
 

@@ -2,11 +2,9 @@
 compares what it prints."""
 
 import os
-import sys
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
-from support.documents import (  # noqa: E402
+from support.documents import (
     blocks,
     check_commands,
     commands_shown,
@@ -15,7 +13,7 @@ from support.documents import (  # noqa: E402
     pattern,
     read,
 )
-from support.program import PTICK, SOURCE_DIR, ProgramTest, clean_environment  # noqa: E402
+from support.program import PTICK, SOURCE_DIR, ProgramTest, clean_environment
 
 # These build the programs: tests/quickstart runs the first, the second runs this.
 SET_UP = (

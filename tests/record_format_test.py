@@ -2,11 +2,9 @@
 
 import os
 import re
-import sys
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
-from support.program import SOURCE_DIR, ProgramTest  # noqa: E402
+from support.program import SOURCE_DIR, ProgramTest
 
 
 def read(*path):

@@ -4,12 +4,10 @@ import gzip
 import os
 import re
 import subprocess
-import sys
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from support.documents import read  # noqa: E402
-from support.program import PTICK, ProgramTest, clean_environment  # noqa: E402
+from support.documents import read
+from support.program import PTICK, ProgramTest, clean_environment
 
 
 def profile(number):

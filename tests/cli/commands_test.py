@@ -6,12 +6,10 @@ import os
 import resource
 import signal
 import subprocess
-import sys
 import time
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from support.program import PTICK, ProgramTest, clean_environment  # noqa: E402
+from support.program import PTICK, ProgramTest, clean_environment
 
 PR_SET_CHILD_SUBREAPER = 36
 PATIENCE = 60  # seconds after which a test gives up; none waits for it when all is well

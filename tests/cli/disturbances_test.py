@@ -3,11 +3,9 @@
 import os
 import shutil
 import subprocess
-import sys
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from support.program import PTICK, ProgramTest, clean_environment  # noqa: E402
+from support.program import PTICK, ProgramTest, clean_environment
 
 PROFILE = (
     "PROFILE:ticks\t8\nPROFILE:hertz\t100\nPROFILE:trace\tA\t1\t3\nPROFILE:trace\tB\t1\t1\n"

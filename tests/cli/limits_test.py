@@ -3,11 +3,9 @@ few times the longest line. PTICK_LIMITS=all (tools/limits) takes the full sizes
 ones."""
 
 import os
-import sys
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from support.program import PTICK, ProgramTest  # noqa: E402
+from support.program import PTICK, ProgramTest
 
 ALL = os.environ.get("PTICK_LIMITS") == "all"
 SCALE = 1 if ALL else 50

@@ -2,11 +2,9 @@
 bound is far above the noise of a busy machine, and far below what they took then."""
 
 import os
-import sys
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from support.program import PTICK, ProgramTest, clean_environment  # noqa: E402
+from support.program import PTICK, ProgramTest, clean_environment
 
 NAMES = 60_000
 ROWS = 5_000

@@ -7,9 +7,8 @@ import subprocess
 import sys
 import unittest
 
-sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), ".."))
-from support.ports import PATIENCE, PortTest  # noqa: E402
-from support.program import SOURCE_DIR, clean_environment  # noqa: E402
+from support.ports import PATIENCE, PortTest
+from support.program import SOURCE_DIR, clean_environment
 
 
 class PortListener(PortTest):

@@ -2,11 +2,9 @@
 peer gets."""
 
 import os
-import sys
 import unittest
 
-sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), ".."))
-from support.ports import Peer, PortTest  # noqa: E402
+from support.ports import Peer, PortTest
 
 
 class ControlMessages(PortTest):

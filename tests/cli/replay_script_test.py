@@ -1,13 +1,10 @@
 """A keyboard replay script holds what was typed: decoding it gives the recorded bytes back."""
 
-import os
 import random
 import re
-import sys
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from support.program import ProgramTest  # noqa: E402
+from support.program import ProgramTest
 
 LINE_ENDS = (10, 254)  # a profile line ends at either, so no text holds them
 RETURN = (10, 13)

@@ -1,11 +1,9 @@
 """Names and texts that are wide, combined or hostile, on the screen of a terminal."""
 
 import os
-import sys
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from support.screen_case import ScreenTest, harmless  # noqa: E402
+from support.screen_case import ScreenTest, harmless
 
 REPORTS = [(option, "{}") for option in ("-i", "-n", "-p", "-pv", "-s", "-o", "-a", "-A", "-nfsrc")]
 SIZES = [(8, columns) for columns in (20, 21, 40, 43, 44, 80, 81, 132)]

@@ -4,12 +4,10 @@ PTICK_SCREENS=all (tools/screens) tries all sizes, the tests a sample of them.""
 
 import itertools
 import os
-import sys
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from support.program import SOURCE_DIR  # noqa: E402
-from support.screen_case import ScreenTest  # noqa: E402
+from support.program import SOURCE_DIR
+from support.screen_case import ScreenTest
 
 OPTIONS = ((), ("-n",), ("-p",), ("-pv",), ("-s",), ("-o",), ("-a",), ("-A",))
 REPORTS = [(*options, "examples/orders/run1") for options in OPTIONS]

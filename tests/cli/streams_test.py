@@ -2,11 +2,9 @@
 
 import os
 import subprocess
-import sys
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from support.program import PTICK, ProgramTest, clean_environment  # noqa: E402
+from support.program import PTICK, ProgramTest, clean_environment
 
 
 class StreamsTest(ProgramTest):

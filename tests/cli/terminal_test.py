@@ -3,13 +3,11 @@
 import os
 import resource
 import signal
-import sys
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from support.program import PTICK  # noqa: E402
-from support.screen_case import ScreenTest  # noqa: E402
-from support.terminal import Terminal  # noqa: E402
+from support.program import PTICK
+from support.screen_case import ScreenTest
+from support.terminal import Terminal
 
 COLUMNS = b"Source name          Line#  Ticks    %      \n"
 

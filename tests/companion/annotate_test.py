@@ -4,15 +4,13 @@ compared with sums, shares and lines that are found here by other means."""
 import os
 import random
 import re
-import sys
 import unittest
 from fractions import Fraction
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from companion.literal_merge import merged, number, spelled  # noqa: E402
-from companion.random_profiles import RandomProfile, seeds  # noqa: E402
-from support.companions import CompanionTest, path_of  # noqa: E402
-from support.terminal import Terminal  # noqa: E402
+from companion.literal_merge import merged, number, spelled
+from companion.random_profiles import RandomProfile, seeds
+from support.companions import CompanionTest, path_of
+from support.terminal import Terminal
 
 TRY = "Try 'ptick-annotate --help' for more information.\n"
 

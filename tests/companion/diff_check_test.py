@@ -5,15 +5,12 @@ import csv
 import io
 import json
 import math
-import os
 import re
-import sys
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from companion import literal_diff  # noqa: E402
-from companion.random_profiles import RandomProfile, seeds  # noqa: E402
-from support.companions import CompanionTest  # noqa: E402
+from companion import literal_diff
+from companion.random_profiles import RandomProfile, seeds
+from support.companions import CompanionTest
 
 KINDS = {"line": "lines", "program": "programs", "command": "commands", "subroutine": "calls",
          "counter": "counters"}  # fmt: skip

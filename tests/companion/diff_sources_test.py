@@ -3,14 +3,11 @@ them as can be, and all others are gone or new."""
 
 import difflib
 import json
-import os
 import random
-import sys
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from companion.random_profiles import seeds  # noqa: E402
-from support.companions import CompanionTest  # noqa: E402
+from companion.random_profiles import seeds
+from support.companions import CompanionTest
 
 SOURCES = ["--old-source=before", "--new-source=after"]
 

@@ -4,12 +4,10 @@ import csv
 import io
 import json
 import os
-import sys
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from support.companions import CompanionTest, path_of  # noqa: E402
-from support.terminal import Terminal  # noqa: E402
+from support.companions import CompanionTest, path_of
+from support.terminal import Terminal
 
 TRY = "Try 'ptick-diff --help' for more information.\n"
 OLD = "PROFILE:ticks\t10000\nPROFILE:trace\tA\t1\t6000\nPROFILE:trace\tA\t2\t3990\nPROFILE:trace\tB\t7\t10\n"

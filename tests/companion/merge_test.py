@@ -4,14 +4,12 @@ out whole."""
 import os
 import resource
 import subprocess
-import sys
 import time
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from companion.literal_merge import merged  # noqa: E402
-from companion.random_profiles import RandomProfile, seeds  # noqa: E402
-from support.companions import CompanionTest, path_of  # noqa: E402
+from companion.literal_merge import merged
+from companion.random_profiles import RandomProfile, seeds
+from support.companions import CompanionTest, path_of
 
 RUN1 = "PROFILE:program\tA x\nPROFILE:ticks\t5\nPROFILE:trace\tA\t1\t2\n"
 RUN2 = "a remark\nPROFILE:trace\tA\t1\t3\nPROFILE:trace\tB\t1\t1"

@@ -2,12 +2,10 @@
 
 import os
 import re
-import sys
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from support.companions import COMPANIONS, path_of  # noqa: E402
-from support.program import SOURCE_DIR, ProgramTest  # noqa: E402
+from support.companions import COMPANIONS, path_of
+from support.program import SOURCE_DIR, ProgramTest
 
 COMMON = {"--output", "--quiet", "--color", "--help", "--version"}
 
@@ -111,6 +109,9 @@ class OptionsTest(ProgramTest):
             result = self.run_program(path_of(program), "--version")
             self.assertEqual((f"{program} {version}\n".encode(), b"", 0),
                              (result.out, result.err, result.status))  # fmt: skip
+            page = os.path.join(os.environ["PTICK_BUILD_DIR"], f"{program}.1")
+            with open(page, encoding="utf-8") as file:
+                self.assertIn(f"\n{version}.\n", file.read(), program)
 
 
 if __name__ == "__main__":

@@ -1,12 +1,9 @@
 """The completions of ptick-annotate in bash, zsh and fish: what real shells make of typed keys. That they
 have the options of the program is looked at with those of all companions."""
 
-import os
-import sys
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from support import completions  # noqa: E402
+from support import completions
 
 # Keys typed, and the arguments that come of them. A folder gets its slash and no blank.
 TYPED = [

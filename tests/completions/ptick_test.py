@@ -3,12 +3,10 @@ offer, and that they say what the usage says."""
 
 import os
 import re
-import sys
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from support.program import SOURCE_DIR, ProgramTest  # noqa: E402
-from support.shells import Shell  # noqa: E402
+from support.program import SOURCE_DIR, ProgramTest
+from support.shells import Shell
 
 LETTERS = "ajfFiknopstuvA"
 OPTIONS = sorted(f"-{letter}" for letter in LETTERS + "h")

@@ -7,13 +7,11 @@ import errno
 import os
 import re
 import subprocess
-import sys
 import tempfile
 import unittest
 
-sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), ".."))
-from faults.disturbed import Stage, adopt_orphans  # noqa: E402
-from support.program import ProgramTest  # noqa: E402
+from faults.disturbed import Stage, adopt_orphans
+from support.program import ProgramTest
 
 DYNAMIC_DIR = os.environ.get("PTICK_DYNAMIC_DIR", "build/dev")
 SHORT = 0

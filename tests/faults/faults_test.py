@@ -8,15 +8,13 @@ import fcntl
 import os
 import re
 import signal
-import sys
 import tempfile
 import threading
 import unittest
 
-sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), ".."))
-from faults.disturbed import Stage, adopt_orphans  # noqa: E402
-from faults.forms import FILES, FORMS, KEY_FILE, sizes_missing  # noqa: E402
-from support.ports import PortTest  # noqa: E402
+from faults.disturbed import Stage, adopt_orphans
+from faults.forms import FILES, FORMS, KEY_FILE, sizes_missing
+from support.ports import PortTest
 
 SHORT = 0
 FILE_FORMS = ("source", "keys")

@@ -1,14 +1,10 @@
 """The command line of ptick-fleet."""
 
-import os
-import sys
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-import fleet.modules  # noqa: E402,F401
-from ptick_fleet.arguments import Option, help_text, parse  # noqa: E402
-from ptick_fleet.options import parse_merge  # noqa: E402
-from ptick_fleet.problems import UsageError  # noqa: E402
+from ptick_fleet.arguments import Option, help_text, parse
+from ptick_fleet.options import parse_merge
+from ptick_fleet.problems import UsageError
 
 OPTIONS = (
     Option("o", "output", "FILE", "where to"),

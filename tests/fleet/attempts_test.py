@@ -1,15 +1,11 @@
 """Steps that fail, are late or meet what they cannot read, on an engine that does what it is told."""
 
 import asyncio
-import os
-import sys
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-import fleet.modules  # noqa: E402,F401
-from ptick_fleet import attempts as attempts_module  # noqa: E402
-from ptick_fleet.attempts import Attempts, Task  # noqa: E402
-from ptick_fleet.problems import LostInputs, ToldTrouble, Trouble  # noqa: E402
+from ptick_fleet import attempts as attempts_module
+from ptick_fleet.attempts import Attempts, Task
+from ptick_fleet.problems import LostInputs, ToldTrouble, Trouble
 
 AT_LINE = b"ptick-merge: a: line 3: unknown record type: PROFILE:x\n"
 UNREADABLE = b"ptick-merge: a: Input/output error\n"

@@ -6,14 +6,12 @@ import glob
 import os
 import random
 import signal
-import sys
 import threading
 import time
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from support.cluster import Cluster, processes_with, wait_until  # noqa: E402
-from support.fleet import PATH, FleetTest, last_line, seconds_since  # noqa: E402
+from support.cluster import Cluster, processes_with, wait_until
+from support.fleet import PATH, FleetTest, last_line, seconds_since
 
 
 class ClusterFaultsTest(FleetTest):

@@ -2,12 +2,10 @@
 
 import os
 import random
-import sys
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from support.cluster import Cluster  # noqa: E402
-from support.fleet import PATH, FleetTest, last_line  # noqa: E402
+from support.cluster import Cluster
+from support.fleet import PATH, FleetTest, last_line
 
 
 class ClusterMergeTest(FleetTest):

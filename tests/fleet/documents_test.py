@@ -4,15 +4,13 @@ import os
 import re
 import socket
 import subprocess
-import sys
 import unittest
 import urllib.request
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from support.cluster import wait_until  # noqa: E402
-from support.documents import blocks, read  # noqa: E402
-from support.fleet import BUILD_DIR, PATH, PROGRAMS, FleetTest  # noqa: E402
-from support.program import clean_environment  # noqa: E402
+from support.cluster import wait_until
+from support.documents import blocks, read
+from support.fleet import BUILD_DIR, PATH, PROGRAMS, FleetTest
+from support.program import clean_environment
 
 ADDRESS, PORT, DASHBOARD = "192.0.2.7", "8786", "8787"
 DAY = "2026-03-09"

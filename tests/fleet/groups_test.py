@@ -8,13 +8,11 @@ import unittest
 import zlib
 from unittest import mock
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-import fleet.modules  # noqa: E402,F401
-from ptick_fleet import names as names_module  # noqa: E402
-from ptick_fleet.groups import cut_into_groups  # noqa: E402
-from ptick_fleet.names import NameSource  # noqa: E402
-from ptick_fleet.problems import Trouble  # noqa: E402
-from support.program import ProgramTest  # noqa: E402
+from ptick_fleet import names as names_module
+from ptick_fleet.groups import cut_into_groups
+from ptick_fleet.names import NameSource
+from ptick_fleet.problems import Trouble
+from support.program import ProgramTest
 
 # A list, what ends its names, and the names.
 LISTS = [

@@ -5,15 +5,13 @@ import random
 import signal
 import stat
 import subprocess
-import sys
 import time
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from support.cluster import children_of, processes_with, wait_until  # noqa: E402
-from support.fleet import FLEET, PATH, FleetTest, seconds_since  # noqa: E402
-from support.program import clean_environment  # noqa: E402
-from support.terminal import Terminal  # noqa: E402
+from support.cluster import children_of, processes_with, wait_until
+from support.fleet import FLEET, PATH, FleetTest, seconds_since
+from support.program import clean_environment
+from support.terminal import Terminal
 
 
 class LocalMergeTest(FleetTest):

@@ -8,10 +8,9 @@ import sys
 import unittest
 from dataclasses import replace
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from fleet.tree_test import World  # noqa: E402
-from support.documents import read  # noqa: E402
-from support.program import SOURCE_DIR  # noqa: E402
+from fleet.tree_test import World
+from support.documents import read
+from support.program import SOURCE_DIR
 
 
 def load():

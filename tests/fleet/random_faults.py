@@ -4,13 +4,11 @@ its time: `tools/try_fleet ROUNDS`."""
 
 import os
 import random
-import sys
 import threading
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from support.cluster import Cluster, processes_with, wait_until  # noqa: E402
-from support.fleet import PATH, FleetTest  # noqa: E402
+from support.cluster import Cluster, processes_with, wait_until
+from support.fleet import PATH, FleetTest
 
 ROUNDS = int(os.environ.get("FLEET_ROUNDS", "5"))
 SEED = int(os.environ.get("FLEET_SEED", random.randrange(10**6)))

@@ -2,12 +2,10 @@
 
 import os
 import subprocess
-import sys
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from fleet.modules import BUILD_DIR, MODULES  # noqa: E402
-from support.program import SOURCE_DIR  # noqa: E402
+from fleet.modules import BUILD_DIR, MODULES
+from support.program import SOURCE_DIR
 
 CONFIGURATION = os.path.join(SOURCE_DIR, "fleet", "setup.cfg")
 MOST_LINES = 300

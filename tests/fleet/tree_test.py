@@ -3,16 +3,12 @@ has its inputs in order, and the whole is complete."""
 
 import asyncio
 import itertools
-import os
 import random
-import sys
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-import fleet.modules  # noqa: E402,F401
-from ptick_fleet.groups import Group  # noqa: E402
-from ptick_fleet.problems import LostInputs, Trouble  # noqa: E402
-from ptick_fleet.tree import Actions, MergeTree  # noqa: E402
+from ptick_fleet.groups import Group
+from ptick_fleet.problems import LostInputs, Trouble
+from ptick_fleet.tree import Actions, MergeTree
 
 
 def groups(count):

@@ -8,10 +8,9 @@ import subprocess
 import sys
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from support.companions import CompanionTest, path_of  # noqa: E402
-from support.program import SOURCE_DIR, clean_environment  # noqa: E402
-from support.terminal import Terminal  # noqa: E402
+from support.companions import CompanionTest, path_of
+from support.program import SOURCE_DIR, clean_environment
+from support.terminal import Terminal
 
 FORMATS = ["json", "csv", "callgrind", "pprof", "speedscope", "trace", "folded"]
 TABLES = ["lines", "programs", "commands", "subroutines", "objects", "inputs", "counters"]

@@ -4,16 +4,13 @@ values are. The readers share nothing with the writers."""
 import collections
 import json
 import os
-import re
-import sys
 import unittest
 
 import jsonschema
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from companion.random_profiles import NAMES, RandomProfile, seeds  # noqa: E402
-from ptick_export import readers  # noqa: E402
-from ptick_export.literal_profile import (  # noqa: E402
+from companion.random_profiles import NAMES, RandomProfile, seeds
+from ptick_export import readers
+from ptick_export.literal_profile import (
     COMMAND_NUMBERS,
     SINGLE_VALUES,
     LiteralProfile,
@@ -22,8 +19,8 @@ from ptick_export.literal_profile import (  # noqa: E402
     is_number,
     is_ordinary,
 )
-from support.companions import CompanionTest  # noqa: E402
-from support.program import SOURCE_DIR  # noqa: E402
+from support.companions import CompanionTest
+from support.program import SOURCE_DIR
 
 MORE_NAMES = [b"(empty)", b"(2) B", b" A", b"A ", b"A", b"\\x3b", b";", b"#", b"\xe9", b"\xc3\xa9",
               b"\xc3\xa9 (Latin-1)", b"\xe9 (Latin-1)", b'a,"b"', b"\xc2\xa0", b"x\xc2\x9bm"]  # fmt: skip

@@ -5,12 +5,10 @@ import os
 import pty
 import re
 import subprocess
-import sys
 import unittest
 
-sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-from support.companions import CompanionTest, path_of  # noqa: E402
-from support.program import SOURCE_DIR, clean_environment  # noqa: E402
+from support.companions import CompanionTest, path_of
+from support.program import SOURCE_DIR, clean_environment
 
 RUN1 = "PROFILE:ticks\t3\nPROFILE:trace\tA\t1\t2\nPROFILE:trace\tB\t1\t1\n"
 RUN2 = "PROFILE:ticks\t3\nPROFILE:trace\tA\t1\t3"

@@ -7,17 +7,15 @@ import re
 import shutil
 import signal
 import subprocess
-import sys
 import time
 import unittest
 
 import jsonschema
 
 HERE = os.path.dirname(os.path.abspath(__file__))
-sys.path.insert(0, os.path.dirname(HERE))
-from ptick_export.literal_profile import LiteralProfile  # noqa: E402
-from support.companions import CompanionTest, path_of  # noqa: E402
-from support.program import SOURCE_DIR  # noqa: E402
+from ptick_export.literal_profile import LiteralProfile
+from support.companions import CompanionTest
+from support.program import SOURCE_DIR
 
 RUN = os.path.join(SOURCE_DIR, "examples", "orders", "run1")
 # From the folder of a test: pictures show these paths.
