@@ -21,7 +21,7 @@ BUILD = ROOT / "build" / "mutate"
 FOLDERS = ["value/", "profile/", "reports/"]
 # Never run: what only waits for other processes, and what checks the sources themselves. Run last,
 # as they take long: tests with a great deal of data.
-NEVER = "*Command*:Port*:Shell*:*Endpoint*:KeyWait*:Sweep*:*IncludeDirection*"
+NEVER = "*Command*:Port*:Shell*:*Endpoint*:KeyWait*:Sweep*:*Floors*"
 LAST = "BigTables*:*Model*:TracePaths*:RowLayout.CutsEvery*:LargePages*:TickBuckets*:TickTable*"
 
 SWAPS = [
