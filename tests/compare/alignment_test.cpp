@@ -80,7 +80,7 @@ TEST(AlignLines, FollowsLinesThatMoved) {
     std::string new_text;
     std::string want;  ///< for each old line the new one, '-' for none
   };
-  const Row rows[] = {
+  const std::vector<Row> rows = {
       {"", "", ""},
       {"", "abc", ""},
       {"abc", "", "---"},

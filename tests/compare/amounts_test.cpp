@@ -33,7 +33,7 @@ TEST(Amounts, AddUpExactly) {
     std::string sum;
     bool is_count;
   };
-  const Row rows[] = {
+  const std::vector<Row> rows = {
       {{{"1", "2"}, {"4"}}, "7", true},
       {{{}, {"4"}}, "4", true},
       {{{"0.1", "0.2"}}, "0.3", false},
@@ -61,7 +61,7 @@ TEST(Amounts, KnowHowFarRunsAreApart) {
     std::vector<Numbers> runs;
     double want;
   };
-  const Row rows[] = {
+  const std::vector<Row> rows = {
       {{}, 0},
       {{{"5"}}, 0},
       {{{"5"}, {"5"}, {"5"}}, 0},

@@ -1,6 +1,7 @@
 // What holds for all profiles, tried on random ones.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <map>
 #include <optional>
@@ -23,8 +24,8 @@ using testing::RowTexts;
 using testing::Runs;
 using testing::Sides;
 
-constexpr Kind kKinds[] = {Kind::kLine, Kind::kProgram, Kind::kCommand, Kind::kSubroutine,
-                           Kind::kCounter};
+constexpr std::array kKinds = {Kind::kLine, Kind::kProgram, Kind::kCommand, Kind::kSubroutine,
+                               Kind::kCounter};
 
 class RandomRuns {
  public:
@@ -33,7 +34,7 @@ class RandomRuns {
   Runs Some() {
     Runs runs(1 + random_() % 4);
     for (auto& run : runs) {
-      run.push_back("hertz|100");
+      run.emplace_back("hertz|100");
       for (std::size_t n = random_() % 30; n > 0; --n) {
         run.push_back(Record());
       }

@@ -26,7 +26,7 @@ TEST(Comparison, HasARowForEachKeyWhoseMeanChanged) {
     Runs new_runs;
     Texts want;
   };
-  const Row rows[] = {
+  const std::vector<Row> rows = {
       {OneRun({}), OneRun({}), {}},
       {OneRun({"A 1 500"}), OneRun({"A 1 500"}), {}},
       {OneRun({"A 1 500"}), OneRun({"A 1 700"}), {"A 1 500 700 +200"}},
@@ -64,7 +64,7 @@ TEST(Comparison, TellsTestedRowsFromOthers) {
     bool is_tested;
     bool is_significant;
   };
-  const Row rows[] = {
+  const std::vector<Row> rows = {
       {OneRun({"A 1 5"}), OneRun({"A 1 6"}), true, false},
       {OneRun({"A 1 5"}), OneRun({"A 1 60"}), true, true},
       {OneRun({"A 1 5"}), OneRun({"A 1 5.5"}), false, true},
@@ -130,7 +130,7 @@ TEST(Comparison, TakesTotalsFromHeaders) {
     Runs runs;
     std::string total;
   };
-  const Row rows[] = {
+  const std::vector<Row> rows = {
       {{{"ticks|50", "trace|A|1|7"}}, "50"},
       {{{"trace|A|1|7", "trace|A|2|0.5"}}, "7.5"},
       {{{"ticks|50", "trace|A|1|7"}, {"trace|A|1|10"}}, "30"},

@@ -31,7 +31,7 @@ TEST(Gates, SayWhetherTheTotalIsSlower) {
     std::string percent;
     bool want;
   };
-  const Row rows[] = {
+  const std::vector<Row> rows = {
       {{"10000"}, {"11000"}, "5", true},
       {{"10000"}, {"11000"}, "10", false},
       {{"10000"}, {"11000"}, "9.9999", true},
@@ -68,7 +68,7 @@ TEST(Gates, FindTheRowsThatAreSlower) {
     std::string percent;
     std::vector<std::uint32_t> want;  ///< lines
   };
-  const Row rows[] = {
+  const std::vector<Row> rows = {
       {"0", {1, 4, 5}}, {"0.02", {1, 4, 5}}, {"3.9", {1, 4}}, {"4", {1}}, {"5.9", {1}}, {"6", {}},
   };
   for (const Row& row : rows) {

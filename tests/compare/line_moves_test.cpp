@@ -37,7 +37,7 @@ TEST(LineMoves, FollowLines) {
     std::optional<std::uint32_t> old_line;  ///< of that new line
   };
   const std::uint32_t text = KeyNames::kLineText | 1;
-  const Row rows[] = {
+  const std::vector<Row> rows = {
       {0, 0, 0},
       {1, 2, std::nullopt},
       {2, std::nullopt, 1},

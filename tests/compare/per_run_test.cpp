@@ -4,6 +4,7 @@
 
 #include <limits>
 #include <string>
+#include <vector>
 
 #include "value/number_text.h"
 
@@ -19,7 +20,7 @@ TEST(Factor, GivesMeansPerRun) {
     std::size_t runs;
     Number want;
   };
-  const Row rows[] = {
+  const std::vector<Row> rows = {
       {"6", 3, std::int64_t{2}},
       {"7", 2, 3.5},
       {"-7", 2, -3.5},
@@ -53,7 +54,7 @@ TEST(Factor, TakesDifferencesExactly) {
     Number want;
   };
   const std::string most = "9223372036854775807";
-  const Row rows[] = {
+  const std::vector<Row> rows = {
       {"5", one, "7", one, std::int64_t{-2}},
       {"3", third, "1", one, std::int64_t{0}},
       {"7", third, "2", one, 1.0 / 3},

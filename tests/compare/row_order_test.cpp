@@ -25,7 +25,7 @@ TEST(OrderRows, SortsAsAskedFor) {
     SortBy by;
     Texts want;  ///< program and line
   };
-  const Row rows[] = {
+  const std::vector<Row> rows = {
       {SortBy::kChange, {"B 1", "A 1", "A 2", "A 3", "D 1", "C 1"}},
       {SortBy::kRelative, {"A 3", "D 1", "A 2", "C 1", "B 1", "A 1"}},
       {SortBy::kOld, {"A 1", "B 1", "A 2", "C 1", "D 1", "A 3"}},

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 namespace ptick::compare {
 
 namespace {
@@ -13,7 +15,7 @@ TEST(WelchPValue, IsThatOfTheTextbook) {
     Sample new_runs;
     double want;
   };
-  const Row rows[] = {
+  const std::vector<Row> rows = {
       {{3, 12, 2}, {3, 23, 3.6055512754639891}, 0.017440645155016948},
       {{3, 5, 0}, {3, 7.333333333333333, 1.5275252316519468}, 0.11808289631180312},
       {{4, 102, 6.2716292407422598},

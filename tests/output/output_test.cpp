@@ -167,6 +167,7 @@ TEST(Output, KeepsTheOrderOfOutputAndTerminal) {
 }
 
 TEST(Output, IsHarmlessOnATerminalAndAsItIsElsewhere) {
+  // NOLINTNEXTLINE(misc-misleading-bidirectional): that is what is replaced
   std::string all = "\u202E\u009B\u4E2D";
   std::string shown = "??\u4E2D";
   for (int byte = 0; byte < 256; ++byte) {

@@ -48,15 +48,13 @@ TEST(Utf8, TakesAByteThatBeginsNothingAlone) {
                                               "\xC0\x80",
                                               "\xC1\xBF",
                                               "\xC2",
-                                              "\xC2"
-                                              "A",
+                                              "\xC2Z",
                                               "\xC2\xC2\x80",
                                               "\xDF\x7F",
                                               "\xE0\x9F\xBF",
                                               "\xE2",
                                               "\xE2\x82",
-                                              "\xE2\x82"
-                                              "A",
+                                              "\xE2\x82Z",
                                               "\xE2\xC2\x80",
                                               "\xED\xA0\x80",
                                               "\xED\xBF\xBF",

@@ -132,7 +132,7 @@ TEST_F(DocumentTest, SaysWhatWasLeftOut) {
                          {{"what", "changed lines"}, {"count", 2}, {"of", 3}, {"ticks", nullptr}},
                          {{"what", "sources"}, {"count", 1}, {"of", 2}, {"ticks", nullptr}}}));
   EXPECT_EQ(document["profile"]["programs"]["ticks"], json({5, 4}));
-  EXPECT_EQ(document["profile"]["lines"]["ticks"], json({5}));
+  EXPECT_EQ(document["profile"]["lines"]["ticks"], json::array({5}));
   EXPECT_EQ(document["profile"]["commands"][0]["command"], "SECOND");
   EXPECT_EQ(document["profile"]["subroutines"][0]["subroutine"], "Y");
   EXPECT_EQ(document["profile"]["objects"], json({"one"}));
@@ -150,12 +150,12 @@ TEST_F(DocumentTest, HoldsTheChangesFromABaseline) {
   EXPECT_EQ(baseline["profile"]["ticks"], 110);
   EXPECT_FALSE(baseline["profile"].contains("lines"));
   const json& changes = baseline["changes"];
-  EXPECT_EQ(changes["lines"]["program"], json({0}));
-  EXPECT_EQ(changes["lines"]["line"], json({1}));
-  EXPECT_EQ(changes["lines"]["old"], json({100}));
-  EXPECT_EQ(changes["lines"]["new"], json({300}));
-  EXPECT_EQ(changes["lines"]["change"], json({200}));
-  EXPECT_EQ(changes["lines"]["significant"], json({1}));
+  EXPECT_EQ(changes["lines"]["program"], json::array({0}));
+  EXPECT_EQ(changes["lines"]["line"], json::array({1}));
+  EXPECT_EQ(changes["lines"]["old"], json::array({100}));
+  EXPECT_EQ(changes["lines"]["new"], json::array({300}));
+  EXPECT_EQ(changes["lines"]["change"], json::array({200}));
+  EXPECT_EQ(changes["lines"]["significant"], json::array({1}));
   EXPECT_LT(changes["lines"]["p"][0], 1e-10);
   EXPECT_EQ(changes["programs"][0]["change"], 200);
   EXPECT_EQ(changes["commands"][0]["new_times"], 2);

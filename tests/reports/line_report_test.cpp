@@ -68,18 +68,18 @@ TEST_F(LineReportTest, IsJustTheHeadingWithoutEntries) {
 
 TEST_F(LineReportTest, PadsItsTitleToThePageWidth) {
   struct Row {
-    std::int64_t PageWidth;
+    std::int64_t page_width;
     std::size_t want_blanks;
   };
   // The title is 41 bytes long.
   const std::vector<Row> rows = {{1, 0}, {56, 0}, {57, 0}, {58, 1}, {80, 23}, {132, 75}};
   for (const Row& row : rows) {
-    options_.ReportWidth = row.PageWidth - 1;
+    options_.ReportWidth = row.page_width - 1;
     const std::string report = Report(Records({"program|PROG"}));
     EXPECT_EQ(report, "Profile of program PROG from profile run1" +
                           std::string(row.want_blanks, ' ') + " Page 1\n" + std::string(kColumns) +
                           "\n")
-        << row.PageWidth;
+        << row.page_width;
   }
 }
 
@@ -202,17 +202,17 @@ TEST_F(LineReportTest, ShowsSourceLinesInGroups) {
 
 TEST_F(LineReportTest, GivesTheSourceTheRestOfThePage) {
   struct Row {
-    std::int64_t PageWidth;
+    std::int64_t page_width;
     std::size_t want_source;
   };
   const std::vector<Row> rows = {{132, 87}, {80, 35}, {60, 15}, {46, 1}, {45, 0}, {44, 0}, {1, 0}};
   OpenSource("lib", {{"A", {.text = std::string(200, 's') + "\n"}}});
   for (const Row& row : rows) {
-    options_.ReportWidth = row.PageWidth - 1;
+    options_.ReportWidth = row.page_width - 1;
     EXPECT_EQ(
         Body(Records({"ticks|1", "trace|A|1|1"})),
         "A                    1      1        100    " + std::string(row.want_source, 's') + "\n")
-        << row.PageWidth;
+        << row.page_width;
   }
 }
 

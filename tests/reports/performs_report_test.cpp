@@ -162,7 +162,7 @@ TEST_F(PerformsReportTest, CutsQuotientsLikeUnformattedNumbers) {
 
 TEST_F(PerformsReportTest, CutsTheCommandAtThePageWidth) {
   struct Row {
-    std::int64_t PageWidth;
+    std::int64_t page_width;
     std::size_t want;
   };
   const std::vector<Row> rows = {{1, 0},     {30, 0},    {35, 0},     {36, 0},
@@ -170,10 +170,10 @@ TEST_F(PerformsReportTest, CutsTheCommandAtThePageWidth) {
                                  {335, 299}, {336, 300}, {32767, 300}};
   tables_.Hertz = "100";
   for (const Row& row : rows) {
-    platform_.width = row.PageWidth;
+    platform_.width = row.page_width;
     EXPECT_EQ(VerboseLine({"0", "0", "1", "0", "0", "t", std::string(300, 'c')}),
               "0       T    1       0,0           " + std::string(row.want, 'c') + "\n")
-        << row.PageWidth;
+        << row.page_width;
   }
 }
 

@@ -86,16 +86,16 @@ TEST_F(SubroutinesReportTest, KeepsEqualEntriesApart) {
 
 TEST_F(SubroutinesReportTest, PadsTheTitleToThePageWidth) {
   struct Row {
-    std::int64_t PageWidth;
+    std::int64_t page_width;
     std::size_t blanks;
   };
   const std::vector<Row> rows = {{30, 0},  {67, 0},   {68, 0},   {69, 1},
                                  {80, 12}, {132, 64}, {200, 132}};
   for (const Row& row : rows) {
-    options_.ReportWidth = row.PageWidth - 1;
+    options_.ReportWidth = row.page_width - 1;
     EXPECT_EQ(Report(), "Subroutines called by program PROG from profile run1" +
                             std::string(row.blanks, ' ') + " Page 1\nTimes       Subroutine\n")
-        << row.PageWidth;
+        << row.page_width;
   }
 }
 

@@ -197,7 +197,7 @@ TEST_F(FirstLinesTest, ThirtyTwoAreWaitedForTogether) {
 void AllowMoreDescriptors(int count) {
   const int lowest_free = ::dup(STDIN_FILENO);
   ::close(lowest_free);
-  const auto limit = static_cast<rlim_t>(lowest_free + count);
+  const rlim_t limit = static_cast<rlim_t>(lowest_free) + static_cast<rlim_t>(count);
   const rlimit few = {.rlim_cur = limit, .rlim_max = limit};
   ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &few), 0);
 }

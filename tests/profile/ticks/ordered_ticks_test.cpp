@@ -80,8 +80,8 @@ TEST(OrderedTicks, KeepsTextsAsTheyWereRead) {
   };
   // All ticks are 3, so the order of arrival shows, reversed.
   std::string want;
-  for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry) {
-    want += (want.empty() ? "" : " ") + std::string(*entry);
+  for (const Entry& entry : entries) {
+    want = std::string(entry) + (want.empty() ? "" : " ") + want;
   }
   EXPECT_EQ(RowTexts(MakeTable(entries)), want);
 }

@@ -89,17 +89,15 @@ TEST(Callgrind, SaysWhatIsCut) {
   EXPECT_NE(exported.text.find(
                 "\ndesc: Cut: 1 line has fractions of a tick, which are cut, 0.5 ticks in all\n"),
             std::string::npos);
-  EXPECT_EQ(
-      exported.told,
-      (std::vector<std::string>{
-          "run1: 1 line has fractions of a tick, which are cut, 0.5 ticks in all",
-          "run1: 1 trace record has a line that is no number and becomes line 0, 1.5 ticks in "
-          "all",
-          "run1: 1 subroutine call has a fraction of times, which is cut",
-          "run1: 1 subroutine call of less than one time is left out",
-          "run1: 1 subroutine call of negative times is left out",
-          "run1: 1 subroutine call of too many times is left out",
-      }));
+  const std::vector<std::string> told = {
+      "run1: 1 line has fractions of a tick, which are cut, 0.5 ticks in all",
+      "run1: 1 trace record has a line that is no number and becomes line 0, 1.5 ticks in all",
+      "run1: 1 subroutine call has a fraction of times, which is cut",
+      "run1: 1 subroutine call of less than one time is left out",
+      "run1: 1 subroutine call of negative times is left out",
+      "run1: 1 subroutine call of too many times is left out",
+  };
+  EXPECT_EQ(exported.told, told);
 }
 
 TEST(Callgrind, IsAFileForAnEmptyProfile) {

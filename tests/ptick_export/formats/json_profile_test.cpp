@@ -15,37 +15,37 @@ using nlohmann::json;
 using testing::Export;
 
 TEST(JsonProfile, HoldsEverything) {
-  const testing::Exported exported =
-      Export(WriteJsonProfile, {"program|MENU|x",
-                                "hertz|100",
-                                "ticks|007",
-                                "portno|7",
-                                "read_count|0",
-                                "memused|1.5",
-                                "write_count",
-                                "usrcpu|abc",
-                                "user_ticks|2|5",
-                                "user_ticks|2|6",
-                                "resource|1|2|3|4|5|6|7|8|9|10|x",
-                                "typerate|12|34",
-                                "trace|A|7|5",
-                                "trace|B|x|7.5",
-                                "trace|A|007|5",
-                                "trace|C|4294967295|9",
-                                "trace|C|4294967296|9",
-                                "trace|D|1|abc",
-                                "shared_object|b.so|1",
-                                "shared_object|a.so|1",
-                                "shared_object|b.so|1",
-                                "subroutine_call|A B|3",
-                                "subroutine_call|A C|12",
-                                "subroutine_call|A D",
-                                "perform|startclock|1|endclock|x|starttime|2|endtime|3|ticks|4|"
-                                "usrcpu|5|syscpu|6|type|qry|cmd|"
-                                "L|M",
-                                "perform|cmd|N",
-                                "input|13|4|500|503|a|b",
-                                "input|x"});
+  const std::string command =
+      "perform|startclock|1|endclock|x|starttime|2|endtime|3|ticks|4|usrcpu|5|syscpu|6|type|qry|"
+      "cmd|L|M";
+  const testing::Exported exported = Export(WriteJsonProfile, {"program|MENU|x",
+                                                               "hertz|100",
+                                                               "ticks|007",
+                                                               "portno|7",
+                                                               "read_count|0",
+                                                               "memused|1.5",
+                                                               "write_count",
+                                                               "usrcpu|abc",
+                                                               "user_ticks|2|5",
+                                                               "user_ticks|2|6",
+                                                               "resource|1|2|3|4|5|6|7|8|9|10|x",
+                                                               "typerate|12|34",
+                                                               "trace|A|7|5",
+                                                               "trace|B|x|7.5",
+                                                               "trace|A|007|5",
+                                                               "trace|C|4294967295|9",
+                                                               "trace|C|4294967296|9",
+                                                               "trace|D|1|abc",
+                                                               "shared_object|b.so|1",
+                                                               "shared_object|a.so|1",
+                                                               "shared_object|b.so|1",
+                                                               "subroutine_call|A B|3",
+                                                               "subroutine_call|A C|12",
+                                                               "subroutine_call|A D",
+                                                               command,
+                                                               "perform|cmd|N",
+                                                               "input|13|4|500|503|a|b",
+                                                               "input|x"});
   EXPECT_EQ(json::parse(exported.text), json::parse(R"({
       "format": "ptick-profile", "version": 1, "profile": "run1", "program": "MENU",
       "command": "MENU x", "ticks": 7, "hertz": 100,

@@ -32,8 +32,7 @@ TEST(TraceEvents, AreCommandsAndInputs) {
   const Exported exported =
       Export(WriteTraceEvents,
              {"program|MENU|x", "hertz|3", "startclock|500", "ticks|7",
-              "perform|startclock|501|endclock|509|ticks|30|usrcpu|5|type|qry|cmd|"
-              "LIST \"A\"",
+              R"(perform|startclock|501|endclock|509|ticks|30|usrcpu|5|type|qry|cmd|LIST "A")",
               "perform|startclock|506|endclock|512|cmd|CROSS", "input|13|4|500|503|4711"});
   EXPECT_EQ(Events(exported, "X"), json::parse(R"([
       {"name": "LIST \"A\"", "ph": "X", "pid": 1, "tid": 1, "cat": "command", "ts": 333333.333,
