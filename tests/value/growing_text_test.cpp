@@ -43,7 +43,7 @@ TEST(GrowingText, HandsItsTextOn) {
   EXPECT_EQ(std::string_view(to.data(), to.size()), "abcdef");
   from = std::move(to);
   EXPECT_EQ(std::string_view(from.data(), from.size()), "abcdef");
-  to.Append("xyz");  // NOLINT(*-use-after-move): it is empty
+  to.Append("xyz");  // NOLINT(*-use-after-move,*-cplusplus.Move): it is empty
   EXPECT_EQ(std::string_view(to.data(), to.size()), "xyz");
 }
 
