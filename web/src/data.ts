@@ -178,8 +178,10 @@ export interface CounterChange extends Change {
   counter: string;
 }
 
+type Table = 'lines' | 'commands' | 'inputs' | 'calls' | 'objects';
+
 export interface LeftOut {
-  what: 'lines' | 'changed lines' | 'commands' | 'inputs' | 'calls' | 'objects' | 'sources';
+  what: Table | `changed ${Table | 'programs'}` | `${Table} of the baseline` | 'sources';
   /** How many were left out, and of how many. */
   count: number;
   of: number;

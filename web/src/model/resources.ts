@@ -55,7 +55,11 @@ export function factGroups(
     value: Object.hasOwn(profile.counters, key) ? profile.counters[key] : null,
     unit,
     note,
-    change: changes.get(key) ?? difference(profile.counters[key], before[key]),
+    change: changes.get(key) ?? null,
+  });
+  const state = (key: string, name: string, unit: string): Fact => ({
+    ...counter(key, name, unit),
+    change: difference(profile.counters[key], before[key]),
   });
   const events = (kind: string, name: string): Fact[] => [
     counter(`${kind}_count`, `${name} events`, 'events'),
@@ -70,9 +74,9 @@ export function factGroups(
     {
       title: 'Memory',
       facts: [
-        counter('memused', 'Memory used', ''),
-        counter('memfree', 'Memory free', ''),
-        counter('pagesize', 'Page size', 'bytes'),
+        state('memused', 'Memory used', ''),
+        state('memfree', 'Memory free', ''),
+        state('pagesize', 'Page size', 'bytes'),
         ...resourceFacts(profile, baseline, 'memory'),
       ],
     },
@@ -141,4 +145,32 @@ export function userTicks(profile: Profile, baseline: Baseline | null): UserTick
       change: changes.get(`user_ticks_${i + 1}`) ?? null,
     }))
     .filter(({ ticks, change }) => toNumber(ticks) !== 0 || change !== null);
+}
+
+/** What was typed and how long that took, in seconds; null where the profile does not tell. */
+export interface TypingRate {
+  characters: Count;
+  time: number | null;
+  /** Seconds for a character. */
+  forEach: number | null;
+}
+
+export function typingRate({ typerate, hertz }: Omit<Profile, 'lines'>): TypingRate | null {
+  if (!typerate) return null;
+  const { characters, clock } = typerate;
+  const time = toNumber(hertz) > 0 ? toNumber(clock) / toNumber(hertz) : null;
+  const forEach = time !== null && toNumber(characters) > 0 ? time / toNumber(characters) : null;
+  return { characters, time, forEach };
+}
+
+/** Merges drop it, so a side has it for one run or not at all. */
+export function typingChanges(
+  now: TypingRate | null,
+  before: TypingRate | null,
+): { characters: Change | null; time: Change | null } {
+  const time = difference(now?.time, before?.time);
+  return {
+    characters: difference(now?.characters, before?.characters),
+    time: time && { ...time, change: Number(toNumber(time.change).toFixed(2)) },
+  };
 }

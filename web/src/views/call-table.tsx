@@ -6,6 +6,7 @@ import { filtered, hasWords, words } from '../model/filter';
 import type { Model } from '../model/model';
 import { grouped, mean, toNumber } from '../model/numbers';
 import { type Sort, formatSort, ordered, parseSort } from '../model/order';
+import { perRun } from '../model/run-changes';
 import { formatRoute, programParam } from '../model/route';
 import { Barred, Changed, FilterBox, Name, Tally } from '../parts/bits';
 import { usePage } from '../parts/context';
@@ -21,14 +22,16 @@ export function callsLink(model: Model, name: string): string {
 
 export function CallTable({ calls, name }: { calls: CallRow[]; name: string }) {
   const { model, router } = usePage();
-  const { baseline } = model.document;
-  const columns = useMemo(() => callColumns(calls, baseline !== null), [calls, baseline]);
+  const columns = useMemo(() => callColumns(model, calls), [model, calls]);
   const sort = parseSort(
     router.param('sort'),
     BY_TIMES,
     columns.map((column) => column.key),
   );
-  const order = useMemo(() => callOrder(calls, sort), [calls, sort.key, sort.descending]);
+  const order = useMemo(
+    () => callOrder(model, calls, sort),
+    [model, calls, sort.key, sort.descending],
+  );
   const filter = router.param('filter');
   const rows = useMemo(() => {
     const wanted = words(filter);
@@ -74,7 +77,7 @@ export function CallTable({ calls, name }: { calls: CallRow[]; name: string }) {
   );
 }
 
-function callColumns(calls: CallRow[], compared: boolean): Column[] {
+function callColumns(model: Model, calls: CallRow[]): Column[] {
   const most = calls[0]?.value ?? 0;
   const name = 'minmax(5.5rem, 1.6fr)';
   const number = 'minmax(4.4rem, 0.6fr)';
@@ -102,20 +105,21 @@ function callColumns(calls: CallRow[], compared: boolean): Column[] {
       ),
     },
   ];
-  if (compared) {
+  if (model.document.baseline) {
+    const per = perRun(model.document);
     columns.push(
       {
         key: 'old',
-        title: 'Before',
+        title: `Before${per}`,
         hint: 'Times in the baseline',
         align: 'right',
         width: number,
         minor: true,
-        cell: (row) => mean(timesBefore(calls[row])),
+        cell: (row) => mean(timesBefore(model, calls[row])),
       },
       {
         key: 'change',
-        title: 'Change',
+        title: `Change${per}`,
         hint: 'Change in times',
         align: 'right',
         width: number,
@@ -126,8 +130,10 @@ function callColumns(calls: CallRow[], compared: boolean): Column[] {
   return columns;
 }
 
-function timesBefore(call: CallRow): number | string | null {
-  return call.change ? call.change.old : call.times;
+/** Without a row of changes no run differs from those before. */
+function timesBefore(model: Model, call: CallRow): number | string | null {
+  if (call.change) return call.change.old;
+  return model.document.runs === 1 ? call.times : call.value / model.document.runs;
 }
 
 export function CallChange({ call }: { call: CallRow }) {
@@ -135,7 +141,7 @@ export function CallChange({ call }: { call: CallRow }) {
   return <Changed change={change} kind={change === 0 ? 'noise' : 'neutral'} />;
 }
 
-function callOrder(calls: CallRow[], sort: Sort): Uint32Array {
+function callOrder(model: Model, calls: CallRow[], sort: Sort): Uint32Array {
   const by = (value: (call: CallRow) => number | string): Uint32Array =>
     ordered(calls.length, (row) => value(calls[row]), sort.descending);
   switch (sort.key) {
@@ -144,7 +150,7 @@ function callOrder(calls: CallRow[], sort: Sort): Uint32Array {
     case 'subroutine':
       return by((call) => call.subroutine ?? '');
     case 'old':
-      return by((call) => toNumber(timesBefore(call)));
+      return by((call) => toNumber(timesBefore(model, call)));
     case 'change':
       return by((call) => toNumber(call.change?.change));
     default:

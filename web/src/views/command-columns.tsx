@@ -2,8 +2,9 @@
 
 import { type CommandSum, elapsed } from '../model/commands';
 import type { Model } from '../model/model';
-import { NONE, grouped, seconds, signed, toNumber } from '../model/numbers';
+import { NONE, grouped, mean, seconds, signed, toNumber } from '../model/numbers';
 import { type Sort, ordered } from '../model/order';
+import { hasSeveralRuns, perRun } from '../model/run-changes';
 import type { Session } from '../model/session';
 import { matchCommands } from '../model/timeline';
 import { Barred, Text } from '../parts/bits';
@@ -70,27 +71,28 @@ export function summedColumns(model: Model, sums: CommandSum[]): Column[] {
     },
   ];
   if (model.document.baseline) {
+    const per = perRun(model.document);
     columns.push(
       {
         key: 'oldTimes',
-        title: 'Times before',
+        title: `Times before${per}`,
         align: 'right',
         width: NUMBER,
         minor: true,
-        cell: (row) => grouped(timesBefore(sums[row])),
+        cell: (row) => mean(timesBefore(model, sums[row])),
       },
       {
         key: 'old',
-        title: 'Before, s',
+        title: `Before${per}, s`,
         hint: 'Elapsed seconds in the baseline',
         align: 'right',
         width: NUMBER,
         minor: true,
-        cell: (row) => seconds(elapsedBefore(sums[row])),
+        cell: (row) => seconds(elapsedBefore(model, sums[row])),
       },
       {
         key: 'change',
-        title: 'Change, s',
+        title: `Change${per}, s`,
         hint: 'Change of elapsed seconds',
         align: 'right',
         width: NUMBER,
@@ -107,13 +109,13 @@ export function SecondsChange({ value }: { value: number | null }) {
   return <span class={`delta ${kind}`}>{value === 0 ? '0' : signed(value)}</span>;
 }
 
-/** Without a row of changes nothing changed. */
-function timesBefore(sum: CommandSum): number | string | null {
-  return sum.change ? sum.change.old_times : sum.times;
+/** Without a row of changes no run differs from those before. */
+function timesBefore(model: Model, sum: CommandSum): number | string | null {
+  return sum.change ? sum.change.old_times : sum.times / model.document.runs;
 }
 
-function elapsedBefore(sum: CommandSum): number | null {
-  if (!sum.change) return sum.elapsed;
+function elapsedBefore(model: Model, sum: CommandSum): number | null {
+  if (!sum.change) return sum.elapsed === null ? null : sum.elapsed / model.document.runs;
   return sum.change.old_elapsed === null ? null : toNumber(sum.change.old_elapsed);
 }
 
@@ -125,7 +127,7 @@ export function elapsedChange(sum: CommandSum): number | null {
   return Number((toNumber(now) - toNumber(old)).toFixed(4));
 }
 
-export function summedOrder(sums: CommandSum[], sort: Sort): Uint32Array {
+export function summedOrder(model: Model, sums: CommandSum[], sort: Sort): Uint32Array {
   const by = (value: (sum: CommandSum) => number | string | null): Uint32Array =>
     ordered(sums.length, (row) => value(sums[row]) ?? NaN, sort.descending);
   switch (sort.key) {
@@ -140,9 +142,9 @@ export function summedOrder(sums: CommandSum[], sort: Sort): Uint32Array {
     case 'ticks':
       return by((sum) => (sum.ticks === null ? null : toNumber(sum.ticks)));
     case 'oldTimes':
-      return by((sum) => toNumber(timesBefore(sum)));
+      return by((sum) => toNumber(timesBefore(model, sum)));
     case 'old':
-      return by(elapsedBefore);
+      return by((sum) => elapsedBefore(model, sum));
     case 'change':
       return by(elapsedChange);
     default:
@@ -218,7 +220,7 @@ export function eachColumns(model: Model, session: Session): Column[] {
       cell: (row) => <Text text={commands[row].command} />,
     },
   ];
-  if (baseline) {
+  if (hasPairs(model)) {
     const changes = eachChanges(model);
     columns.splice(2, 0, {
       key: 'change',
@@ -243,10 +245,15 @@ function clockSeconds(model: Model, clock: number | string | null): string {
   return clock === null || model.hertz === null ? NONE : seconds(toNumber(clock) / model.hertz);
 }
 
+/** Whether commands can be compared one by one: one run on each side. */
+export function hasPairs({ document }: Model): boolean {
+  return document.baseline !== null && !hasSeveralRuns(document);
+}
+
 /** Seconds by which each command took longer than the same one in the baseline; null: there is none. */
 export function eachChanges(model: Model): (number | null)[] {
   const { profile, baseline } = model.document;
-  if (!baseline) return [];
+  if (!baseline || !hasPairs(model)) return [];
   const oldHertz = toNumber(baseline.profile.hertz) || null;
   return matchCommands(profile.commands, baseline.profile.commands).map((match, index) => {
     if (match === null) return null;

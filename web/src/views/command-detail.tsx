@@ -1,7 +1,9 @@
 // A selected sum of commands in full.
 
+import type { Count } from '../data';
 import type { CommandSum } from '../model/commands';
-import { counted, duration, grouped, share, toNumber } from '../model/numbers';
+import { counted, duration, grouped, mean, share, toNumber } from '../model/numbers';
+import { perRun } from '../model/run-changes';
 import { formatRoute } from '../model/route';
 import { Text } from '../parts/bits';
 import { usePage } from '../parts/context';
@@ -39,7 +41,7 @@ export function SumDetail({ sum }: { sum: CommandSum }) {
       }
     >
       <p>
-        {sum.times === 0 ? 'Only in the baseline' : counted(sum.times, 'time')}
+        {sum.times === 0 ? whyNone(sum) : counted(sum.times, 'time')}
         {sum.elapsed !== null && (
           <>
             {', '}
@@ -56,10 +58,8 @@ export function SumDetail({ sum }: { sum: CommandSum }) {
       )}
       {sum.change && (
         <p>
-          Before:{' '}
-          {sum.change.old_times === null
-            ? 'not performed'
-            : counted(toNumber(sum.change.old_times), 'time')}
+          Before{perRun(model.document)}:{' '}
+          {sum.change.old_times === null ? 'not performed' : timesText(sum.change.old_times)}
           {sum.change.old_elapsed !== null &&
             `, ${duration(toNumber(sum.change.old_elapsed))} elapsed`}{' '}
           · change <SecondsChange value={elapsedChange(sum)} /> s
@@ -67,4 +67,14 @@ export function SumDetail({ sum }: { sum: CommandSum }) {
       )}
     </Detail>
   );
+}
+
+/** A command that the page has only as a change. */
+function whyNone({ change }: CommandSum): string {
+  return change?.new_times === null ? 'Only in the baseline' : 'Left out of this page';
+}
+
+/** "1 time", "2.5 times". */
+function timesText(times: Count): string {
+  return `${mean(times)} ${toNumber(times) === 1 ? 'time' : 'times'}`;
 }

@@ -64,7 +64,7 @@ function Summed({ sums }: { sums: CommandSum[] }) {
     BY_ELAPSED,
     columns.map((column) => column.key),
   );
-  const order = useMemo(() => summedOrder(sums, sort), [sums, sort.key, sort.descending]);
+  const order = useMemo(() => summedOrder(model, sums, sort), [sums, sort.key, sort.descending]);
   const filter = router.param('filter');
   const rows = useMemo(
     () => filtered(order, (row) => hasWords(sums[row].command, words(filter))),

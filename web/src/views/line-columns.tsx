@@ -3,6 +3,7 @@
 import { verdictClass } from '../model/hot';
 import type { Model } from '../model/model';
 import { grouped, relative } from '../model/numbers';
+import { perRun } from '../model/run-changes';
 import { type Sort, nameRanks, ordered } from '../model/order';
 import { lineText } from '../model/text';
 import { Changed, Mean, Name, Share, Text } from '../parts/bits';
@@ -11,12 +12,6 @@ import type { Column } from '../parts/grid';
 export const NAME_WIDTH = 'minmax(7rem, 1.6fr)';
 export const NUMBER_WIDTH = 'minmax(4.5rem, 0.7fr)';
 export const SHARE_WIDTH = 'minmax(6.5rem, 1fr)';
-
-/** "per run" where several profiles were merged, else nothing. */
-export function perRun(model: Model): string {
-  const { baseline, runs } = model.document;
-  return baseline && (baseline.runs > 1 || runs > 1) ? ' per run' : '';
-}
 
 export function lineColumns(model: Model): Column[] {
   const { lines, document, total } = model;
@@ -58,7 +53,7 @@ export function lineColumns(model: Model): Column[] {
     columns.push(
       {
         key: 'old',
-        title: `Before${perRun(model)}`,
+        title: `Before${perRun(document)}`,
         hint: 'Ticks in the baseline',
         align: 'right',
         width: NUMBER_WIDTH,
@@ -67,7 +62,7 @@ export function lineColumns(model: Model): Column[] {
       },
       {
         key: 'change',
-        title: `Change${perRun(model)}`,
+        title: `Change${perRun(document)}`,
         hint: 'Change in ticks; ~ is within noise',
         align: 'right',
         width: NUMBER_WIDTH,

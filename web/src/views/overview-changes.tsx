@@ -2,8 +2,9 @@
 
 import { useMemo } from 'preact/hooks';
 import { summedCommands } from '../model/commands';
-import { grouped, mean, signed, toNumber } from '../model/numbers';
+import { counted, grouped, mean, signed, toNumber } from '../model/numbers';
 import { mostChanged } from '../model/overview';
+import { hasSeveralRuns } from '../model/run-changes';
 import { formatRoute, programParam } from '../model/route';
 import { Name, Text } from '../parts/bits';
 import { usePage } from '../parts/context';
@@ -34,9 +35,9 @@ export function WhatChanged() {
     <section class="changes" aria-label="What changed">
       <h2>What changed</h2>
       <p class="tally">
-        {grouped(lines.changed)} lines changed beyond noise; {grouped(lines.noise)} within noise are
-        marked ~ and greyed
-        {baseline.runs > 1 || model.document.runs > 1 ? '. Ticks are means per run' : ''}.
+        {counted(lines.changed, 'line')} changed beyond noise; {grouped(lines.noise)} within noise{' '}
+        {lines.noise === 1 ? 'is' : 'are'} marked ~ and greyed
+        {hasSeveralRuns(model.document) ? '. Changes are those of the means per run' : ''}.
       </p>
       <div class="cards three">
         <Card

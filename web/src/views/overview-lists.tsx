@@ -4,7 +4,7 @@ import type { ComponentChildren } from 'preact';
 import type { CommandSum } from '../model/commands';
 import { verdictClass } from '../model/hot';
 import { Verdict } from '../model/lines';
-import { grouped, percent, seconds, share, signed, toNumber } from '../model/numbers';
+import { counted, grouped, percent, seconds, share, signed, toNumber } from '../model/numbers';
 import { hottestLines } from '../model/overview';
 import { formatRoute, lineParam, programParam } from '../model/route';
 import { lineText } from '../model/text';
@@ -45,7 +45,7 @@ export function HottestLines() {
     <Card
       title="Hottest lines"
       link={{
-        text: `All ${grouped(model.lines.ownSize)} lines (these ${rows.length}: ${percent(together, model.total).toFixed(2)} % of all ticks)`,
+        text: `All ${counted(model.lines.ownSize, 'line')} (these ${rows.length}: ${percent(together, model.total).toFixed(2)} % of all ticks)`,
         href: '#hot',
       }}
     >
@@ -132,7 +132,7 @@ export function HottestPrograms() {
     <Card
       title="Hottest programs"
       link={{
-        text: `All ${grouped(programs.program.length)} programs`,
+        text: `All ${counted(programs.program.length, 'program')}`,
         href: '#hot?table=programs',
       }}
     >
@@ -195,7 +195,7 @@ export function SlowestCommands({ sums }: { sums: CommandSum[] }) {
   return (
     <Card
       title={timed ? 'Slowest commands' : 'Commands'}
-      link={{ text: `All ${grouped(sums.length)} commands`, href: '#commands' }}
+      link={{ text: `All ${counted(sums.length, 'command')}`, href: '#commands' }}
     >
       <table class={model.document.baseline ? 'list compared' : 'list'}>
         <thead>

@@ -2,11 +2,19 @@
 
 import type { ComponentChildren } from 'preact';
 import { useMemo } from 'preact/hooks';
-import type { Count } from '../data';
+import type { Change } from '../data';
 import { summedCommands } from '../model/commands';
 import { runTime } from '../model/elapsed';
 import { makeSession } from '../model/session';
-import { NONE, duration, grouped, toNumber } from '../model/numbers';
+import { NONE, duration, grouped } from '../model/numbers';
+import {
+  commandCount,
+  cpuTime,
+  hasSeveralRuns,
+  inputCount,
+  perRun,
+  runChanges,
+} from '../model/run-changes';
 import { Delta, Heading } from '../parts/bits';
 import { usePage } from '../parts/context';
 import { HottestLines, HottestPrograms, SlowestCommands } from './overview-lists';
@@ -20,56 +28,38 @@ export function Overview() {
   const session = page.session();
   const time = runTime(profile, session);
   const sums = useMemo(() => summedCommands(profile, model.hertz, baseline), [model]);
-  const cpu =
-    time.userCpu === null && time.systemCpu === null
-      ? null
-      : (time.userCpu ?? 0) + (time.systemCpu ?? 0);
-  const change = (name: string) =>
-    baseline?.changes.counters.find((each) => each.counter === name) ?? null;
+  const cpu = cpuTime(time);
   const before = useMemo(
     () => (baseline ? runTime(baseline.profile, makeSession(baseline.profile)) : null),
     [baseline],
   );
-  const cpuBefore =
-    before && (before.userCpu !== null || before.systemCpu !== null)
-      ? (before.userCpu ?? 0) + (before.systemCpu ?? 0)
-      : null;
+  const several = hasSeveralRuns(model.document);
+  const changes = runChanges(model.document, time, before);
   return (
     <section class="view">
       <Heading title="Overview" question="What ran, how long, and where did the time go?" />
       <div class="tiles">
-        <Tile name="Elapsed" value={time.elapsed === null ? NONE : duration(time.elapsed)}>
-          {before && before.elapsed !== null && time.elapsed !== null && (
-            <SecondsDelta now={time.elapsed} old={before.elapsed} />
-          )}
+        <Tile
+          name={model.document.runs > 1 ? 'First start to last end' : 'Elapsed'}
+          value={time.elapsed === null ? NONE : duration(time.elapsed)}
+        >
+          {time.elapsed !== null && <TileChange change={changes?.elapsed} unit="s" />}
         </Tile>
         <Tile name="CPU, user and system" value={cpu === null ? NONE : duration(cpu)}>
-          {cpu !== null && cpuBefore !== null && <SecondsDelta now={cpu} old={cpuBefore} />}
+          {cpu !== null && <TileChange change={changes?.cpu} unit="s" />}
         </Tile>
         <Tile name="Ticks" value={grouped(model.exactTotal)}>
-          <CounterDelta change={change('ticks')} unit="" />
+          <TileChange change={changes?.ticks} />
         </Tile>
-        <Tile name="Commands" value={grouped(profile.commands.length)}>
-          {baseline && (
-            <CountDelta now={profile.commands.length} old={baseline.profile.commands.length} />
-          )}
+        <Tile name="Commands" value={grouped(commandCount(model.document))}>
+          <TileChange change={changes?.commands} neutral />
         </Tile>
-        <Tile
-          name="Inputs"
-          value={grouped(inputCount(profile.counters.input_count, profile.inputs.length))}
-        >
-          {baseline && (
-            <CountDelta
-              now={toNumber(inputCount(profile.counters.input_count, profile.inputs.length))}
-              old={toNumber(
-                inputCount(baseline.profile.counters.input_count, baseline.profile.inputs.length),
-              )}
-            />
-          )}
+        <Tile name="Inputs" value={grouped(inputCount(profile))}>
+          <TileChange change={changes?.inputs} neutral />
         </Tile>
       </div>
       {baseline && <WhatChanged />}
-      <TimeBar now={time} before={before} />
+      {model.document.runs === 1 && <TimeBar now={time} before={several ? null : before} />}
       <div class="cards two">
         <HottestLines />
         <HottestPrograms />
@@ -77,10 +67,6 @@ export function Overview() {
       </div>
     </section>
   );
-}
-
-function inputCount(counter: Count | undefined, inputs: number): Count {
-  return counter ?? inputs;
 }
 
 function Tile({
@@ -103,20 +89,23 @@ function Tile({
   );
 }
 
-function SecondsDelta({ now, old }: { now: number; old: number }) {
-  return <Delta change={Number((now - old).toFixed(2))} old={old} unit="s" />;
-}
-
-function CountDelta({ now, old }: { now: number; old: number }) {
-  return <Delta change={now - old} old={old} verdict="neutral" />;
-}
-
-function CounterDelta({
+function TileChange({
   change,
-  unit,
+  unit = '',
+  neutral = false,
 }: {
-  change: { change: Count; old: Count | null } | null;
-  unit: string;
+  change: Change | null | undefined;
+  unit?: string;
+  neutral?: boolean;
 }) {
-  return change ? <Delta change={change.change} old={change.old} unit={unit} /> : null;
+  const { model } = usePage();
+  if (!change) return null;
+  return (
+    <Delta
+      change={change.change}
+      old={change.old}
+      unit={(unit + perRun(model.document)).trim()}
+      verdict={neutral ? 'neutral' : ''}
+    />
+  );
 }

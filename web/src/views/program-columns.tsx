@@ -3,10 +3,11 @@
 import type { ProgramChange } from '../data';
 import type { Model } from '../model/model';
 import { grouped, toNumber } from '../model/numbers';
+import { perRun } from '../model/run-changes';
 import { type Sort, nameRanks, ordered } from '../model/order';
 import { Changed, Name, Share } from '../parts/bits';
 import type { Column } from '../parts/grid';
-import { NAME_WIDTH, NUMBER_WIDTH, SHARE_WIDTH, perRun } from './line-columns';
+import { NAME_WIDTH, NUMBER_WIDTH, SHARE_WIDTH } from './line-columns';
 
 /** Programs of both sides: those with ticks, most first, then those that only the baseline has. */
 export interface ProgramTable {
@@ -76,7 +77,7 @@ export function programColumns(model: Model, table: ProgramTable): Column[] {
     columns.push(
       {
         key: 'old',
-        title: `Before${perRun(model)}`,
+        title: `Before${perRun(document)}`,
         hint: 'Ticks in the baseline',
         align: 'right',
         width: NUMBER_WIDTH,
@@ -85,7 +86,7 @@ export function programColumns(model: Model, table: ProgramTable): Column[] {
       },
       {
         key: 'change',
-        title: `Change${perRun(model)}`,
+        title: `Change${perRun(document)}`,
         hint: 'Change in ticks; ~ is within noise',
         align: 'right',
         width: NUMBER_WIDTH,

@@ -1,8 +1,10 @@
 // Resources: memory, faults, I/O, shared objects, the program's own tick counters.
 
 import { useMemo } from 'preact/hooks';
+import type { Change } from '../data';
 import { NONE, grouped, mean, roundedShare, seconds, toNumber } from '../model/numbers';
-import { type Fact, factGroups, userTicks } from '../model/resources';
+import { type Fact, factGroups, typingChanges, typingRate, userTicks } from '../model/resources';
+import { perRun } from '../model/run-changes';
 import { Barred, Delta, Empty, Heading } from '../parts/bits';
 import { usePage } from '../parts/context';
 import { Objects } from './shared-objects';
@@ -16,7 +18,8 @@ export function ResourcesView() {
     groups.length === 0 &&
     ticks.length === 0 &&
     profile.objects.length === 0 &&
-    profile.typerate === null;
+    profile.typerate === null &&
+    !baseline?.profile.typerate;
   return (
     <section class="view">
       <Heading title="Resources" question="What did the run use?" />
@@ -29,7 +32,7 @@ export function ResourcesView() {
             <FactTable facts={group.facts} />
           </section>
         ))}
-        {profile.typerate && <Keyboard />}
+        {(profile.typerate ?? baseline?.profile.typerate) && <Keyboard />}
       </div>
       {(profile.objects.length > 0 || (baseline?.profile.objects.length ?? 0) > 0) && <Objects />}
     </section>
@@ -55,8 +58,7 @@ function FactTable({ facts }: { facts: Fact[] }) {
               {fact.note && <small>{fact.note}</small>}
               {fact.change && (
                 <small>
-                  <Delta change={fact.change.change} old={fact.change.old} verdict="neutral" />,
-                  before {mean(fact.change.old)}
+                  <ChangeBefore change={fact.change} />
                 </small>
               )}
             </td>
@@ -64,6 +66,17 @@ function FactTable({ facts }: { facts: Fact[] }) {
         ))}
       </tbody>
     </table>
+  );
+}
+
+/** By how much, and from what. */
+function ChangeBefore({ change }: { change: Change }) {
+  const { model } = usePage();
+  return (
+    <>
+      <Delta change={change.change} old={change.old} verdict="neutral" />, before {mean(change.old)}
+      {perRun(model.document)}
+    </>
   );
 }
 
@@ -81,7 +94,7 @@ function UserTicks() {
             <th scope="col">Counter</th>
             <th scope="col">Ticks</th>
             <th scope="col">Share of all ticks</th>
-            {baseline && <th scope="col">Change</th>}
+            {baseline && <th scope="col">Change{perRun(model.document)}</th>}
           </tr>
         </thead>
         <tbody>
@@ -113,10 +126,10 @@ function UserTicks() {
 
 function Keyboard() {
   const { model } = usePage();
-  const { typerate } = model.document.profile;
-  if (!typerate) return null;
-  const characters = toNumber(typerate.characters);
-  const time = model.hertz ? toNumber(typerate.clock) / model.hertz : null;
+  const { profile, baseline } = model.document;
+  const rate = typingRate(profile);
+  const before = baseline ? typingRate(baseline.profile) : null;
+  const changes = typingChanges(rate, before);
   return (
     <section class="card">
       <h2>Keyboard</h2>
@@ -125,15 +138,23 @@ function Keyboard() {
           <tr>
             <th scope="row">Characters typed</th>
             <td>
-              <b>{grouped(typerate.characters)}</b> <span class="unit">characters</span>
+              <b>{grouped(rate?.characters)}</b> <span class="unit">characters</span>
+              {changes.characters && (
+                <small>
+                  <ChangeBefore change={changes.characters} />
+                </small>
+              )}
             </td>
           </tr>
           <tr>
             <th scope="row">Time for them</th>
             <td>
-              <b>{seconds(time)}</b> <span class="unit">s</span>
-              {time !== null && characters > 0 && (
-                <small>{(time / characters).toFixed(3)} s for each</small>
+              <b>{seconds(rate?.time ?? null)}</b> <span class="unit">s</span>
+              {rate?.forEach != null && <small>{rate.forEach.toFixed(3)} s for each</small>}
+              {changes.time && (
+                <small>
+                  <ChangeBefore change={changes.time} />
+                </small>
               )}
             </td>
           </tr>

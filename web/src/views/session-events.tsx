@@ -10,7 +10,7 @@ import type { Event, Session } from '../model/session';
 import { FilterBox, Tally, Text } from '../parts/bits';
 import { usePage } from '../parts/context';
 import { type Column, Grid } from '../parts/grid';
-import { SecondsChange, eachChanges } from './command-columns';
+import { SecondsChange, eachChanges, hasPairs } from './command-columns';
 
 const BY_START: Sort = { key: 'start', descending: false };
 
@@ -82,7 +82,7 @@ function took(event: Event): number {
 }
 
 function eventColumns(model: Model, session: Session): Column[] {
-  const { profile, baseline } = model.document;
+  const { profile } = model.document;
   const at = (row: number): Event => session.events[row];
   const command = (row: number) =>
     at(row).kind === 'command' ? profile.commands[at(row).index] : null;
@@ -113,7 +113,7 @@ function eventColumns(model: Model, session: Session): Column[] {
       cell: (row) => seconds(took(at(row))),
     },
   ];
-  if (baseline) {
+  if (hasPairs(model)) {
     const changes = eachChanges(model);
     columns.push({
       key: 'change',

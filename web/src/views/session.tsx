@@ -5,6 +5,7 @@ import type { Profile } from '../data';
 import { runTime } from '../model/elapsed';
 import type { Model } from '../model/model';
 import { NONE, counted, duration, grouped, signed } from '../model/numbers';
+import { hasSeveralRuns } from '../model/run-changes';
 import { type Event, type Session, makeSession } from '../model/session';
 import { clipped, visible } from '../model/text';
 import { type Window, showing, within, zoomed } from '../model/timeline';
@@ -20,7 +21,10 @@ export function SessionView() {
   const session = page.session();
   const { baseline, profile } = model.document;
   const before = useMemo(
-    () => (baseline ? { session: makeSession(baseline.profile), profile: baseline.profile } : null),
+    () =>
+      baseline && !hasSeveralRuns(model.document)
+        ? { session: makeSession(baseline.profile), profile: baseline.profile }
+        : null,
     [baseline],
   );
   if (session.events.length === 0) {
@@ -183,15 +187,17 @@ function saysEvent(model: Model, event: Event): string {
 /** What the session came to, and before. */
 function Sums({ model, session }: { model: Model; session: Session }) {
   const { baseline, profile } = model.document;
-  const now = sumsOf(profile, session);
-  const before = baseline ? sumsOf(baseline.profile, makeSession(baseline.profile)) : null;
+  const now = sumsOf(profile, session).slice(0, model.document.runs > 1 ? 2 : 4);
+  const several = hasSeveralRuns(model.document);
+  const before =
+    baseline && !several ? sumsOf(baseline.profile, makeSession(baseline.profile)) : null;
   return (
     <dl class="facts-line">
       {now.map(({ name, value }, i) => {
         const old = before?.[i]?.value;
         return (
           <div key={name}>
-            <dt>{name}</dt>
+            <dt>{model.document.runs > 1 && i === 0 ? 'First start to last end' : name}</dt>
             <dd>
               {value === null ? NONE : duration(value)}
               {value !== null && old !== undefined && old !== null && value !== old && (
@@ -204,11 +210,23 @@ function Sums({ model, session }: { model: Model; session: Session }) {
           </div>
         );
       })}
+      {several && <p>{severalText(model)}</p>}
       {session.unplaced > 0 && (
         <p>{counted(session.unplaced, 'event')} without clocks: not on the line.</p>
       )}
     </dl>
   );
+}
+
+function severalText({ document }: Model): string {
+  const merged =
+    document.runs > 1
+      ? 'Several runs on one line, each by its clocks; inputs are not merged. '
+      : '';
+  const compared = document.baseline
+    ? 'Clocks of several runs are not compared: see Overview and Commands for changes per run.'
+    : '';
+  return (merged + compared).trim();
 }
 
 function sumsOf(

@@ -4,6 +4,7 @@ import { useMemo } from 'preact/hooks';
 import { type ProgramLines, heatStep, verdictClass } from '../model/hot';
 import type { Model } from '../model/model';
 import { grouped } from '../model/numbers';
+import { perRun } from '../model/run-changes';
 import { clipped, nameText, visibleSource } from '../model/text';
 import { Changed, Share } from '../parts/bits';
 import { usePage } from '../parts/context';
@@ -80,7 +81,7 @@ function sourceColumns(model: Model, facts: ProgramLines): Column[] {
   if (compared) {
     columns.push({
       key: 'change',
-      title: 'Change',
+      title: `Change${perRun(model.document)}`,
       hint: 'Change in ticks; ~ is within noise',
       align: 'right',
       width: '4.6rem',

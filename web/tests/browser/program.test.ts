@@ -6,6 +6,7 @@ import { mkdtempSync, rmSync, writeFileSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import { test } from 'node:test';
+import { VIEWS } from '../../src/model/route';
 import { gridRows, goTo, text, texts, useChromium, withPage } from '../support/chromium';
 
 useChromium();
@@ -46,6 +47,65 @@ test('a page with a baseline shows what changed', { skip }, () =>
     },
   ),
 );
+
+/** What the views say changed, other than nothing. */
+const CHANGES = `[...document.querySelectorAll('.delta')]
+  .filter((each) => !/^(0|0 %|as before)$/.test(each.textContent.trim()))
+  .map((each) => each.closest('tr, [role=row], .tile, li, div').textContent)`;
+
+test('runs that are compared with the same runs changed nowhere', { skip }, async () => {
+  const [run1, run2] = [`${orders}/run1`, `${orders}/run2`];
+  for (const words of [
+    ['--baseline', run1, run1],
+    ['--baseline', run1, '--baseline', run1, run1],
+    ['--baseline', run1, '--baseline', run2, run2, run1],
+    ['--baseline', run1, run1, run1],
+  ]) {
+    await withPage(pageOf(...words), {}, async ({ tab }) => {
+      for (const at of [...VIEWS, 'hot?table=programs', 'commands?table=each']) {
+        await goTo(tab, at);
+        assert.deepEqual(await tab.evaluate(CHANGES), [], `${words.join(' ')} ${at}`);
+      }
+    });
+  }
+});
+
+test('several runs a side: what a run has once is compared per run', { skip }, () => {
+  const [run1, run2] = [`${orders}/run1`, `${orders}/run2`];
+  return withPage(
+    pageOf('--baseline', run1, '--baseline', run1, run2, run1),
+    { size: { width: 1900, height: 900 } },
+    async ({ tab }) => {
+      // Half of what run 2 has more than run 1.
+      assert.deepEqual(
+        (await texts(tab, '.tile')).map((tile) => tile.replaceAll('\u00a0', ' ')),
+        [
+          'First start to last end33 h 08 min 40 s+92.28 s per run (+17.0 %)',
+          'CPU, user and system10 min 09.30 s+68.44 s per run (+29.0 %)',
+          'Ticks60,885+6,838.5 per run (+29.0 %)',
+          'Commands118+1 per run (+1.7 %)',
+          'Inputs189−5.5 per run (−5.5 %)',
+        ],
+      );
+      assert.deepEqual(await texts(tab, '.time'), []);
+      await goTo(tab, 'commands?filter=NIGHT.BATCH+NORTH&sort=command');
+      assert.ok((await texts(tab, '[role=columnheader]')).includes('Before per run, s'));
+      assert.deepEqual(
+        (await gridRows(tab)).map((row) => row.slice(-3)),
+        [
+          ['–', '–', '+116.58'],
+          ['1', '140.84', '+1.68'],
+        ],
+      );
+      await goTo(tab, 'session');
+      assert.match(
+        await text(tab, '.facts-line'),
+        /^First start to last end33 h 08 min 40 sIn commands9 min 34\.77 sSeveral runs on one line/,
+      );
+      assert.ok(!(await texts(tab, '[role=columnheader]')).includes('Change, s'));
+    },
+  );
+});
 
 test('nothing in a profile runs, whatever its names are', { skip }, () => {
   const folder = mkdtempSync(join(tmpdir(), 'ptick-view-'));
