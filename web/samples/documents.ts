@@ -64,8 +64,11 @@ function withLines({ profile, traces }: ParsedProfile, indexes: Map<string, numb
   }
   const lines = [...byKey.values()].sort((a, b) => b.ticks - a.ticks);
   const groups = new Map<string, number[]>();
-  for (const { program, ticks } of lines)
-    groups.set(program, [...(groups.get(program) ?? []), ticks]);
+  for (const { program, ticks } of lines) {
+    const group = groups.get(program);
+    if (group) group.push(ticks);
+    else groups.set(program, [ticks]);
+  }
   const programs = [...groups]
     .map(([name, ticks]) => ({
       program: indexes.get(name)!,

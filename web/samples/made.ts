@@ -56,6 +56,20 @@ export function largeDocument(size: number, leftOut: LeftOut[] = [], sourced = 0
   );
 }
 
+/** `size` lines, all of one program or each of a program of its own. */
+export function oneSidedDocument(
+  size: number,
+  shape: 'one program' | 'many programs',
+): ViewDocument {
+  const profile = emptyProfile(`runs/${shape}`);
+  const traces = Array.from({ length: size }, (_, i): ParsedProfile['traces'][number] => ({
+    program: shape === 'one program' ? 'ALL' : `M${i}`,
+    line: shape === 'one program' ? i + 1 : 7,
+    ticks: 1 + (i % 50),
+  }));
+  return makeDocument({ profile, traces }, null, null);
+}
+
 /** Few programs are hot, and few lines of each. */
 function ticksOf(random: () => number, program: number): number {
   return 1 + Math.floor((100_000 / (program + 1)) * random() ** 30) + Math.floor(3 * random());

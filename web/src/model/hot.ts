@@ -1,5 +1,6 @@
 // The hot lines of a program, for its source view.
 
+import type { ViewDocument } from '../data';
 import type { Model } from './model';
 import { Verdict } from './lines';
 
@@ -90,4 +91,29 @@ export function verdictClass(model: Model, row: number): '' | 'slower' | 'faster
   if (!compared || compared.verdict[row] === Verdict.same) return '';
   if (compared.verdict[row] === Verdict.noise) return 'noise';
   return compared.change[row] > 0 ? 'slower' : 'faster';
+}
+
+/** The first programs to choose from: those with ticks, most first, then those that only the baseline has. */
+export function programChoices({ names, profile }: ViewDocument, most: number): number[] {
+  const choices = profile.programs.program.slice(0, most);
+  const known = new Set(profile.programs.program);
+  for (let index = 0; index < names.length && choices.length < most; ++index)
+    if (!known.has(index)) choices.push(index);
+  return choices;
+}
+
+/**
+ * What a strip beside the source shows: of each of at most `most` equal parts the hottest line, so that
+ * drawing takes no longer for a long source. Coldest first.
+ */
+export function heatMarks(lines: ProgramLines, most: number): { line: number; heat: number }[] {
+  const lineCount = Math.max(1, lines.lastLine);
+  const parts = new Map<number, { line: number; heat: number }>();
+  for (const [line, { heat }] of lines.byLine) {
+    if (heat <= 0) continue;
+    const part = lineCount <= most ? line : Math.floor(((line - 1) / lineCount) * most);
+    const known = parts.get(part);
+    if (!known || heat > known.heat) parts.set(part, { line, heat });
+  }
+  return [...parts.values()].sort((a, b) => a.heat - b.heat);
 }

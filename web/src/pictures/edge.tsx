@@ -1,7 +1,7 @@
 // The edge of a source: the whole file as a strip of heat, to see where it is hot and to jump there.
 
-import { useCallback } from 'preact/hooks';
-import { type ProgramLines, heatStep } from '../model/hot';
+import { useCallback, useMemo } from 'preact/hooks';
+import { type ProgramLines, heatMarks, heatStep } from '../model/hot';
 import { Canvas, type Pen, type Point } from './canvas';
 
 export interface EdgeProps {
@@ -14,9 +14,10 @@ export interface EdgeProps {
 
 export function Edge({ lines, inSight, onJump, onKey }: EdgeProps) {
   const count = Math.max(1, lines.lastLine);
+  const marks = useMemo(() => heatMarks(lines, MOST_MARKS), [lines]);
   const draw = useCallback(
-    (pen: Pen) => paint(pen, lines, count, inSight),
-    [lines, count, inSight.from, inSight.to],
+    (pen: Pen) => paint(pen, marks, count, inSight),
+    [marks, count, inSight.from, inSight.to],
   );
   const jump = ({ y }: Point, height: number): void => {
     onJump(Math.max(1, Math.min(count, Math.ceil((y / height) * count))));
@@ -36,9 +37,12 @@ export function Edge({ lines, inSight, onJump, onKey }: EdgeProps) {
   );
 }
 
+/** More than a screen has rows of pixels that can be told apart. */
+const MOST_MARKS = 2000;
+
 function paint(
   { context, width, height, theme }: Pen,
-  lines: ProgramLines,
+  marks: { line: number; heat: number }[],
   count: number,
   inSight: EdgeProps['inSight'],
 ): void {
@@ -47,12 +51,9 @@ function paint(
   const scale = height / count;
   context.fillStyle = theme.surface;
   context.fillRect(0, 0, width, height);
-  const sorted = [...lines.byLine].sort((a, b) => a[1].heat - b[1].heat);
-  for (const [line, facts] of sorted) {
-    const step = heatStep(facts.heat);
-    if (step === 0) continue;
-    context.fillStyle = theme.heat[step];
-    const wide = Math.max(4, (width - 4) * Math.sqrt(facts.heat));
+  for (const { line, heat } of marks) {
+    context.fillStyle = theme.heat[heatStep(heat)];
+    const wide = Math.max(4, (width - 4) * Math.sqrt(heat));
     context.fillRect(2, (line - 1) * scale, wide, Math.max(2, perLine));
   }
   context.strokeStyle = theme.muted;

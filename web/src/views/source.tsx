@@ -1,7 +1,7 @@
 // Source: the text of a program with ticks and heat; its hot lines one key away, the whole at the edge.
 
 import { useMemo, useState } from 'preact/hooks';
-import { type ProgramLines, nextHot, programLines } from '../model/hot';
+import { type ProgramLines, nextHot, programChoices, programLines } from '../model/hot';
 import type { Model } from '../model/model';
 import { counted, grouped, percent, share } from '../model/numbers';
 import { programOf, programParam } from '../model/route';
@@ -124,15 +124,8 @@ function ProgramChoice({
 }) {
   const { document } = model;
   const choices = useMemo(() => {
-    const withTicks = document.profile.programs.program;
-    const others = document.names
-      .map((_, index) => index)
-      .filter((index) => !withTicks.includes(index));
-    const all =
-      withTicks.length > MOST_CHOICES
-        ? withTicks.slice(0, MOST_CHOICES)
-        : [...withTicks, ...others].slice(0, MOST_CHOICES);
-    return all.includes(program) ? all : [program, ...all];
+    const first = programChoices(document, MOST_CHOICES);
+    return first.includes(program) ? first : [program, ...first];
   }, [document, program]);
   const more = document.names.length - choices.length;
   return (

@@ -3,11 +3,12 @@
 
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
-import { largeDocument } from '../../samples/made';
+import { largeDocument, oneSidedDocument } from '../../samples/made';
 import type { ViewDocument } from '../../src/data';
 import { VIEWS } from '../../src/model/route';
 import {
   type Opened,
+  goTo,
   gridRows,
   press,
   settled,
@@ -80,6 +81,25 @@ for (const [size, mark] of [
       ))!;
       assert.ok(Math.abs(middle / size - 0.5) < 0.01, `row ${middle} in the middle`);
       assert.ok((await gridRows(tab)).length < 80);
+    }));
+}
+
+for (const shape of ['one program', 'many programs'] as const) {
+  test(`a million lines of ${shape} open in every view that shows them`, (context) =>
+    withPage(oneSidedDocument(1_000_000, shape), {}, async ({ tab }) => {
+      for (const at of ['overview', 'hot', 'hot?table=programs', 'source']) {
+        const start = performance.now();
+        await goTo(tab, at);
+        const time = performance.now() - start;
+        context.diagnostic(`${shape}, ${at}: ${time.toFixed(0)} ms`);
+        assert.ok(time < 15_000, `${at}: ${time}`);
+      }
+      await tab.focus('[role=grid]');
+      const start = performance.now();
+      await press(tab, 'PageDown', 'PageDown', 'PageDown', 'PageDown');
+      const time = performance.now() - start;
+      context.diagnostic(`${shape}, four pages down: ${time.toFixed(0)} ms`);
+      assert.ok(time < 5000, `scrolling: ${time}`);
     }));
 }
 

@@ -2,7 +2,14 @@ import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { ordersDocument } from '../../samples/documents';
 import { hostileDocument, slowerDocument } from '../../samples/made';
-import { heatStep, nextHot, programLines, verdictClass } from '../../src/model/hot';
+import {
+  heatMarks,
+  heatStep,
+  nextHot,
+  programChoices,
+  programLines,
+  verdictClass,
+} from '../../src/model/hot';
 import { makeModel } from '../../src/model/model';
 import { hottestLines, mostChanged } from '../../src/model/overview';
 
@@ -68,4 +75,30 @@ test('what changed most is beyond noise', () => {
 
 test('the hottest lines are the first with ticks', () => {
   assert.deepEqual(hottestLines(makeModel(ordersDocument()), 3), [0, 1, 2]);
+});
+
+test('the strip marks each line of a short source and the hottest of each part of a long one', () => {
+  const model = makeModel(ordersDocument());
+  const facts = programLines(model, model.programNamed('NIGHT.BATCH')!);
+  const all = heatMarks(facts, 1000);
+  assert.equal(all.length, facts.byLine.size);
+  assert.deepEqual(all.at(-1), { line: 48, heat: 1 });
+  assert.ok(all.every(({ heat }, i) => i === 0 || heat >= all[i - 1].heat));
+  const few = heatMarks(facts, 3);
+  assert.deepEqual(few.map(({ line }) => line).sort(), [108, 48, 53].sort());
+  assert.deepEqual(heatMarks({ ...facts, byLine: new Map(), lastLine: 0 }, 3), []);
+});
+
+test('programs to choose: with ticks first, then the others, no more than wanted', () => {
+  const document = {
+    ...ordersDocument(),
+    names: ['a', 'b', 'c', 'd'],
+  };
+  document.profile = {
+    ...document.profile,
+    programs: { program: [2, 1], ticks: [9, 1], lines: [1, 1] },
+  };
+  assert.deepEqual(programChoices(document, 9), [2, 1, 0, 3]);
+  assert.deepEqual(programChoices(document, 3), [2, 1, 0]);
+  assert.deepEqual(programChoices(document, 1), [2]);
 });
