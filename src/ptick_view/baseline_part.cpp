@@ -73,20 +73,23 @@ void WriteLines(const Changes& changes, DocumentWriter& writer) {
   writer.LeaveOut("changed lines", kept, changes.size());
 }
 
+// As many as the limit lets in; of the rest a note is made, by the name `what`.
 template <typename WriteRow>
-void WriteRows(std::string_view key, const Changes& changes, DocumentWriter& writer,
-               WriteRow write_row) {
+void WriteRows(std::string_view key, std::string_view what, const Changes& changes,
+               DocumentWriter& writer, WriteRow write_row) {
+  const std::size_t kept = std::min(changes.size(), writer.limits.changed_rows);
   writer.json.Key(key).BeginArray(kRows);
-  for (std::size_t n = 0; n < changes.size(); ++n) {
+  for (std::size_t n = 0; n < kept; ++n) {
     writer.json.BeginObject();
     write_row(changes[n]);
     writer.json.EndObject();
   }
   writer.json.EndArray();
+  writer.LeaveOut(what, kept, changes.size());
 }
 
 void WritePrograms(const Changes& changes, DocumentWriter& writer) {
-  WriteRows("programs", changes, writer, [&](const Row& row) {
+  WriteRows("programs", "changed programs", changes, writer, [&](const Row& row) {
     writer.json.Key("program").Number(writer.programs.NumberOf(changes.Name(row)));
     WriteOldNewChange(changes, row, writer);
     writer.json.Key("p");
@@ -107,7 +110,7 @@ void WriteCommands(const Changes& changes, DocumentWriter& writer) {
   constexpr std::array kFigures = {Figure{"old_times", "new_times", CommandFigure::kTimes},
                                    Figure{"old_elapsed", "new_elapsed", CommandFigure::kElapsed},
                                    Figure{"old_cpu", "new_cpu", CommandFigure::kCpu}};
-  WriteRows("commands", changes, writer, [&](const Row& row) {
+  WriteRows("commands", "changed commands", changes, writer, [&](const Row& row) {
     writer.json.Key("command").Text(writer.names.Command(changes.Name(row)));
     for (const Figure& figure : kFigures) {
       writer.json.Key(figure.old_key);
@@ -120,7 +123,7 @@ void WriteCommands(const Changes& changes, DocumentWriter& writer) {
 }
 
 void WriteSubroutines(const Changes& changes, DocumentWriter& writer) {
-  WriteRows("subroutines", changes, writer, [&](const Row& row) {
+  WriteRows("subroutines", "changed calls", changes, writer, [&](const Row& row) {
     writer.json.Key("caller").Text(writer.names.Program(changes.Name(row)));
     writer.json.Key("subroutine").Text(writer.names.Program(changes.Detail(row)));
     WriteOldNewChange(changes, row, writer);
@@ -128,7 +131,7 @@ void WriteSubroutines(const Changes& changes, DocumentWriter& writer) {
 }
 
 void WriteCounters(const Changes& changes, DocumentWriter& writer) {
-  WriteRows("counters", changes, writer, [&](const Row& row) {
+  WriteRows("counters", "changed counters", changes, writer, [&](const Row& row) {
     writer.json.Key("counter").Text(changes.Name(row));
     WriteOldNewChange(changes, row, writer);
   });

@@ -13,7 +13,7 @@ void DocumentWriter::Line(const compare::KeyNames& key_names, std::uint32_t line
   } else if (const std::string text = key_names.LineText(line); key_names.IsOrdinaryLine(line)) {
     json.NumberText(text);
   } else {
-    json.Text(text);
+    json.Text(names.Line(text));
   }
 }
 

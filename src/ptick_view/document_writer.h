@@ -3,7 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
+#include <optional>
 #include <string_view>
 
 #include "companion/json_writer.h"
@@ -44,10 +44,11 @@ struct DocumentWriter {
   /// Four significant digits, null for what is no number.
   void Short(double number);
 
-  /// Notes that rows did not get in, if so.
-  void LeaveOut(std::string_view what, std::size_t kept, std::size_t all) {
+  /// Notes that rows did not get in, if so; with their ticks where they have some.
+  void LeaveOut(std::string_view what, std::size_t kept, std::size_t all,
+                std::optional<Number> ticks = std::nullopt) {
     if (kept < all) {
-      left_out.push_back({.what = what, .count = all - kept, .of = all});
+      left_out.push_back({.what = what, .count = all - kept, .of = all, .ticks = ticks});
     }
   }
 };

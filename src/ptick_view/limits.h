@@ -16,6 +16,7 @@ namespace ptick::view {
 struct Limits {
   std::size_t lines = 1'000'000;                             ///< those with the most ticks get in
   std::size_t changed_lines = 1'000'000;                     ///< those with the largest changes
+  std::size_t changed_rows = 100'000;                        ///< the same, of each other kind
   std::size_t commands = 100'000;                            ///< those with the most ticks
   std::size_t inputs = 100'000;                              ///< the first ones
   std::size_t calls = 100'000;                               ///< the most frequent ones

@@ -31,19 +31,6 @@ void WritePrograms(const LineTable& lines, DocumentWriter& writer) {
   writer.json.EndObject();
 }
 
-void LeaveOutLines(const std::vector<LineTable::Line>& lines, std::size_t kept,
-                   DocumentWriter& writer) {
-  if (kept == lines.size()) {
-    return;
-  }
-  RunningSum ticks;
-  for (std::size_t row = kept; row < lines.size(); ++row) {
-    ticks.Add(Value(lines[row].ticks));
-  }
-  writer.LeaveOut("lines", kept, lines.size());
-  writer.left_out.back().ticks = ticks.Total().AsNumber();
-}
-
 void WriteLines(const LineTable& table, DocumentWriter& writer) {
   const std::vector<LineTable::Line>& lines = table.Lines();
   const std::size_t kept = std::min(lines.size(), writer.limits.lines);
@@ -55,7 +42,11 @@ void WriteLines(const LineTable& table, DocumentWriter& writer) {
                 [&](std::size_t row) { writer.Line(table.Names(), lines[row].key.detail); });
   writer.Column("ticks", kept, [&](std::size_t row) { writer.Count(lines[row].ticks); });
   writer.json.EndObject();
-  LeaveOutLines(lines, kept, writer);
+  RunningSum ticks;
+  for (std::size_t row = kept; row < lines.size(); ++row) {
+    ticks.Add(Value(lines[row].ticks));
+  }
+  writer.LeaveOut("lines", kept, lines.size(), ticks.Total().AsNumber());
 }
 
 // The commands that get in, those with the most ticks, in recorded order.
@@ -77,24 +68,60 @@ std::vector<std::size_t> KeptCommands(const PerformTable& performs, std::size_t 
 }
 
 template <typename Write>
-void WriteRows(std::string_view key, std::size_t rows, std::size_t limit, bool notes_left_out,
-               DocumentWriter& writer, Write write) {
-  const std::size_t kept = std::min(rows, limit);
+void WriteRows(std::string_view key, std::size_t rows, DocumentWriter& writer, Write write) {
   writer.json.Key(key).BeginArray(kRows);
-  for (std::size_t row = 0; row < kept; ++row) {
+  for (std::size_t row = 0; row < rows; ++row) {
     write(row);
   }
   writer.json.EndArray();
-  if (notes_left_out) {
-    writer.LeaveOut(key == "subroutines" ? "calls" : key, kept, rows);
-  }
 }
+
+// As many as the limit lets in; of the rest a note is made, by the name `what`.
+template <typename Write>
+void WriteFirstRows(std::string_view key, std::string_view what, std::size_t rows,
+                    std::size_t limit, DocumentWriter& writer, Write write) {
+  const std::size_t kept = std::min(rows, limit);
+  WriteRows(key, kept, writer, write);
+  writer.LeaveOut(what, kept, rows);
+}
+
+void WriteCommands(const PerformTable& performs, std::string_view what, exports::JsonParts& parts,
+                   DocumentWriter& writer) {
+  const std::vector<std::size_t> kept = KeptCommands(performs, writer.limits.commands);
+  WriteRows("commands", kept.size(), writer,
+            [&](std::size_t row) { parts.WriteCommand(kept[row]); });
+  if (kept.size() == performs.RecordCount()) {
+    return;
+  }
+  RunningSum ticks;
+  std::vector<std::size_t>::const_iterator next = kept.begin();
+  for (std::size_t n = 0; n < performs.RecordCount(); ++n) {
+    if (next != kept.end() && *next == n) {
+      ++next;
+    } else {
+      ticks.Add(Value(performs[n].AsNumber(PerformNumber::kTicks)));
+    }
+  }
+  writer.LeaveOut(what, kept.size(), performs.RecordCount(), ticks.Total().AsNumber());
+}
+
+// How what is left out is named.
+struct TableNames {
+  std::string_view commands;
+  std::string_view calls;
+  std::string_view objects;
+  std::string_view inputs;
+};
+constexpr TableNames kOfRun = {"commands", "calls", "objects", "inputs"};
+constexpr TableNames kOfBaseline = {"commands of the baseline", "calls of the baseline",
+                                    "objects of the baseline", "inputs of the baseline"};
 
 }  // namespace
 
 void WriteProfile(const ProfileTables& tables, const LineTable& lines, Lines with_lines,
                   DocumentWriter& writer) {
-  const bool notes = with_lines == Lines::kWithLines;
+  const TableNames& names = with_lines == Lines::kWithLines ? kOfRun : kOfBaseline;
+  const Limits& limits = writer.limits;
   exports::JsonParts parts(tables, writer.json, writer.names, exports::BigNumbers::kAsTexts);
   writer.json.BeginObject();
   parts.WriteHead();
@@ -103,20 +130,15 @@ void WriteProfile(const ProfileTables& tables, const LineTable& lines, Lines wit
   if (with_lines == Lines::kWithLines) {
     WriteLines(lines, writer);
   }
-  const std::vector<std::size_t> commands = KeptCommands(tables.Performs, writer.limits.commands);
-  WriteRows("commands", commands.size(), commands.size(), false, writer,
-            [&](std::size_t row) { parts.WriteCommand(commands[row]); });
-  if (notes) {
-    writer.LeaveOut("commands", commands.size(), tables.Performs.RecordCount());
-  }
+  WriteCommands(tables.Performs, names.commands, parts, writer);
   const std::vector<std::uint32_t> calls = SubroutineOrder(tables.Subroutines);
-  WriteRows("subroutines", calls.size(), writer.limits.calls, notes, writer,
-            [&](std::size_t row) { parts.WriteSubroutine(calls[row]); });
+  WriteFirstRows("subroutines", names.calls, calls.size(), limits.calls, writer,
+                 [&](std::size_t row) { parts.WriteSubroutine(calls[row]); });
   const std::vector<std::string_view> objects = exports::SortedObjects(tables);
-  WriteRows("objects", objects.size(), writer.limits.objects, notes, writer,
-            [&](std::size_t row) { parts.WriteObject(objects[row]); });
-  WriteRows("inputs", tables.Inputs.Count(), writer.limits.inputs, notes, writer,
-            [&](std::size_t row) { parts.WriteInput(row); });
+  WriteFirstRows("objects", names.objects, objects.size(), limits.objects, writer,
+                 [&](std::size_t row) { parts.WriteObject(objects[row]); });
+  WriteFirstRows("inputs", names.inputs, tables.Inputs.Count(), limits.inputs, writer,
+                 [&](std::size_t row) { parts.WriteInput(row); });
   writer.json.EndObject();
 }
 

@@ -9,8 +9,8 @@ namespace ptick::view {
 
 enum class Lines { kWithLines, kWithoutLines };
 
-/// Writes an object that holds a profile; its lines, too, where they are wanted. Of what is left
-/// out of a profile with lines a note is made, and the other is cut the same.
+/// Writes an object that holds a profile; its lines, too, where they are wanted: that is the run,
+/// the other is the baseline. Of what is left out a note is made.
 void WriteProfile(const ProfileTables& tables, const LineTable& lines, Lines with_lines,
                   DocumentWriter& writer);
 

@@ -97,6 +97,14 @@ TEST_F(DocumentTest, KeepsNamesApartAndHarmless) {
   EXPECT_EQ(document["names"], json({"\xC3\xA9", "\xC3\xA9 (Latin-1)", "</script><!--"}));
 }
 
+TEST_F(DocumentTest, KeepsLinesApartThatAreNoNumbers) {
+  const json document =
+      Compared({"trace|A|\xC3\xA9|1", "trace|A|\xE9|1"}, {"trace|A|\xC3\xA9|3", "trace|A|\xE9|2"});
+  const json want = {"\xC3\xA9", "\xC3\xA9 (Latin-1)"};
+  EXPECT_EQ(document["profile"]["lines"]["line"], want);
+  EXPECT_EQ(document["baseline"]["changes"]["lines"]["line"], want);
+}
+
 TEST_F(DocumentTest, HasTheSourcesOfProgramsWithTicks) {
   platform_.files["src"]["A"].text = "one\ntwo\n";
   platform_.files["src"]["OTHER"].text = "not asked for\n";
@@ -110,6 +118,7 @@ TEST_F(DocumentTest, HasTheSourcesOfProgramsWithTicks) {
 TEST_F(DocumentTest, SaysWhatWasLeftOut) {
   limits_ = {.lines = 1,
              .changed_lines = 1,
+             .changed_rows = 1,
              .commands = 1,
              .inputs = 1,
              .calls = 1,
@@ -118,19 +127,30 @@ TEST_F(DocumentTest, SaysWhatWasLeftOut) {
   platform_.files["src"]["A"].text = "one\n";
   platform_.files["src"]["B"].text = "two\n";
   folders_ = {"src"};
-  const json document = Compared(
-      {"trace|A|1|1"}, {"trace|A|1|5", "trace|B|2|3", "trace|B|3|1", "perform|ticks|1|cmd|FIRST",
-                        "perform|ticks|9|cmd|SECOND", "input|13|1|1|2|a", "input|13|1|3|4|b",
-                        "subroutine_call|A X|1", "subroutine_call|A Y|7", "shared_object|two|1",
-                        "shared_object|one|1"});
+  const json document =
+      Compared({"trace|A|1|1", "perform|ticks|1|cmd|LIST", "perform|ticks|2|cmd|LIST",
+                "shared_object|X|1", "shared_object|Y|1", "subroutine_call|B X|1",
+                "subroutine_call|B Y|7", "input|13|1|1|2|c", "input|13|1|3|4|d"},
+               {"trace|A|1|5", "trace|B|2|3", "trace|B|3|1", "perform|ticks|1|cmd|FIRST",
+                "perform|ticks|9|cmd|SECOND", "input|13|1|1|2|a", "input|13|1|3|4|b",
+                "subroutine_call|A X|1", "subroutine_call|A Y|7", "shared_object|two|1",
+                "shared_object|one|1"});
   EXPECT_EQ(document["left_out"],
-            json::array({{{"what", "lines"}, {"count", 2}, {"of", 3}, {"ticks", 4}},
-                         {{"what", "commands"}, {"count", 1}, {"of", 2}, {"ticks", nullptr}},
-                         {{"what", "calls"}, {"count", 1}, {"of", 2}, {"ticks", nullptr}},
-                         {{"what", "objects"}, {"count", 1}, {"of", 2}, {"ticks", nullptr}},
-                         {{"what", "inputs"}, {"count", 1}, {"of", 2}, {"ticks", nullptr}},
-                         {{"what", "changed lines"}, {"count", 2}, {"of", 3}, {"ticks", nullptr}},
-                         {{"what", "sources"}, {"count", 1}, {"of", 2}, {"ticks", nullptr}}}));
+            json::array(
+                {{{"what", "lines"}, {"count", 2}, {"of", 3}, {"ticks", 4}},
+                 {{"what", "commands"}, {"count", 1}, {"of", 2}, {"ticks", 1}},
+                 {{"what", "calls"}, {"count", 1}, {"of", 2}, {"ticks", nullptr}},
+                 {{"what", "objects"}, {"count", 1}, {"of", 2}, {"ticks", nullptr}},
+                 {{"what", "inputs"}, {"count", 1}, {"of", 2}, {"ticks", nullptr}},
+                 {{"what", "commands of the baseline"}, {"count", 1}, {"of", 2}, {"ticks", 1}},
+                 {{"what", "calls of the baseline"}, {"count", 1}, {"of", 2}, {"ticks", nullptr}},
+                 {{"what", "objects of the baseline"}, {"count", 1}, {"of", 2}, {"ticks", nullptr}},
+                 {{"what", "inputs of the baseline"}, {"count", 1}, {"of", 2}, {"ticks", nullptr}},
+                 {{"what", "changed lines"}, {"count", 2}, {"of", 3}, {"ticks", nullptr}},
+                 {{"what", "changed programs"}, {"count", 1}, {"of", 2}, {"ticks", nullptr}},
+                 {{"what", "changed commands"}, {"count", 2}, {"of", 3}, {"ticks", nullptr}},
+                 {{"what", "changed calls"}, {"count", 3}, {"of", 4}, {"ticks", nullptr}},
+                 {{"what", "sources"}, {"count", 1}, {"of", 2}, {"ticks", nullptr}}}));
   EXPECT_EQ(document["profile"]["programs"]["ticks"], json({5, 4}));
   EXPECT_EQ(document["profile"]["lines"]["ticks"], json::array({5}));
   EXPECT_EQ(document["profile"]["commands"][0]["command"], "SECOND");

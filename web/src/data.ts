@@ -181,7 +181,8 @@ export interface CounterChange extends Change {
 type Table = 'lines' | 'commands' | 'inputs' | 'calls' | 'objects';
 
 export interface LeftOut {
-  what: Table | `changed ${Table | 'programs'}` | `${Table} of the baseline` | 'sources';
+  what:
+    Table | `changed ${Table | 'programs' | 'counters'}` | `${Table} of the baseline` | 'sources';
   /** How many were left out, and of how many. */
   count: number;
   of: number;
