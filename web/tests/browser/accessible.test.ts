@@ -162,6 +162,24 @@ test('on paper every view is plain tables, without pictures', () =>
     }
   }));
 
+test('on A4 usual names and figures stay on one line', () =>
+  withPage(slowerDocument(), { at: 'hot' }, async ({ tab }) => {
+    await tab.setViewport({ width: 718, height: 1000 });
+    await tab.evaluate(() => dispatchEvent(new Event('beforeprint')));
+    await tab.emulateMediaType('print');
+    const broken = `[...document.querySelectorAll('.printed tbody bdi.name, .printed th, .tile b')]
+      .filter((each) => {
+        const range = document.createRange();
+        range.selectNodeContents(each);
+        return new Set([...range.getClientRects()].map(({ top }) => Math.round(top / 8))).size > 1;
+      })
+      .map((each) => each.textContent)`;
+    assert.deepEqual(await tab.evaluate(broken), []);
+    await tab.evaluate(() => dispatchEvent(new Event('afterprint')));
+    await goTo(tab, 'overview');
+    assert.deepEqual(await tab.evaluate(broken), []);
+  }));
+
 test('a printed table holds the filtered rows in their order, and says when it is cut', () =>
   withPage(ordersDocument(), { at: 'hot?filter=price+if&sort=line' }, async ({ tab }) => {
     await tab.evaluate(() => dispatchEvent(new Event('beforeprint')));
