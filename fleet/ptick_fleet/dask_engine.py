@@ -9,6 +9,7 @@ import pickle
 import sys
 import time
 import warnings
+from collections.abc import Awaitable
 from typing import Any
 
 from . import run_step, step
@@ -16,7 +17,9 @@ from .problems import Trouble
 from .run_step import cancel_on_worker, run_step_on_worker
 from .step import Outcome, Step, failed_outcome
 
-CONNECT_SECONDS = 6
+CONNECT_SECONDS = 6  # with the time that it takes to load Dask
+LEAST_CONNECT_SECONDS = 2
+VERSION_SECONDS = 3
 CLOSE_SECONDS = 3
 BETWEEN_LOOKS = 0.5
 
@@ -34,6 +37,7 @@ class DaskEngine:
     @classmethod
     async def connect(cls, address: str, worker_wait: int) -> DaskEngine:
         """Raises Trouble where no scheduler answers within ten seconds."""
+        begin = time.monotonic()
         _silence()
         import cloudpickle
         import distributed
@@ -41,11 +45,12 @@ class DaskEngine:
         # Workers need Dask and ptick-merge, nothing of this program.
         for module in (run_step, step):
             cloudpickle.register_pickle_by_value(module)
+        left = max(LEAST_CONNECT_SECONDS, CONNECT_SECONDS - (time.monotonic() - begin))
         try:
             make: Any = distributed.Client
             client = await asyncio.wait_for(
-                make(address, asynchronous=True, timeout=CONNECT_SECONDS, set_as_default=False),
-                CONNECT_SECONDS + 1,
+                make(address, asynchronous=True, timeout=left, set_as_default=False),
+                left + 0.5,
             )
         except (OSError, asyncio.TimeoutError):
             raise Trouble(f"no scheduler answers at {address}") from None
@@ -58,12 +63,20 @@ class DaskEngine:
 
     async def _check_versions(self) -> None:
         """Functions and results travel between equal versions only."""
-        versions = await self._client.get_versions()
-        own = versions["client"]["packages"]
-        others = {"the scheduler": versions["scheduler"], **versions["workers"]}
+        from distributed.versions import get_versions
+
+        own = get_versions()["packages"]
+        scheduler = self._client.scheduler
+        others = {
+            "the scheduler": await _answer(scheduler.versions()),
+            # Where a worker hangs all answers stay away; its steps are done by others.
+            **await _answer(scheduler.broadcast(msg={"op": "versions"}, on_error="ignore")),
+        }
         for place, there in others.items():
+            if not there:
+                continue
             for package in ("python", "distributed"):
-                theirs = str((there or {}).get("packages", {}).get(package))
+                theirs = str(there["packages"].get(package))
                 if _release(theirs) != _release(str(own[package])):
                     raise Trouble(f"{place} has {package} {theirs}, this machine {own[package]}")
 
@@ -160,6 +173,14 @@ class DaskEngine:
 
         _background.add(task := asyncio.get_running_loop().create_task(end()))
         task.add_done_callback(_background.discard)
+
+
+async def _answer(asked: Awaitable[dict[str, Any]]) -> dict[str, Any]:
+    """Nothing where it does not come soon."""
+    try:
+        return await asyncio.wait_for(asked, VERSION_SECONDS)
+    except (OSError, asyncio.TimeoutError):
+        return {}
 
 
 # The loop itself keeps no task alive.

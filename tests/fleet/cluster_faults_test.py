@@ -6,6 +6,7 @@ import glob
 import os
 import random
 import signal
+import socket
 import threading
 import time
 import unittest
@@ -66,6 +67,19 @@ class ClusterFaultsTest(FleetTest):
         self.assertEqual((want.out, 0), (out, status), err)
         self.assertIn("done again", err.decode())
         # What it had begun ends when it goes on, and leaves nothing.
+        cluster.release_worker(0)
+        self.check_clean()
+
+    def test_a_worker_that_hangs_from_the_start_is_done_without(self):
+        cluster = self.cluster(2)
+        names = self.make_fleet(12, 10)
+        want = self.merged(*names)
+        cluster.hold_worker(0)
+        process = self.start_fleet(
+            "--scheduler", cluster.address, "--group-files=2", "--patience=1", *names
+        )
+        out, err, status = self.ended(process)
+        self.assertEqual((want.out, 0), (out, status), err)
         cluster.release_worker(0)
         self.check_clean()
 
@@ -187,8 +201,12 @@ class ClusterFaultsTest(FleetTest):
 
     def test_no_scheduler_is_told_within_ten_seconds(self):
         [name] = self.make_fleet(1, 8)
+        mute = socket.create_server(("127.0.0.1", 0))
+        self.addCleanup(mute.close)
+        mute_address = f"tcp://127.0.0.1:{mute.getsockname()[1]}"
         for address, message in (
             ("tcp://127.0.0.1:9", "no scheduler answers at tcp://127.0.0.1:9"),
+            (mute_address, f"no scheduler answers at {mute_address}"),
             ("smoke://x:1", "the address 'smoke://x:1' cannot be used: unknown address scheme"),
             ("", "the address '' cannot be used: missing port number"),
         ):
