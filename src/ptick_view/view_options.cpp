@@ -27,8 +27,7 @@ void DescribeView(companion::CommandLine& line, ViewOptions& options) {
   line.Usage("[OPTION]... -o PAGE.html PROFILE...")
       .Summary(
           "Writes a page that shows a profile, or several merged into one, in any browser: one "
-          "file "
-          "that works without network. PROFILE is a file or a pipe; - is standard input.")
+          "file that works without network. PROFILE is a file or a pipe; - is standard input.")
       .Texts("--baseline", "PROFILE",
              "show the change from PROFILE in every view; several are runs of the same program",
              options.baseline)

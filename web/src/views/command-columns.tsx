@@ -15,6 +15,7 @@ const BAR = 'minmax(6.5rem, 0.9fr)';
 const TEXT = 'minmax(9rem, 3fr)';
 
 export function summedColumns(model: Model, sums: CommandSum[]): Column[] {
+  const compared = model.document.baseline !== null;
   const most = sums.reduce((largest, sum) => Math.max(largest, sum.elapsed ?? 0), 0);
   const columns: Column[] = [
     {
@@ -29,6 +30,7 @@ export function summedColumns(model: Model, sums: CommandSum[]): Column[] {
       hint: 'How often it was performed',
       align: 'right',
       width: NUMBER,
+      minor: compared,
       cell: (row) => grouped(sums[row].times),
     },
     {
@@ -49,7 +51,7 @@ export function summedColumns(model: Model, sums: CommandSum[]): Column[] {
       hint: 'Seconds of the longest one',
       align: 'right',
       width: NUMBER,
-      minor: true,
+      minor: compared ? 'soon' : true,
       cell: (row) => seconds(sums[row].longest),
     },
     {
@@ -66,7 +68,7 @@ export function summedColumns(model: Model, sums: CommandSum[]): Column[] {
       title: 'Ticks',
       align: 'right',
       width: NUMBER,
-      minor: model.document.baseline !== null,
+      minor: true,
       cell: (row) => grouped(sums[row].ticks),
     },
   ];
@@ -78,7 +80,7 @@ export function summedColumns(model: Model, sums: CommandSum[]): Column[] {
         title: `Times before${per}`,
         align: 'right',
         width: NUMBER,
-        minor: true,
+        minor: 'soon',
         cell: (row) => mean(timesBefore(model, sums[row])),
       },
       {

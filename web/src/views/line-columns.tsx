@@ -74,7 +74,7 @@ export function lineColumns(model: Model): Column[] {
         hint: 'Change in per cent of before',
         align: 'right',
         width: NUMBER_WIDTH,
-        minor: true,
+        minor: 'soon',
         cell: (row) => (
           <span class={`delta ${verdictClass(model, row)}`}>{relativeOf(model, row)}</span>
         ),

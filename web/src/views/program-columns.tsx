@@ -53,7 +53,7 @@ export function programColumns(model: Model, table: ProgramTable): Column[] {
       hint: 'Lines with ticks',
       align: 'right',
       width: NUMBER_WIDTH,
-      minor: document.baseline !== null,
+      minor: true,
       cell: (row) => grouped(table.lines(row)),
     },
     {
@@ -70,6 +70,7 @@ export function programColumns(model: Model, table: ProgramTable): Column[] {
       hint: 'Share of all ticks, cut to two decimals',
       align: 'right',
       width: SHARE_WIDTH,
+      minor: document.baseline !== null,
       cell: (row) => <Share part={toNumber(table.ticks(row))} total={total} most={most} />,
     },
   ];

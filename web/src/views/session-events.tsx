@@ -92,7 +92,7 @@ function eventColumns(model: Model, session: Session): Column[] {
       title: 'Start, s',
       hint: 'Seconds from the start of the run',
       align: 'right',
-      width: 'minmax(4.6rem, 0.5fr)',
+      width: 'minmax(4.2rem, 0.5fr)',
       cell: (row) => seconds(at(row).start),
     },
     {
@@ -133,6 +133,7 @@ function eventColumns(model: Model, session: Session): Column[] {
       title: 'Ticks',
       align: 'right',
       width: 'minmax(3.6rem, 0.5fr)',
+      minor: hasPairs(model),
       cell: (row) => (command(row) ? grouped(command(row)!.ticks) : NONE),
     },
     {

@@ -107,6 +107,26 @@ test('from a phone to 4K nothing makes the page wider than the screen', async ()
   }
 });
 
+test('no column of a table is cut off, on any screen', async () => {
+  const cut: string[] = [];
+  for (const make of [ordersDocument, slowerDocument]) {
+    await withPage(make(), {}, async ({ tab }) => {
+      for (const width of [390, 768, 1024, 1260, 1280, 1440, 1920, 3840]) {
+        await tab.setViewport({ width, height: 900 });
+        for (const at of ['hot', 'hot?table=programs', 'session', 'commands', 'calls']) {
+          await goTo(tab, at);
+          const [scroll, client] = await tab.$eval('[role=grid]', (grid) => [
+            grid.scrollWidth,
+            grid.clientWidth,
+          ]);
+          if (scroll > client) cut.push(`${make.name} ${at} at ${width}: ${scroll} > ${client}`);
+        }
+      }
+    });
+  }
+  assert.deepEqual(cut, []);
+});
+
 test('what can be pressed is large enough', () =>
   withPage(ordersDocument(), { at: 'hot', size: PHONE }, async ({ tab }) => {
     const small = await tab.$$eval('button, select, input, nav a', (elements) =>
