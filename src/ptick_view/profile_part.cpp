@@ -94,7 +94,7 @@ void WriteCommands(const PerformTable& performs, std::string_view what, exports:
     return;
   }
   RunningSum ticks;
-  std::vector<std::size_t>::const_iterator next = kept.begin();
+  auto next = kept.begin();
   for (std::size_t n = 0; n < performs.RecordCount(); ++n) {
     if (next != kept.end() && *next == n) {
       ++next;

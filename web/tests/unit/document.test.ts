@@ -6,7 +6,7 @@ import { hostileDocument } from '../../samples/made';
 import { MARKER, inertJson, page } from '../../samples/page';
 import { binomialTest, falseDiscovery } from '../../samples/significance';
 import { makeModel, parseDocument } from '../../src/model/model';
-import { factGroups, userTicks } from '../../src/model/resources';
+import { factGroups, typingChanges, typingRate, userTicks } from '../../src/model/resources';
 
 test('the data does no harm in a page: it ends no element and comes back whole', () => {
   const document = hostileDocument();
@@ -105,4 +105,25 @@ test('the samples test ticks as the comparison does', () => {
     falseDiscovery([0.01, 0.04, 0.03]).map((q) => q.toFixed(3)),
     ['0.030', '0.040', '0.040'],
   );
+});
+
+test('typing is compared where both sides tell of it', () => {
+  const side = (characters: number, clock: number) =>
+    typingRate({ ...ordersDocument().profile, hertz: 100, typerate: { characters, clock } });
+  assert.deepEqual(side(40, 1000), { characters: 40, time: 10, forEach: 0.25 });
+  assert.deepEqual(typingChanges(side(50, 1010), side(40, 1000)), {
+    characters: { old: 40, new: 50, change: 10 },
+    time: { old: 10, new: 10.1, change: 0.1 },
+  });
+  assert.deepEqual(typingChanges(side(40, 1000), null), { characters: null, time: null });
+  assert.deepEqual(typingChanges(null, null), { characters: null, time: null });
+});
+
+test('counters that did not change per run show no change, whatever their sums are', () => {
+  const { profile, baseline } = ordersDocument({ run: 'run2', baseline: 'run1' });
+  const same = { ...baseline!, changes: { ...baseline!.changes, counters: [] } };
+  const facts = factGroups(profile, 1, same).flatMap((group) => group.facts);
+  const changed = facts.filter(({ change }) => change !== null).map(({ name }) => name);
+  assert.ok(!changed.includes('READ'), changed.join());
+  assert.ok(changed.includes('Maximum resident set size'), changed.join());
 });
