@@ -96,12 +96,12 @@ void CheckLines(const json& document, const LiteralPrograms& programs) {
     ++count;
   }
   std::size_t want = 0;
-  for (const auto& [name, program_lines] : programs) {
-    want += program_lines.size();
+  for (const LiteralPrograms::value_type& program : programs) {
+    want += program.second.size();
     const bool is_there = std::ranges::any_of(rows, [&](const auto& of_program) {
-      return of_program.second.size() == program_lines.size() &&
-             IsTextOf(names[of_program.first].template get<std::string>(), name) &&
-             std::ranges::all_of(program_lines, [&](const std::string& line) {
+      return of_program.second.size() == program.second.size() &&
+             IsTextOf(names[of_program.first].template get<std::string>(), program.first) &&
+             std::ranges::all_of(program.second, [&](const std::string& line) {
                return std::ranges::any_of(of_program.second, [&](const std::string& shown) {
                  return IsTextOf(shown, line);
                });
