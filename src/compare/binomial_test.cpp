@@ -1,22 +1,16 @@
 #include "compare/binomial_test.h"
 
 #include <algorithm>
-#include <boost/math/distributions/binomial.hpp>
 #include <cmath>
+
+#include "compare/binomial_outcomes.h"
 
 namespace ptick::compare {
 
 namespace {
 
-// Long doubles would take many times as long, for digits that nobody reads. A sum of tiny outcomes
-// is 0 where it is below what doubles hold.
-namespace policies = boost::math::policies;
-using Policy = policies::policy<policies::promote_double<false>,
-                                policies::underflow_error<policies::ignore_error>,
-                                policies::evaluation_error<policies::ignore_error>>;
-using Binomial = boost::math::binomial_distribution<double, Policy>;
-
 constexpr double kSlack = 1e-7;
+constexpr double kFewMirrored = 1e6;
 
 constexpr std::size_t kPlaces = std::size_t{1} << 16U;
 
@@ -27,12 +21,12 @@ std::size_t PlaceOf(double old_count, double new_count) {
 }
 
 // Outcomes grow less likely on both sides of the most likely one. Finds how far on one side they
-// are still more likely than a bar.
+// are still more likely than a bar, a logarithm.
 class Side {
  public:
   /// `direction` is 1 for outcomes above the most likely one, -1 for those below; `last` is the
   /// last outcome on that side.
-  Side(const Binomial& outcomes, double bar, double direction, double last)
+  Side(const BinomialOutcomes& outcomes, double bar, double direction, double last)
       : outcomes_(outcomes), bar_(bar), direction_(direction), last_(last) {}
 
   /// The first outcome after `likely` that is not above the bar, or the one after the last outcome
@@ -59,7 +53,7 @@ class Side {
   }
 
  private:
-  bool IsAbove(double outcome) const { return pdf(outcomes_, outcome) > bar_; }
+  bool IsAbove(double outcome) const { return outcomes_.LogLikelihood(outcome) > bar_; }
   double Gap(double from, double to) const { return (to - from) * direction_; }
 
   double Bisect(double above, double below) const {
@@ -74,25 +68,16 @@ class Side {
     return below;
   }
 
-  const Binomial& outcomes_;
+  const BinomialOutcomes& outcomes_;
   double bar_;
   double direction_;
   double last_;
 };
 
-double SumUpTo(const Binomial& outcomes, double last) { return last < 0 ? 0 : cdf(outcomes, last); }
-
-double SumFrom(const Binomial& outcomes, double first) {
-  if (first <= 0) {
-    return 1;
-  }
-  return first > outcomes.trials() ? 0 : cdf(complement(outcomes, first - 1));
-}
-
 }  // namespace
 
 BinomialTest::BinomialTest(double old_weight, double new_weight)
-    : share_(new_weight / (old_weight + new_weight)), known_(kPlaces) {}
+    : old_weight_(old_weight), new_weight_(new_weight), known_(kPlaces) {}
 
 double BinomialTest::PValue(double old_count, double new_count) {
   Known& known = known_[PlaceOf(old_count, new_count)];
@@ -103,26 +88,24 @@ double BinomialTest::PValue(double old_count, double new_count) {
 }
 
 double BinomialTest::Compute(double old_count, double new_count) const {
-  const double all = old_count + new_count;
-  const Binomial outcomes(all, share_);
-  if (share_ == 0.5) {  // both sides are mirror images
+  const BinomialOutcomes outcomes(old_count + new_count, old_weight_, new_weight_);
+  const double all = outcomes.Events();
+  // Both sides are mirror images, and no two outcomes but twins so near each other as the slack.
+  if (old_weight_ == new_weight_ && all <= kFewMirrored) {
     const double smaller = std::min(old_count, new_count);
-    return all - 2 * smaller <= 1 ? 1 : std::min(1.0, 2 * SumUpTo(outcomes, smaller));
+    return all - 2 * smaller <= 1 ? 1 : std::min(1.0, 2 * outcomes.SumUpTo(smaller));
   }
-  const double bar = pdf(outcomes, new_count) * (1 + kSlack);
-  if (bar == 0) {
-    return 0;
-  }
-  const double most_likely = std::min(all, std::floor((all + 1) * share_));
-  if (pdf(outcomes, most_likely) <= bar) {
+  const double bar = outcomes.LogLikelihood(new_count) + std::log1p(kSlack);
+  const double most_likely = outcomes.MostLikely();
+  if (outcomes.LogLikelihood(most_likely) <= bar) {
     return 1;
   }
-  const double mirrored = std::round(2 * all * share_ - new_count);
+  const double mirrored = std::round(2 * outcomes.Mean() - new_count);
   const double lower =
       Side(outcomes, bar, -1, 0).FirstUnlikely(most_likely, std::min(new_count, mirrored));
   const double upper =
       Side(outcomes, bar, 1, all).FirstUnlikely(most_likely, std::max(new_count, mirrored));
-  return std::min(1.0, SumUpTo(outcomes, lower) + SumFrom(outcomes, upper));
+  return std::min(1.0, outcomes.SumUpTo(lower) + outcomes.SumFrom(upper));
 }
 
 }  // namespace ptick::compare

@@ -30,7 +30,8 @@ class BinomialTest {
 
   double Compute(double old_count, double new_count) const;
 
-  double share_;
+  double old_weight_;
+  double new_weight_;
   /// Small counts come again and again: each pair has one place here.
   std::vector<Known> known_;
 };

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <vector>
 
+#include "compare/binomial_outcomes.h"
+
 namespace ptick::compare {
 
 namespace {
@@ -56,19 +58,67 @@ TEST(BinomialTest, SumsTheOutcomesThatAreNoMoreLikely) {
       1e-11);
 }
 
-// As another implementation has them.
+// Worked out with sixty digits, by the integral that the sum is equal to.
 TEST(BinomialTest, IsSureOfLargeCounts) {
   ExpectPValues(
       {
-          {100000, 100900, 1, 1, 0.044886148461475969},
-          {50000, 101000, 1, 2, 0.069084140677659805},
-          {1e6, 1.005e6, 1, 1, 0.00041490326571830109},
-          {2e6, 1.003e6, 2, 1, 0.014378958055118199},
-          {1e9, 1.0001e9, 1, 1, 0.025352445238285479},
-          {2e9, 1.00009e9, 2, 1, 0.020139659601891916},
-          {1e12, 1.000003e12, 1, 1, 0.033895786980856046},
+          {50000, 101000, 1, 2, 0.069084140677659109},
+          {500000, 501900, 1, 1, 0.05780168843853785},
+          {66672000, 33328000, 2, 1, 0.25792878615646091},
+          {1e9, 1.0001e9, 1, 1, 0.025352444671547586},
+          {2e9, 1.00009e9, 2, 1, 0.020139659151681141},
+          {1e9, 3, 1, 1e-9, 0.080301397347303788},
+          {1e9, 12, 1, 1e-9, 8.3161079798516934e-10},
+          {0, 2e7, 1e-7, 1, 0.27821179115983724},
+          {7e8, 3.001e8, 7, 3, 1.364549605880914e-6},
+          {1e12, 1.000003e12, 1, 1, 0.033895046786659201},
+          {666666906666, 333333333333, 2, 1, 0.86524249838156093},
+      },
+      1e-9);
+  // Counts that doubles hold in part only.
+  ExpectPValues(
+      {
+          {1e15, 1.0000001e15, 1, 1, 0.025347326732209509},
+          {483091779538441, 516908220461559, 1000, 1070, 0.61707523682537401},
+          {4e18, 4.00000001e18, 1, 1, 0.00040695206386964404},
       },
       1e-6);
+}
+
+// All outcomes on one side, from the first on, by what each is of the one before.
+double SumOneByOneFrom(double first, double all, double share) {
+  long double likelihood =
+      std::exp(std::lgamma(all + 1.0L) - std::lgamma(first + 1.0L) -
+               std::lgamma(all - first + 1.0L) + first * std::log(static_cast<long double>(share)) +
+               (all - first) * std::log1p(-static_cast<long double>(share)));
+  long double sum = 0;
+  for (double outcome = first; outcome <= all && likelihood > sum * 1e-18L; ++outcome) {
+    sum += likelihood;
+    likelihood *= (all - outcome) / (outcome + 1) * (share / (1.0L - share));
+  }
+  return static_cast<double>(sum);
+}
+
+TEST(BinomialOutcomes, AddUpOneByOneFromAFewToMillions) {
+  for (const double all : {1.0, 2.0, 50.0, 999999.0, 1000000.0, 1000001.0, 3000000.0}) {
+    for (const double new_weight : {1.0, 0.5, 20.0, 3e-6}) {
+      const BinomialOutcomes outcomes(all, 1, new_weight);
+      const double share = new_weight / (1 + new_weight);
+      const double deviation = std::sqrt(all * share / (1 + new_weight));
+      for (const double distance : {0.1, 1.0, 3.0, 12.0}) {
+        const double first = std::ceil(all * share + distance * deviation);
+        if (first <= all) {
+          const double want = SumOneByOneFrom(first, all, share);
+          EXPECT_NEAR(outcomes.SumFrom(first), want, want * 1e-9) << all << " from " << first;
+          const BinomialOutcomes mirrored(all, new_weight, 1);
+          EXPECT_NEAR(mirrored.SumUpTo(all - first), want, want * 1e-9) << all << " to " << first;
+        }
+      }
+      EXPECT_EQ(outcomes.SumFrom(0), 1);
+      EXPECT_EQ(outcomes.SumFrom(all + 1), 0);
+      EXPECT_EQ(outcomes.SumUpTo(-1), 0);
+    }
+  }
 }
 
 TEST(BinomialTest, AnswersForTheLargestCounts) {
