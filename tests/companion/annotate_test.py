@@ -92,7 +92,7 @@ class AnnotateTest(CompanionTest):
         """What a listing has to say: programs, and ticks without source and beyond it."""
         entries = list(trace_entries(profile))
         names = list(dict.fromkeys(program for program, *_ in entries))
-        totals = [value for value in re.findall(rb"(?i)(?<![^\n\xfe])\t*PROFILE:(?-i:)ticks\t+([^\t\n\xfe]*)", profile)]
+        totals = re.findall(rb"(?i)(?<![^\n\xfe])\t*PROFILE:ticks(?:\t+([^\t\n\xfe]*)|(?=[\n\xfe]|\Z))", profile)
         everything = sum((ticks for *_, ticks in entries), Fraction(0))
         total = (number(totals[-1]) or Fraction(0)) if totals and totals[-1] else everything
         programs, without, beyond = [], [], []

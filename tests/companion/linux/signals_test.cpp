@@ -1,19 +1,11 @@
-// Signals that end a companion, at any moment, leave nothing half done.
-
+// Signals that end a companion, at any moment, leave nothing half done: ptick-sample.
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/ptrace.h>
-#include <sys/stat.h>
-#include <sys/syscall.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <csignal>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <optional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -22,6 +14,7 @@
 #include "companion/linux/temporary_file.h"
 #include "companion/support/folder.h"
 #include "companion/support/sample_run.h"
+#include "companion/support/stopped_run.h"
 #include "support/forked.h"
 #include "support/temp_directory.h"
 
@@ -35,74 +28,7 @@ using ptick::testing::TempDirectory;
 using testing::NamesIn;
 using testing::Start;
 using testing::StartSample;
-
-/// Runs ptick-sample and sends a signal at one of the moments at which it enters or leaves the
-/// system.
-class StoppedRun {
- public:
-  /// The moments are counted from the one at which the temporary file is about to be made, which is
-  /// number 0.
-  StoppedRun(const std::vector<std::string>& arguments, int signal, int moment)
-      : signal_(signal), moment_(moment) {
-    process_ = StartSample(arguments, [] {
-      // Leaks cannot be looked for in a process that is being traced, and counts of coverage must
-      // not be damaged by its end.
-      ::setenv("ASAN_OPTIONS", "detect_leaks=0", 1);
-      ::setenv("GCOV_PREFIX", "/dev/null", 1);
-      if (::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0) {
-        ::_exit(kNoTracing);
-      }
-      ::raise(SIGSTOP);
-    });
-    Follow();
-  }
-
-  static constexpr int kNoTracing = 98;
-  /// The exit status, or 128 plus the number of the signal.
-  int Status() const { return status_; }
-  /// Whether the process was still there at the moment.
-  bool WasSignalled() const { return was_signalled_; }
-
- private:
-  void Follow() {
-    int stop = 0;
-    while (::waitpid(process_, &stop, 0) == process_) {
-      if (WIFEXITED(stop) || WIFSIGNALED(stop)) {
-        status_ = WIFSIGNALED(stop) ? 128 + WTERMSIG(stop) : WEXITSTATUS(stop);
-        return;
-      }
-      int delivered = 0;
-      if (WSTOPSIG(stop) == (SIGTRAP | 0x80)) {
-        AtSystemCall();
-      } else if (WSTOPSIG(stop) == SIGSTOP) {
-        ::ptrace(PTRACE_SETOPTIONS, process_, nullptr, PTRACE_O_TRACESYSGOOD | PTRACE_O_EXITKILL);
-      } else if (WSTOPSIG(stop) != SIGTRAP) {
-        delivered = WSTOPSIG(stop);
-      }
-      ::ptrace(PTRACE_SYSCALL, process_, nullptr, delivered);
-    }
-  }
-
-  void AtSystemCall() {
-    __ptrace_syscall_info call = {};
-    ::ptrace(PTRACE_GET_SYSCALL_INFO, process_, sizeof call, &call);
-    if (!next_moment_ && call.op == PTRACE_SYSCALL_INFO_ENTRY && call.entry.nr == SYS_openat &&
-        (call.entry.args[2] & O_EXCL) != 0) {
-      next_moment_ = 0;
-    }
-    if (next_moment_ && (*next_moment_)++ == moment_) {
-      ::kill(process_, signal_);
-      was_signalled_ = true;
-    }
-  }
-
-  int signal_;
-  int moment_;
-  pid_t process_ = -1;
-  std::optional<int> next_moment_;
-  bool was_signalled_ = false;
-  int status_ = -1;
-};
+using testing::StoppedRun;
 
 TEST(Signals, LeaveNothingAtAnyMoment) {
   const TempDirectory folder;
@@ -116,7 +42,8 @@ TEST(Signals, LeaveNothingAtAnyMoment) {
         if (is_old_there) {
           folder.Write("out", "old");
         }
-        const StoppedRun run({"--form=csv", "-o", folder / "out", folder / "in"}, signal, moment);
+        const StoppedRun run({PTICK_SAMPLE, "--form=csv", "-o", folder / "out", folder / "in"},
+                             signal, moment);
         if (run.Status() == StoppedRun::kNoTracing) {
           GTEST_SKIP() << "the system does not let processes be traced";
         }

@@ -20,15 +20,20 @@ using ptick::testing::AwaitEnd;
 using ptick::testing::StartForked;
 using ptick::testing::TempDirectory;
 
-[[noreturn]] void ExecuteSample(std::vector<std::string> arguments) {
-  std::string name = "ptick-sample";
-  std::vector<char*> argv = {name.data()};
-  for (std::string& argument : arguments) {
-    argv.push_back(argument.data());
+[[noreturn]] void Execute(std::vector<std::string> command) {
+  std::vector<char*> argv;
+  for (std::string& word : command) {
+    argv.push_back(word.data());
   }
   argv.push_back(nullptr);
-  ::execv(PTICK_SAMPLE, argv.data());
+  ::execv(argv.front(), argv.data());
   ::_exit(127);
+}
+
+std::vector<std::string> SampleCommand(const std::vector<std::string>& arguments) {
+  std::vector<std::string> command = {PTICK_SAMPLE};
+  command.insert(command.end(), arguments.begin(), arguments.end());
+  return command;
 }
 
 void Redirect(int fd, const std::string& file, int flags) {
@@ -46,11 +51,15 @@ pid_t Start(const std::function<int()>& body) {
   return process;
 }
 
-pid_t StartSample(const std::vector<std::string>& arguments, const std::function<void()>& prepare) {
+pid_t StartProgram(std::vector<std::string> command, const std::function<void()>& prepare) {
   return Start([&]() -> int {
     prepare();
-    ExecuteSample(arguments);
+    Execute(std::move(command));
   });
+}
+
+pid_t StartSample(const std::vector<std::string>& arguments, const std::function<void()>& prepare) {
+  return StartProgram(SampleCommand(arguments), prepare);
 }
 
 SampleRun RunSample(const std::vector<std::string>& arguments, const SampleSetting& setting) {
@@ -92,7 +101,7 @@ TerminalRun::TerminalRun(const std::vector<std::string>& arguments,
                          const std::function<void()>& prepare)
     : TerminalRun([&]() -> int {
         prepare();
-        ExecuteSample(arguments);
+        Execute(SampleCommand(arguments));
       }) {}
 
 bool TerminalRun::ReadMore() {

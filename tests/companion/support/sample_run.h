@@ -35,7 +35,9 @@ SampleRun RunSample(const std::vector<std::string>& arguments, const SampleSetti
 /// had, so that no test sends signals to a process without a number, which is every process.
 pid_t Start(const std::function<int()>& body);
 
-/// Starts ptick-sample so, after `prepare`.
+/// Starts a program so, after `prepare`; its path is the first word of the command.
+pid_t StartProgram(std::vector<std::string> command, const std::function<void()>& prepare);
+/// Starts ptick-sample so.
 pid_t StartSample(const std::vector<std::string>& arguments, const std::function<void()>& prepare);
 
 /// A pseudo-terminal of 40 columns, and a process that runs in its foreground.
