@@ -33,32 +33,31 @@ enum Profile : protozero::pbf_tag_type {
   kComment = 13,
 };
 namespace value_type {
-constexpr protozero::pbf_tag_type kType = 1;
-constexpr protozero::pbf_tag_type kUnit = 2;
+enum Field : protozero::pbf_tag_type { kType = 1, kUnit = 2 };
 }  // namespace value_type
 namespace sample {
-constexpr protozero::pbf_tag_type kLocationId = 1;
-constexpr protozero::pbf_tag_type kValue = 2;
+enum Field : protozero::pbf_tag_type { kLocationId = 1, kValue = 2 };
 }  // namespace sample
 namespace mapping {
-constexpr protozero::pbf_tag_type kId = 1;
-constexpr protozero::pbf_tag_type kFilename = 5;
-constexpr protozero::pbf_tag_type kHasFunctions = 7;
-constexpr protozero::pbf_tag_type kHasFilenames = 8;
-constexpr protozero::pbf_tag_type kHasLineNumbers = 9;
+enum Field : protozero::pbf_tag_type {
+  kId = 1,
+  kFilename = 5,
+  kHasFunctions = 7,
+  kHasFilenames = 8,
+  kHasLineNumbers = 9
+};
 }  // namespace mapping
 namespace location {
-constexpr protozero::pbf_tag_type kId = 1;
-constexpr protozero::pbf_tag_type kMappingId = 2;
-constexpr protozero::pbf_tag_type kLine = 4;
-constexpr protozero::pbf_tag_type kLineFunctionId = 1;
-constexpr protozero::pbf_tag_type kLineLine = 2;
+enum Field : protozero::pbf_tag_type {
+  kId = 1,
+  kMappingId = 2,
+  kLine = 4,
+  kLineFunctionId = 1,
+  kLineLine = 2
+};
 }  // namespace location
 namespace function {
-constexpr protozero::pbf_tag_type kId = 1;
-constexpr protozero::pbf_tag_type kName = 2;
-constexpr protozero::pbf_tag_type kSystemName = 3;
-constexpr protozero::pbf_tag_type kFilename = 4;
+enum Field : protozero::pbf_tag_type { kId = 1, kName = 2, kSystemName = 3, kFilename = 4 };
 }  // namespace function
 
 constexpr std::uint64_t kTheMapping = 1;
