@@ -34,6 +34,9 @@ class Result:
         self.err = process.stderr
         self.status = process.returncode
 
+    def out_and_status(self):
+        return self.out, self.status
+
     def __repr__(self):
         return f"status {self.status}\nout {self.out!r}\nerr {self.err!r}"
 
