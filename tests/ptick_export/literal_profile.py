@@ -38,6 +38,7 @@ class LiteralProfile:
     def __init__(self, data):
         self.traces, self.commands, self.calls = [], [], []
         self.objects, self.inputs, self.values = [], [], {}
+        self.user_ticks, self.command = [Fraction(0)] * 10, b""
         for line in re.split(b"[\n\xfe]", data):
             line = re.sub(b"\t+", b"\t", line.strip(b"\t"))
             if line.startswith(b"PROFILE:"):
@@ -59,6 +60,11 @@ class LiteralProfile:
         elif kind == "input":
             fields = rest.split(b"\t", 4) + [b""] * 5
             self.inputs.append(fields[:5])
+        elif kind == "user_ticks":
+            if first in [b"%d" % index for index in range(1, 11)]:
+                self.user_ticks[int(first) - 1] += counted(second)
+        elif kind == "program":
+            self.command = rest
         elif kind in SINGLE_VALUES:
             self.values[kind] = first
 

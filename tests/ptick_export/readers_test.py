@@ -25,6 +25,7 @@ from support.program import SOURCE_DIR
 MORE_NAMES = [b"(empty)", b"(2) B", b" A", b"A ", b"A", b"\\x3b", b";", b"#", b"\xe9", b"\xc3\xa9",
               b"\xc3\xa9 (Latin-1)", b"\xe9 (Latin-1)", b'a,"b"', b"\xc2\xa0", b"x\xc2\x9bm"]  # fmt: skip
 MARK = " (Latin-1)"
+INPUT_FIELDS = ["code", "characters", "startclock", "endclock", "text"]
 
 
 def unmarked(text):
@@ -32,6 +33,15 @@ def unmarked(text):
     while isinstance(text, str) and text.endswith(MARK):
         text = text[: -len(MARK)]
     return text
+
+
+def bare(name):
+    """A name as text, without what may look like a mark."""
+    return unmarked(as_text(name))
+
+
+def number_or_none(text):
+    return float(counted(text)) if text else None
 
 
 class HostileProfile(RandomProfile):
@@ -54,7 +64,14 @@ class HostileProfile(RandomProfile):
                 begin, end, self.number(), self.name() or b"X")  # fmt: skip
         if kind == 2:
             return b"PROFILE:hertz\t" + self.random.choice([b"3", b"100", b"2.5"])
+        if kind == 3 and self.random.random() < 0.3:
+            return b"PROFILE:program\t" + (self.name() or b"X") + b" " + self.name()
         return super().line()
+
+
+def counters_of(rows):
+    """A table of counters; what is empty is nothing."""
+    return {name: float(value) if value else None for name, value in rows}
 
 
 class ReadersTest(CompanionTest):
@@ -110,15 +127,23 @@ class ReadersTest(CompanionTest):
             programs = {trace.program for trace in profile.traces}
             self.assertEqual(len(programs), len({line["program"] for line in got["lines"]}))
             for command, found in zip(profile.commands, got["commands"], strict=True):
+                self.assertEqual(bare(command.command), unmarked(found["command"]))
                 for name in COMMAND_NUMBERS:
-                    text = command.numbers[name]
-                    self.assertEqual(float(counted(text)) if text else None, found[name])
+                    self.assertEqual(number_or_none(command.numbers[name]), found[name])
                 self.assertEqual(as_text(command.type) or None, found["type"])
-            self.assertEqual([as_text(each[4]) for each in profile.inputs],
-                             [each["text"] for each in got["inputs"]])  # fmt: skip
-            self.assertEqual(sorted(profile.objects, key=lambda name: name),
-                             sorted(profile.objects))  # fmt: skip
-            self.assertEqual(len(profile.objects), len(got["objects"]))
+            self.assertEqual(
+                [[*map(number_or_none, each[:4]), as_text(each[4])] for each in profile.inputs],
+                [[found[name] for name in INPUT_FIELDS] for found in got["inputs"]],
+            )
+            self.assertEqual(list(map(bare, sorted(profile.objects))), list(map(unmarked, got["objects"])))
+            self.assertEqual(len(set(profile.objects)), len(set(got["objects"])))
+            calls = [(bare(caller), bare(called), float(counted(times)))
+                     for caller, called, times in profile.calls]  # fmt: skip
+            found = [(unmarked(call["caller"]), unmarked(call["subroutine"]), float(call["times"]))
+                     for call in got["subroutines"]]  # fmt: skip
+            self.assertEqual(sorted(calls), sorted(found))
+            self.assertEqual(list(map(float, profile.user_ticks)), got["user_ticks"])
+            self.assertEqual(as_text(profile.command), got["command"] or "")
             for name in SINGLE_VALUES:
                 value = profile.values.get(name)
                 found = got[name] if name in ("ticks", "hertz") else got["counters"].get(name, "none")
@@ -143,7 +168,7 @@ class ReadersTest(CompanionTest):
             head, rows = readers.read_csv(self.export("csv", "--table=objects"))
             self.assertEqual([[name] for name in whole["objects"]], rows)
             head, rows = readers.read_csv(self.export("csv", "--table=counters"))
-            self.assertEqual(sorted(whole["counters"]), sorted(name for name, _ in rows))
+            self.assertLessEqual(whole["counters"].items(), counters_of(rows).items())
             head, rows = readers.read_csv(self.export("csv", "--table=programs"))
             sums = collections.Counter()
             for line in whole["lines"]:
@@ -168,12 +193,22 @@ class ReadersTest(CompanionTest):
                 if counted(times) >= 1:
                     calls[caller, called] += int(counted(times))
             self.assertEqual(sorted(calls.values()), sorted(got.calls.values()))
+            self.assertEqual(
+                collections.Counter((bare(a), bare(b), times) for (a, b), times in calls.items()),
+                collections.Counter(
+                    (*(unmarked(readers.plain_name(name)) for name in pair), times)
+                    for pair, times in got.calls.items()
+                ),
+            )
+            self.assertEqual(as_text(profile.command), readers.plain_name("".join(got.head["cmd"])))
             self.assertEqual(got.files, {name: name for name in got.files})
 
     def test_pprof(self):
         for profile in self.cases(60):
             got = readers.Pprof(self.export("pprof"))
             self.check_sums(profile.sums(numbered=True), got.samples)
+            self.assertEqual([as_text(profile.command)] if profile.command else [],
+                             [text for text in got.comments if " of a tick, which " not in text])  # fmt: skip
 
     def test_speedscope(self):
         for profile in self.cases(60):
@@ -184,6 +219,12 @@ class ReadersTest(CompanionTest):
                 want[trace.program, line] += counted(trace.ticks)
             want = {key: float(ticks) for key, ticks in want.items() if ticks >= 0}
             self.assertEqual(sorted(want.values()), sorted(map(float, weights.values())))
+            self.assertEqual(
+                collections.Counter((bare(name), unmarked(line), ticks) for (name, line), ticks in want.items()),
+                collections.Counter(
+                    (unmarked(name), unmarked(line), float(ticks)) for (name, line), ticks in weights.items()
+                ),
+            )
             self.check_spans(profile, [(begin, end) for _, _, begin, end in spans], [])
 
     def test_trace_events(self):
@@ -194,6 +235,13 @@ class ReadersTest(CompanionTest):
                                        for event in commands], profile.inputs)  # fmt: skip
             for event in commands:
                 self.assertEqual({"type", "ticks", "usrcpu", "syscpu"}, set(event["args"]))
+            names = collections.Counter(unmarked(event["name"]) for event in commands)
+            self.assertLessEqual(names, collections.Counter(bare(each.command) for each in profile.commands))
+            typed = collections.Counter(
+                (event["name"], *(event["args"][name] for name in ("code", "characters")))
+                for track, event in events if track.startswith("Inputs"))  # fmt: skip
+            self.assertLessEqual(typed, collections.Counter(
+                (as_text(each[4]), *map(number_or_none, each[:2])) for each in profile.inputs))  # fmt: skip
 
     def check_spans(self, profile, spans, inputs):
         """The commands in seconds from the start clock, or the earliest clock of them and the inputs."""
