@@ -122,11 +122,12 @@ TEST(BinomialOutcomes, AddUpOneByOneFromAFewToMillions) {
 }
 
 TEST(BinomialTest, AnswersForTheLargestCounts) {
-  struct {
+  struct Counts {
     double old_count;
     double new_count;
-  } const rows[] = {{0, 9e18}, {9e18, 0}, {9e18, 9e18}, {4e18, 4.1e18}, {1, 9e18}, {1e300, 1e299}};
-  for (const auto& row : rows) {
+  };
+  for (const Counts& row : std::vector<Counts>{
+           {0, 9e18}, {9e18, 0}, {9e18, 9e18}, {4e18, 4.1e18}, {1, 9e18}, {1e300, 1e299}}) {
     for (const double weight : {1.0, 3.0, 0.001}) {
       const double p_value = BinomialTest(1, weight).PValue(row.old_count, row.new_count);
       EXPECT_TRUE(p_value >= 0 && p_value <= 1) << row.old_count << " " << row.new_count;
@@ -144,7 +145,7 @@ double SumOneByOne(double old_count, double new_count, double share) {
   };
   const double bar = likelihood(new_count) * (1 + 1e-7);
   double sum = 0;
-  for (double outcome = 0; outcome <= all; ++outcome) {
+  for (int outcome = 0; outcome <= static_cast<int>(all); ++outcome) {
     sum += likelihood(outcome) <= bar ? likelihood(outcome) : 0;
   }
   return sum;
@@ -154,8 +155,8 @@ TEST(BinomialTest, IsTheSumOneByOneForAllSmallCounts) {
   for (const double new_weight : {1.0, 2.0, 7.0, 0.2, 1.37, 100.0}) {
     BinomialTest test(1, new_weight);
     const double share = new_weight / (1 + new_weight);
-    for (double old_count = 0; old_count < 40; ++old_count) {
-      for (double new_count = old_count == 0 ? 1 : 0; new_count < 40; ++new_count) {
+    for (int old_count = 0; old_count < 40; ++old_count) {
+      for (int new_count = old_count == 0 ? 1 : 0; new_count < 40; ++new_count) {
         const double want = SumOneByOne(old_count, new_count, share);
         // Twice: the second answer is remembered.
         EXPECT_NEAR(test.PValue(old_count, new_count), want, 1e-9) << old_count << " " << new_count;
