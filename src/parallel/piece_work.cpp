@@ -1,6 +1,8 @@
 #include "parallel/piece_work.h"
 
+#include <atomic>
 #include <condition_variable>
+#include <cstdint>
 #include <exception>
 #include <mutex>
 #include <new>
@@ -13,6 +15,16 @@ namespace ptick {
 namespace {
 
 using Lock = std::unique_lock<std::mutex>;
+
+// What a thread waits for is nearly always near, and going to sleep takes longer: so often it looks
+// for it first, for some ten microseconds.
+constexpr int kLooks = 200;
+
+void PauseBetweenLooks() {
+#if defined(__x86_64__)
+  __builtin_ia32_pause();
+#endif
+}
 
 /// Pieces on their way, and the threads that move them on.
 class PieceRun {
@@ -36,6 +48,8 @@ class PieceRun {
   bool BeginNext(Lock& lock, std::size_t slot);
   void FinishNext(Lock& lock);
   void KeepFailure(Lock& lock);
+  void Tell();
+  void Wait(Lock& lock);
 
   Piece& PieceAt(std::size_t number) { return pieces_[number % pieces_.size()]; }
   bool CanBegin() const { return !ended_ && !beginning_ && !free_slots_.empty(); }
@@ -44,6 +58,8 @@ class PieceRun {
   PieceWork& work_;
   std::mutex mutex_;  ///< guards what follows, except the threads
   std::condition_variable changed_;
+  std::atomic<std::uint32_t> changes_ = 0;  ///< written with the lock, looked at without it
+  unsigned sleeping_ = 0;                   ///< threads that wait for a change
   std::vector<Piece> pieces_;            ///< those on their way, by their numbers
   std::vector<std::size_t> free_slots_;  ///< the one used last first: its memory is in the cache
   std::size_t begun_ = 0;
@@ -79,8 +95,8 @@ PieceRun::~PieceRun() {
   {
     const Lock lock(mutex_);
     ended_ = true;
+    Tell();
   }
-  changed_.notify_all();
   for (std::thread& thread : threads_) {
     thread.join();
   }
@@ -92,7 +108,7 @@ void PieceRun::RunAsHelper(unsigned thread) {
     if (CanBegin()) {
       DoNext(lock, thread);
     } else {
-      changed_.wait(lock);
+      Wait(lock);
     }
   }
 }
@@ -106,7 +122,7 @@ void PieceRun::RunAsCaller() {
     } else if (CanBegin()) {
       DoNext(lock, 0);
     } else {
-      changed_.wait(lock);
+      Wait(lock);
     }
   }
   if (failure_) {
@@ -124,15 +140,15 @@ void PieceRun::DoNext(Lock& lock, unsigned thread) {
     }
     Piece& piece = PieceAt(begun_++);
     piece = {.slot = slot, .is_done = false};
+    Tell();  // the next piece can begin
     lock.unlock();
-    changed_.notify_all();  // the next piece can begin
     work_.Do(slot, thread);
     lock.lock();
     piece.is_done = true;
   } catch (...) {
     KeepFailure(lock);
   }
-  changed_.notify_all();
+  Tell();
 }
 
 bool PieceRun::BeginNext(Lock& lock, std::size_t slot) {
@@ -144,7 +160,7 @@ bool PieceRun::BeginNext(Lock& lock, std::size_t slot) {
   if (!has_begun) {
     free_slots_.push_back(slot);
     ended_ = true;
-    changed_.notify_all();
+    Tell();
   }
   return has_begun;
 }
@@ -160,7 +176,7 @@ void PieceRun::FinishNext(Lock& lock) {
     ended_ = true;
     finished_ = begun_;
   }
-  changed_.notify_all();
+  Tell();
 }
 
 // Called in a handler.
@@ -170,6 +186,31 @@ void PieceRun::KeepFailure(Lock& lock) {
   }
   failure_ = std::current_exception();
   ended_ = true;
+}
+
+// Tells all threads that something has changed. Called with the lock.
+void PieceRun::Tell() {
+  changes_.fetch_add(1, std::memory_order_relaxed);
+  if (sleeping_ > 0) {
+    changed_.notify_all();
+  }
+}
+
+// Waits for a change.
+void PieceRun::Wait(Lock& lock) {
+  const std::uint32_t seen = changes_.load(std::memory_order_relaxed);
+  lock.unlock();
+  for (int looks = kLooks; looks > 0; --looks) {
+    if (changes_.load(std::memory_order_relaxed) != seen) {
+      lock.lock();
+      return;
+    }
+    PauseBetweenLooks();
+  }
+  lock.lock();
+  ++sleeping_;
+  changed_.wait(lock, [this, seen] { return changes_.load(std::memory_order_relaxed) != seen; });
+  --sleeping_;
 }
 
 /// Pieces that are nothing but numbers.
