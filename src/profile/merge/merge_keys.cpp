@@ -28,51 +28,66 @@ MergeKeys::MergeKeys(std::pmr::memory_resource* memory, const HashSecret& secret
       slot_bits_(kFirstSlotBits) {}
 
 void MergeKeys::Intern(std::span<const MergeKey> keys, Id* ids) {
+  std::array<Lookup, kBatch> batch;  // NOLINT(*-member-init): filled step by step
   for (std::size_t start = 0; start < keys.size(); start += kBatch) {
-    InternBatch(keys.subspan(start, std::min(kBatch, keys.size() - start)), ids + start);
+    const std::span<const MergeKey> some =
+        keys.subspan(start, std::min(kBatch, keys.size() - start));
+    const std::span<Lookup> lookups = std::span(batch).first(some.size());
+    StartBatch(some, lookups);
+    EndBatch(lookups, ids + start);
+  }
+}
+
+void MergeKeys::Intern(std::span<const Key> keys, Id* ids) {
+  std::array<Lookup, kBatch> batch;  // NOLINT(*-member-init): filled step by step
+  for (std::size_t start = 0; start < keys.size(); start += kBatch) {
+    const std::size_t count = std::min(kBatch, keys.size() - start);
+    for (std::size_t i = 0; i < count; ++i) {
+      Start(batch[i], keys[start + i]);
+    }
+    EndBatch(std::span(batch).first(count), ids + start);
   }
 }
 
 MergeKeys::Id MergeKeys::Intern(const MergeKey& key) {
   Lookup lookup;  // NOLINT(*-member-init): filled step by step
-  lookup.key = &key;
-  lookup.head_hash = heads_.Hash(key.head);
-  InternHead(lookup);
+  Start(lookup, {heads_.Intern(key.head), key.number});
   return FindOrAdd(lookup);
 }
 
-void MergeKeys::InternBatch(std::span<const MergeKey> keys, Id* ids) {
-  std::array<Lookup, kBatch> batch;  // NOLINT(*-member-init): filled step by step
-  const std::span<Lookup> lookups = std::span(batch).first(keys.size());
+void MergeKeys::StartBatch(std::span<const MergeKey> keys, std::span<Lookup> lookups) {
+  std::array<HeadLookup, kBatch> heads;  // NOLINT(*-member-init): filled step by step
   for (std::size_t i = 0; i < keys.size(); ++i) {
-    lookups[i].key = &keys[i];
-    lookups[i].head_hash = heads_.Hash(keys[i].head);
-    heads_.PrefetchSlot(lookups[i].head_hash);
+    heads[i].hash = heads_.Hash(keys[i].head);
+    heads_.PrefetchSlot(heads[i].hash);
   }
   if (heads_.size() > kManyHeads) {
-    for (Lookup& lookup : lookups) {
-      lookup.likely_head = heads_.LikelyId(lookup.head_hash);
-      heads_.PrefetchEnd(lookup.likely_head);
+    for (HeadLookup& head : std::span(heads).first(keys.size())) {
+      head.likely_id = heads_.LikelyId(head.hash);
+      heads_.PrefetchEnd(head.likely_id);
     }
-    for (const Lookup& lookup : lookups) {
-      heads_.PrefetchText(lookup.likely_head);
+    for (const HeadLookup& head : std::span(heads).first(keys.size())) {
+      heads_.PrefetchText(head.likely_id);
     }
   }
-  for (Lookup& lookup : lookups) {
-    InternHead(lookup);
+  for (std::size_t i = 0; i < keys.size(); ++i) {
+    Start(lookups[i], {heads_.Intern(keys[i].head, heads[i].hash), keys[i].number});
   }
+}
+
+void MergeKeys::EndBatch(std::span<Lookup> lookups, Id* ids) {
   for (Lookup& lookup : lookups) {
     FindLikelyId(lookup);
   }
   for (const Lookup& lookup : lookups) {
-    const bool is_known = lookup.likely_id < size() && HasKey(lookup.likely_id, lookup);
+    const bool is_known = Is(lookup.likely_id, lookup.key);
     *ids++ = is_known ? lookup.likely_id : FindOrAdd(lookup);
   }
 }
 
-void MergeKeys::InternHead(Lookup& lookup) {
-  lookup.head = heads_.Intern(lookup.key->head, lookup.head_hash);
-  lookup.hash = HashOf({lookup.head, lookup.key->number});
+void MergeKeys::Start(Lookup& lookup, Key key) const {
+  lookup.key = key;
+  lookup.hash = HashOf(key);
   __builtin_prefetch(&slots_[FirstSlot(lookup.hash)]);
 }
 
@@ -91,11 +106,11 @@ void MergeKeys::FindLikelyId(Lookup& lookup) const {
 MergeKeys::Id MergeKeys::FindOrAdd(const Lookup& lookup) {
   std::size_t slot = FirstSlot(lookup.hash);
   for (; slots_[slot] != 0; slot = NextSlot(slot)) {
-    if (MatchesHash(slots_[slot], lookup.hash) && HasKey(IdOf(slots_[slot]), lookup)) {
+    if (MatchesHash(slots_[slot], lookup.hash) && Is(IdOf(slots_[slot]), lookup.key)) {
       return IdOf(slots_[slot]);
     }
   }
-  entries_.push_back({{lookup.head, lookup.key->number}, 0});
+  entries_.push_back({lookup.key, 0});
   slots_[slot] = HashBitsOf(lookup.hash) | static_cast<Slot>(entries_.size());
   if (2 * entries_.size() >= slots_.size()) {
     Grow();

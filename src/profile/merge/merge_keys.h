@@ -46,6 +46,13 @@ class MergeKeys {
  public:
   using Id = std::uint32_t;
 
+  /// A key whose head is known by its number in Heads().
+  struct Key {
+    NameTable::Id head;
+    std::uint32_t number;
+    bool operator==(const Key&) const = default;
+  };
+
   /// Its tables take their memory from `memory`, which must outlive this.
   explicit MergeKeys(std::pmr::memory_resource* memory = std::pmr::get_default_resource(),
                      const HashSecret& secret = ProcessSecret());
@@ -54,10 +61,17 @@ class MergeKeys {
   /// Throws std::bad_alloc beyond 2^30 keys.
   void Intern(std::span<const MergeKey> keys, Id* ids);
 
+  void Intern(std::span<const Key> keys, Id* ids);
+
   /// The same for one key.
   Id Intern(const MergeKey& key);
 
+  /// The distinct heads.
+  NameTable& Heads() { return heads_; }
+  const NameTable& Heads() const { return heads_; }
+
   /// Whether `id` is the number of `key`.
+  bool Is(Id id, Key key) const { return id < size() && entries_[id].key == key; }
   bool Is(Id id, const MergeKey& key) const {
     return id < size() && entries_[id].key.number == key.number &&
            heads_.Is(entries_[id].key.head, key.head);
@@ -72,28 +86,28 @@ class MergeKeys {
   /// A key; valid until the next Intern.
   MergeKey KeyOf(Id id) const { return {heads_[entries_[id].key.head], entries_[id].key.number}; }
 
+  Key NumbersOf(Id id) const { return entries_[id].key; }
+
   /// Appends the text of a key.
   void AppendText(Id id, std::string& out) const;
 
  private:
-  struct Key {
-    NameTable::Id head;
-    std::uint32_t number;
-    bool operator==(const Key&) const = default;
-  };
   struct Entry {
-    MergeKeys::Key key;
+    Key key;
     std::int64_t cell;
   };
 
   /// A lookup in progress.
   struct Lookup {
-    const MergeKey* key;
-    std::uint32_t head_hash;
-    NameTable::Id likely_head;
-    NameTable::Id head;
+    Key key;
     std::uint64_t hash;
     Id likely_id;
+  };
+
+  /// The same of a key whose head is a text.
+  struct HeadLookup {
+    std::uint32_t hash;
+    NameTable::Id likely_id;
   };
 
   /// A slot of the open-addressing index, 4 bytes because a big merge waits for it. The low
@@ -112,12 +126,10 @@ class MergeKeys {
     return slot >> slot_bits_ == HashBitsOf(hash) >> slot_bits_;
   }
   Id IdOf(Slot slot) const { return (slot & ((Slot{1} << slot_bits_) - 1)) - 1; }
-  bool HasKey(Id id, const Lookup& lookup) const {
-    return entries_[id].key == Key{lookup.head, lookup.key->number};
-  }
 
-  void InternBatch(std::span<const MergeKey> keys, Id* ids);
-  void InternHead(Lookup& lookup);
+  void StartBatch(std::span<const MergeKey> keys, std::span<Lookup> lookups);
+  void EndBatch(std::span<Lookup> lookups, Id* ids);
+  void Start(Lookup& lookup, Key key) const;
   void FindLikelyId(Lookup& lookup) const;
   Id FindOrAdd(const Lookup& lookup);
   void Grow();

@@ -1,5 +1,6 @@
 #include "profile/merge/merge_part.h"
 
+#include <algorithm>
 #include <cstring>
 #include <utility>
 
@@ -9,37 +10,63 @@ namespace ptick {
 
 namespace {
 
-// The number of a key that has none.
-std::uint32_t HashOfHead(std::string_view head) {
-  return static_cast<std::uint32_t>(HashName(head, ProcessSecret()));
-}
-
-}  // namespace
-
 // Numbers that follow each other are spread by the multiplication.
-std::size_t PartOf(const MergeKey& key, std::size_t parts) {
+std::size_t PartOfNumber(std::uint32_t number, std::size_t parts) {
   constexpr std::uint32_t kOdd = 0x9E3779B1U;
-  const std::uint32_t number =
-      key.number == MergeKey::kNoNumber ? HashOfHead(key.head) : key.number;
   const std::uint32_t spread = number * kOdd;
   return static_cast<std::size_t>(std::uint64_t{spread} * parts >> 32U);
 }
 
-void SortByParts(SortedBlock& block, std::size_t parts) {
-  block.lines.resize(parts);
-  for (std::vector<SortedLine>& lines : block.lines) {
-    lines.clear();
+// The lines of a block on their way to its parts.
+class Sorting {
+ public:
+  Sorting(SortedBlock& block, std::size_t parts, ThreadHeads& heads)
+      : block_(block), parts_(parts), heads_(heads) {
+    block.lines.resize(parts);
+    for (std::vector<SortedLine>& lines : block.lines) {
+      lines.clear();
+    }
+    block.keys.clear();
+    block.others.clear();
+    block.line_count = 0;
   }
-  block.others.clear();
-  std::uint32_t place = 0;
+
+  void AddTrace(const MergeKey& key, std::uint32_t ticks) {
+    SortedLine line{heads_.NumberOf(key.head), key.number, ticks, block_.line_count++};
+    if (line.head == SortedLine::kByText) {
+      line.number = static_cast<std::uint32_t>(block_.keys.size());
+      block_.keys.push_back(key);
+    }
+    block_.lines[PartOfNumber(key.number, parts_)].push_back(line);
+  }
+
+  void AddOther(const MergeLine& line) {
+    const auto other = static_cast<std::uint32_t>(block_.others.size());
+    block_.others.push_back(line);
+    block_.lines[PartOf(line.key, parts_)].push_back(
+        {SortedLine::kOther, other, 0, block_.line_count++});
+  }
+
+ private:
+  SortedBlock& block_;
+  std::size_t parts_;
+  ThreadHeads& heads_;
+};
+
+}  // namespace
+
+std::size_t PartOf(const MergeKey& key, std::size_t parts) {
+  const bool has_number = key.number != MergeKey::kNoNumber;
+  return PartOfNumber(has_number ? key.number : HashName(key.head, ProcessSecret()), parts);
+}
+
+void SortByParts(SortedBlock& block, std::size_t parts, ThreadHeads& heads) {
+  Sorting sorting(block, parts, heads);
   const char* line = block.text.data();
   const char* const end = line + block.text.size();
   while (line != end) {
     if (const TraceLine trace = ScanTraceLine(line); trace.next != nullptr) {
-      const MergeKey key = KeyOfTrace(line, trace);
-      block.lines[PartOf(key, parts)].push_back({key.head.data(),
-                                                 static_cast<std::uint32_t>(key.head.size()),
-                                                 key.number, trace.ticks, place++});
+      sorting.AddTrace(KeyOfTrace(line, trace), trace.ticks);
       line = trace.next;
       continue;
     }
@@ -48,13 +75,10 @@ void SortByParts(SortedBlock& block, std::size_t parts) {
     const MergeLine split = SplitLine({line, static_cast<std::size_t>(line_end - line)});
     line = line_end + 1;
     if (split.kind != MergeKind::kDropped) {
-      const auto other = static_cast<std::uint32_t>(block.others.size());
-      block.others.push_back(split);
-      block.lines[PartOf(split.key, parts)].push_back(
-          {nullptr, 0, other, SortedLine::kOther, place++});
+      sorting.AddOther(split);
     }
   }
-  block.line_count = place;
+  block.head_count = heads.size();
 }
 
 void MergePart::TakeKey(const MergeValues& from, MergeKeys::Id key, std::uint32_t place) {
@@ -63,15 +87,27 @@ void MergePart::TakeKey(const MergeValues& from, MergeKeys::Id key, std::uint32_
   places_.push_back(place);
 }
 
-void MergePart::TakeLines(std::span<const SortedBlock> blocks, std::size_t part) {
+void MergePart::TakeLines(std::span<const SortedBlock> blocks, std::size_t part,
+                          std::span<const ThreadHeads> heads) {
+  heads_.resize(heads.size());
   std::uint32_t place = 0;
   for (const SortedBlock& block : blocks) {
+    HeadNumbers& known = heads_[block.thread];
+    known.resize(std::max<std::size_t>(known.size(), block.head_count), kUnknown);
     for (const SortedLine& line : block.lines[part]) {
-      if (line.ticks == SortedLine::kOther) {
+      if (line.head < SortedLine::kByText) {
+        NameTable::Id& head = known[line.head];
+        if (head == kUnknown) {
+          head = heads[block.thread].InternIn(values_.Keys().Heads(), line.head);
+        }
+        TakeLine({head, line.number}, line.ticks, place + line.place);
+      } else if (line.head == SortedLine::kByText) {
+        const MergeKey& key = block.keys[line.number];
+        TakeLine({values_.Keys().Heads().Intern(key.head), key.number}, line.ticks,
+                 place + line.place);
+      } else {
         TakeWaiting();
         TakeOther(block.others[line.number], place + line.place);
-      } else {
-        TakeLine(line, place + line.place);
       }
     }
     place += block.line_count;
@@ -79,16 +115,15 @@ void MergePart::TakeLines(std::span<const SortedBlock> blocks, std::size_t part)
   TakeWaiting();
 }
 
-void MergePart::TakeLine(const SortedLine& line, std::uint32_t place) {
-  const MergeKey key{{line.head, line.head_size}, line.number};
+void MergePart::TakeLine(MergeKeys::Key key, std::uint32_t ticks, std::uint32_t place) {
   if (const MergeKeys::Id next = next_key_; values_.Keys().Is(next, key)) {
     TakeWaiting();
-    values_.AddTo(next, line.ticks);
+    values_.AddTo(next, ticks);
     next_key_ = next + 1;
     return;
   }
   waiting_keys_[waiting_] = key;
-  waiting_ticks_[waiting_] = line.ticks;
+  waiting_ticks_[waiting_] = ticks;
   waiting_places_[waiting_] = place;
   if (++waiting_ == kBatch) {
     TakeWaiting();

@@ -10,18 +10,20 @@
 
 #include "profile/merge/merge_line.h"
 #include "profile/merge/merge_values.h"
+#include "profile/merge/thread_heads.h"
 #include "value/byte_buffer.h"
 
 namespace ptick {
 
-/// A line of a block that belongs to a part.
+/// A line of a block that belongs to a part: a trace line in its usual form, but for the two kinds
+/// that are marked in `head`.
 struct SortedLine {
-  /// Marks a line that is no trace line in its usual form: `number` is then its place among the
-  /// others of the block.
-  static constexpr std::uint32_t kOther = ~std::uint32_t{0};
+  /// A trace line whose head has no number: `number` is the place of its key in the block's `keys`.
+  static constexpr NameTable::Id kByText = ThreadHeads::kNone;
+  /// A line in another form: `number` is its place in the block's `others`.
+  static constexpr NameTable::Id kOther = kByText + 1;
 
-  const char* head;
-  std::uint32_t head_size;
+  NameTable::Id head;  ///< the number that the thread which sorted the block has for it
   std::uint32_t number;
   std::uint32_t ticks;
   std::uint32_t place;  ///< among the merged lines of the block
@@ -32,12 +34,16 @@ struct SortedBlock {
   ByteBuffer memory;
   std::string_view text;
   std::vector<std::vector<SortedLine>> lines;  ///< by part, in order
+  std::vector<MergeKey> keys;
   std::vector<MergeLine> others;
   std::uint32_t line_count = 0;  ///< of all parts
+  unsigned thread = 0;           ///< that has sorted the lines
+  std::size_t head_count = 0;    ///< how many heads it had met then
 };
 
-/// Sorts the lines of `block.text`, which is as LineBlocks hands it out.
-void SortByParts(SortedBlock& block, std::size_t parts);
+/// Sorts the lines of `block.text`, which is as LineBlocks hands it out. `heads` are those of this
+/// thread.
+void SortByParts(SortedBlock& block, std::size_t parts, ThreadHeads& heads);
 
 /// The part that a key belongs to.
 std::size_t PartOf(const MergeKey& key, std::size_t parts);
@@ -54,8 +60,10 @@ class MergePart {
   /// Takes a key that is new here, with its value, from place `place` of the current lot.
   void TakeKey(const MergeValues& from, MergeKeys::Id key, std::uint32_t place);
 
-  /// Takes the lines of part `part`, which this is, in the blocks of the current lot.
-  void TakeLines(std::span<const SortedBlock> blocks, std::size_t part);
+  /// Takes the lines of part `part`, which this is, in the blocks of the current lot. `heads` are
+  /// those of the threads.
+  void TakeLines(std::span<const SortedBlock> blocks, std::size_t part,
+                 std::span<const ThreadHeads> heads);
 
   /// Ends the current lot.
   void EndLot() { lot_ends_.push_back(static_cast<MergeKeys::Id>(values_.Keys().size())); }
@@ -69,18 +77,23 @@ class MergePart {
  private:
   static constexpr std::size_t kBatch = 32;
 
-  void TakeLine(const SortedLine& line, std::uint32_t place);
+  /// What a thread's numbers of heads are here, by those numbers.
+  using HeadNumbers = std::vector<NameTable::Id>;
+  static constexpr NameTable::Id kUnknown = ~NameTable::Id{0};
+
+  void TakeLine(MergeKeys::Key key, std::uint32_t ticks, std::uint32_t place);
   void TakeOther(const MergeLine& line, std::uint32_t place);
   void TakeWaiting();
 
   MergeValues values_;
+  std::vector<HeadNumbers> heads_;     ///< by thread
   std::vector<std::uint32_t> places_;  ///< by key
   std::vector<MergeKeys::Id> lot_ends_;
 
   MergeKeys::Id next_key_ = 0;  ///< the key after the one used last: the likeliest next one
 
   /// Trace lines whose keys are looked up together.
-  std::array<MergeKey, kBatch> waiting_keys_;
+  std::array<MergeKeys::Key, kBatch> waiting_keys_;
   std::array<std::uint32_t, kBatch> waiting_ticks_{};
   std::array<std::uint32_t, kBatch> waiting_places_{};
   std::size_t waiting_ = 0;

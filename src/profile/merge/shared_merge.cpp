@@ -1,5 +1,7 @@
 #include "profile/merge/shared_merge.h"
 
+#include <algorithm>
+#include <numeric>
 #include <utility>
 
 namespace ptick {
@@ -30,65 +32,100 @@ class InWork {
 }  // namespace
 
 SharedMerge::SharedMerge(BlockSource source, std::vector<MergePart>& parts, unsigned threads)
-    : source_(std::move(source)), parts_(parts), pieces_(SlotsFor(threads)) {}
+    : source_(std::move(source)), parts_(parts), heads_(threads), pieces_(SlotsFor(threads)) {}
 
+// Pieces begin in this order: the blocks of lots 0 and 1, the parts that take lot 0, the blocks of
+// lot 2, the parts that take lot 1, and so on.
 bool SharedMerge::Begin(std::size_t slot) {
   Piece& piece = pieces_[slot];
-  if (parts_to_take_ == 0 && !BeginBlock(piece)) {
-    return false;
-  }
-  if (parts_to_take_ > 0) {
-    if (parts_to_take_ == parts_.size()) {
-      WaitUntilNoneIsInWork();
+  if (parts_to_take_ == 0) {
+    if (BeginBlock(piece)) {
+      return true;
     }
-    piece = {&lots_[lot_], nullptr, --parts_to_take_};
-    if (parts_to_take_ == 0) {
-      lot_ = 1 - lot_;
-      lots_[lot_].block_count = 0;
-      lots_[lot_].bytes = 0;
+    if (!BeginToTake()) {
+      return false;
     }
   }
-  const std::scoped_lock lock(mutex_);
-  ++pieces_in_work_;
+  piece = {&LotAt(taken_), nullptr};
+  if (--parts_to_take_ == 0) {
+    ++taken_;
+  }
+  CountAsInWork(*piece.lot);
   return true;
 }
 
-// Begins with the next block, or where the lot is full, with the parts that are to take it. False
-// where there is neither.
+// False at the end of the text, and where a lot is to be taken first.
 bool SharedMerge::BeginBlock(Piece& piece) {
-  Lot& lot = lots_[lot_];
-  if (!has_ended_ && lot.bytes < kLotBytes && lot.block_count < kLotBlocks) {
-    SortedBlock& block = lot.blocks[lot.block_count];
-    block.text = source_(block.memory);
-    if (!block.text.empty()) {
-      ++lot.block_count;
-      lot.bytes += block.text.size();
-      piece = {&lot, &block, 0};
-      return true;
+  if (has_ended_) {
+    return false;
+  }
+  if (LotAt(filled_).IsFull()) {
+    if (filled_ > taken_) {
+      return false;
     }
-    has_ended_ = true;
+    ++filled_;
+    LotAt(filled_).block_count = 0;
+    LotAt(filled_).bytes = 0;
   }
-  parts_to_take_ = lot.block_count > 0 ? parts_.size() : 0;
-  return parts_to_take_ > 0;
+  Lot& lot = LotAt(filled_);
+  SortedBlock& block = lot.blocks[lot.block_count];
+  block.text = source_(block.memory);
+  has_ended_ = block.text.empty();
+  if (has_ended_) {
+    return false;
+  }
+  ++lot.block_count;
+  lot.bytes += block.text.size();
+  piece = {&lot, &block};
+  CountAsInWork(lot);
+  return true;
 }
 
-// Before parts take a lot all its blocks must have been sorted, and they must have taken the lot
-// before.
-void SharedMerge::WaitUntilNoneIsInWork() {
+// Its blocks must have been sorted, and the parts must have taken the lot before. False where no
+// lot is left.
+bool SharedMerge::BeginToTake() {
+  if (taken_ > filled_ || LotAt(taken_).block_count == 0) {
+    return false;
+  }
+  Lot& lot = LotAt(taken_);
   std::unique_lock lock(mutex_);
-  done_.wait(lock, [this] { return pieces_in_work_ == 0; });
+  done_.wait(lock, [&] { return lot.in_work + (taken_ > 0 ? LotAt(taken_ - 1).in_work : 0) == 0; });
+  lot.parts.resize(parts_.size());
+  std::iota(lot.parts.begin(), lot.parts.end(), std::size_t{0});
+  parts_to_take_ = parts_.size();
+  return true;
 }
 
-void SharedMerge::Do(std::size_t slot, unsigned /*thread*/) {
-  const InWork in_work(mutex_, done_, pieces_in_work_);
+void SharedMerge::CountAsInWork(Lot& lot) {
+  const std::scoped_lock lock(mutex_);
+  ++lot.in_work;
+}
+
+void SharedMerge::Do(std::size_t slot, unsigned thread) {
   const Piece& piece = pieces_[slot];
+  const InWork in_work(mutex_, done_, piece.lot->in_work);
   if (piece.block != nullptr) {
-    SortByParts(*piece.block, parts_.size());
+    piece.block->thread = thread;
+    SortByParts(*piece.block, parts_.size(), heads_[thread]);
   } else {
-    MergePart& part = parts_[piece.part];
-    part.TakeLines(std::span(piece.lot->blocks).first(piece.lot->block_count), piece.part);
-    part.EndLot();
+    const std::size_t part = ChoosePart(*piece.lot, thread);
+    parts_[part].TakeLines(std::span(piece.lot->blocks).first(piece.lot->block_count), part,
+                           heads_);
+    parts_[part].EndLot();
   }
+}
+
+// A part whose tables are in this thread's cache, where there is one.
+std::size_t SharedMerge::ChoosePart(Lot& lot, unsigned thread) {
+  const std::scoped_lock lock(mutex_);
+  auto chosen = std::ranges::find_if(
+      lot.parts, [&](std::size_t part) { return part % heads_.size() == thread; });
+  if (chosen == lot.parts.end()) {
+    --chosen;
+  }
+  const std::size_t part = *chosen;
+  lot.parts.erase(chosen);
+  return part;
 }
 
 }  // namespace ptick

@@ -11,6 +11,7 @@
 
 #include "parallel/piece_work.h"
 #include "profile/merge/merge_part.h"
+#include "profile/merge/thread_heads.h"
 #include "value/byte_buffer.h"
 
 namespace ptick {
@@ -23,8 +24,8 @@ using BlockSource = std::function<std::string_view(ByteBuffer&)>;
 /// takes the lines of its keys in their order: whatever their values, they are combined as one
 /// thread does it.
 ///
-/// Blocks are gathered to a lot. Some threads sort the lines of its blocks by parts; when that is
-/// done, others put them into the parts, while the blocks of the next lot are sorted.
+/// Blocks are gathered to a lot. Some threads sort the lines of its blocks by parts; when those of
+/// the next lot have begun, the parts take the lot. So hardly ever does a thread wait for others.
 class SharedMerge final : public PieceWork {
  public:
   SharedMerge(BlockSource source, std::vector<MergePart>& parts, unsigned threads);
@@ -34,7 +35,7 @@ class SharedMerge final : public PieceWork {
   bool Finish(std::size_t /*slot*/) override { return true; }
 
  private:
-  /// So much text makes a lot, and so many blocks: two lots are a small part of the memory that big
+  /// So much text makes a lot, and so many blocks: the lots are a small part of the memory that big
   /// merges take.
   static constexpr std::size_t kLotBytes = std::size_t{1} << 19U;
   static constexpr std::size_t kLotBlocks = 64;
@@ -43,29 +44,36 @@ class SharedMerge final : public PieceWork {
     std::vector<SortedBlock> blocks = std::vector<SortedBlock>(kLotBlocks);
     std::size_t block_count = 0;
     std::size_t bytes = 0;
+    std::size_t in_work = 0;         ///< pieces of the lot that have begun and are not done
+    std::vector<std::size_t> parts;  ///< that have not begun to take the lot
+
+    bool IsFull() const { return bytes >= kLotBytes || block_count == kLotBlocks; }
   };
 
-  /// What is done in a slot: a block is sorted, or a part takes its lines of a lot.
+  /// What is done in a slot: a block is sorted, or one of the parts takes its lines of a lot.
   struct Piece {
     Lot* lot = nullptr;
-    SortedBlock* block = nullptr;  ///< null: the part takes its lines
-    std::size_t part = 0;
+    SortedBlock* block = nullptr;  ///< null: a part takes its lines
   };
 
+  Lot& LotAt(std::size_t number) { return lots_[number % lots_.size()]; }
   bool BeginBlock(Piece& piece);
-  void WaitUntilNoneIsInWork();
+  bool BeginToTake();
+  void CountAsInWork(Lot& lot);
+  std::size_t ChoosePart(Lot& lot, unsigned thread);
 
   BlockSource source_;
   std::vector<MergePart>& parts_;
-  std::array<Lot, 2> lots_;
-  std::size_t lot_ = 0;            ///< the one that blocks come to
-  std::size_t parts_to_take_ = 0;  ///< that have not begun to take the lot
+  std::vector<ThreadHeads> heads_;  ///< by thread
+  std::array<Lot, 3> lots_;  ///< one is taken, one is sorted, and one is filled
+  std::size_t filled_ = 0;   ///< the number of the lot that is filled
+  std::size_t taken_ = 0;    ///< the number of the one that parts take next
+  std::size_t parts_to_take_ = 0;
   bool has_ended_ = false;
   std::vector<Piece> pieces_;  ///< by slot
 
-  std::mutex mutex_;
+  std::mutex mutex_;  ///< guards what lots say of their pieces and parts
   std::condition_variable done_;
-  std::size_t pieces_in_work_ = 0;
 };
 
 }  // namespace ptick

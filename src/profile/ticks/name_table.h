@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -33,6 +34,17 @@ class NameTable {
       }
     }
     return Add(name, hash, slot);
+  }
+
+  /// The number of a name; nothing where it has none.
+  std::optional<Id> Find(std::string_view name, std::uint32_t hash) const {
+    for (std::size_t slot = hash >> shift_; slots_[slot].mark != 0;
+         slot = (slot + 1) & (slots_.size() - 1)) {
+      if (slots_[slot].hash == hash && SameText(slots_[slot].mark - 1, name)) {
+        return slots_[slot].mark - 1;
+      }
+    }
+    return std::nullopt;
   }
 
   /// Hints for a caller that looks many names up: what a lookup will touch is brought near, one

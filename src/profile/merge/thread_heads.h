@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <mutex>
+#include <string_view>
+
+#include "profile/ticks/name_table.h"
+
+namespace ptick {
+
+/// The heads of keys that one of several threads has met, numbered. Few are kept: a profile has few
+/// of them, or they are of no use.
+class alignas(64) ThreadHeads {
+ public:
+  /// The number of a head that there is no room for.
+  static constexpr NameTable::Id kNone = 8192;
+
+  /// The number of a head. Called by one thread alone.
+  NameTable::Id NumberOf(std::string_view head) {
+    const std::uint32_t hash = heads_.Hash(head);
+    if (const auto known = heads_.Find(head, hash)) {
+      return *known;
+    }
+    return heads_.size() < kNone ? Add(head, hash) : kNone;
+  }
+
+  /// How many heads have numbers. Called by the same thread.
+  std::size_t size() const { return heads_.size(); }
+
+  /// The number that `heads` gives to the head of that number. Called by any thread.
+  NameTable::Id InternIn(NameTable& heads, NameTable::Id number) const;
+
+ private:
+  NameTable::Id Add(std::string_view head, std::uint32_t hash);
+
+  mutable std::mutex mutex_;  ///< held to add, and to read from another thread
+  NameTable heads_;
+};
+
+}  // namespace ptick
