@@ -5,8 +5,8 @@
 #include <span>
 #include <utility>
 
-#include "profile/parse/record_parser.h"
 #include "profile/parse/shared_parse.h"
+#include "profile/parse_merged.h"
 #include "records/line_blocks.h"
 #include "records/open_record.h"
 
@@ -186,8 +186,8 @@ MergedProfile MergeProfileFiles(const std::vector<std::string>& names, RecordFil
 std::optional<ReadProblem> ReadMergedProfile(MergedProfile&& merged, const ReadOptions& options,
                                              ProfileTables& tables) {
   tables.ProfileName = merged.first_name + " ...";
-  MergedLines lines = merged.merge.TakeLines();
-  std::optional<ReadProblem> problem = ParseProfileLines(lines, options, tables);
+  const MergedKeys keys = merged.merge.TakeKeys();
+  std::optional<ReadProblem> problem = ParseMerged(keys, options, tables);
   if (problem) {
     problem->name = tables.ProfileName;
   }

@@ -66,6 +66,9 @@ class MergeKeys {
   /// The same for one key.
   Id Intern(const MergeKey& key);
 
+  /// Gives back the memory of the index. No key is looked up any more.
+  void EndLookups() { slots_ = std::pmr::vector<Slot>(slots_.get_allocator()); }
+
   /// The distinct heads.
   NameTable& Heads() { return heads_; }
   const NameTable& Heads() const { return heads_; }

@@ -55,6 +55,9 @@ class MergePart {
   /// The tables take their memory from `memory`, which must outlive this.
   explicit MergePart(std::pmr::memory_resource* memory) : values_(memory) {}
 
+  /// The one part of a merge by one thread: all of it is one lot.
+  explicit MergePart(MergeValues&& values) : values_(std::move(values)) { EndLot(); }
+
   const MergeValues& Values() const { return values_; }
 
   /// Takes a key that is new here, with its value, from place `place` of the current lot.
@@ -71,8 +74,14 @@ class MergePart {
   std::size_t LotCount() const { return lot_ends_.size(); }
   /// The first key that is not in the lots up to `lot`.
   MergeKeys::Id EndOfLot(std::size_t lot) const { return lot_ends_[lot]; }
-  /// The place in its lot where a key came first.
-  std::uint32_t PlaceOf(MergeKeys::Id key) const { return places_[key]; }
+  /// The place in its lot where a key came first; any where there is no other part.
+  std::uint32_t PlaceOf(MergeKeys::Id key) const { return places_.empty() ? 0 : places_[key]; }
+
+  /// Nothing is looked up any more.
+  void EndLookups() {
+    values_.Keys().EndLookups();
+    heads_.clear();
+  }
 
  private:
   static constexpr std::size_t kBatch = 32;

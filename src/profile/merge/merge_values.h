@@ -66,6 +66,14 @@ class MergeValues {
   /// compares them.
   int Compare(Id key, std::string_view text) const;
 
+  /// The value where its text is an ordinary number.
+  std::optional<std::uint32_t> OrdinaryOf(Id key) const {
+    const std::int64_t cell = keys_.CellOf(key);
+    return cell >= 0 && cell <= std::numeric_limits<std::uint32_t>::max()
+               ? std::optional(static_cast<std::uint32_t>(cell))
+               : std::nullopt;
+  }
+
   std::string Text(Id key) const;
   void AppendText(Id key, std::string& out) const;
 

@@ -9,12 +9,6 @@
 
 namespace ptick {
 
-namespace {
-
-constexpr std::size_t kBlockSize = std::size_t{256} * 1024;
-
-}  // namespace
-
 // Nearly all lines are trace lines. Profiles of the same application often have them in the same
 // order, so the key after the one before is tried first.
 void ProfileMerge::AddLines(std::string_view block) {
@@ -129,60 +123,8 @@ std::size_t ProfileMerge::KeyCount() const {
   return count;
 }
 
-MergedLines ProfileMerge::TakeLines() {
-  return parts_.empty() ? MergedLines(std::move(values_)) : MergedLines(std::move(parts_));
-}
-
-MergedLines::MergedLines(std::vector<MergePart>&& parts)
-    : parts_(std::move(parts)), next_keys_(parts_.size()) {}
-
-std::string_view MergedLines::Next() {
-  block_.clear();
-  while (block_.size() < kBlockSize && AppendNext()) {
-  }
-  const std::size_t size = block_.size();
-  block_.append(kBlockPadding, '\0');
-  return std::string_view(block_).substr(0, size);
-}
-
-bool MergedLines::AppendNext() {
-  if (parts_.empty()) {
-    return next_ < values_.Keys().size() && Append(values_, next_++);
-  }
-  const std::size_t part = NextPart();
-  return part < parts_.size() && Append(parts_[part].Values(), next_keys_[part]++);
-}
-
-bool MergedLines::Append(const MergeValues& values, MergeKeys::Id key) {
-  block_ += kProfilePrefix;
-  values.Keys().AppendText(key, block_);
-  block_ += '\t';
-  values.AppendText(key, block_);
-  block_ += '\n';
-  return true;
-}
-
-// The part whose next key came first; their number when no key is left.
-std::size_t MergedLines::NextPart() {
-  for (; lot_ < parts_.front().LotCount(); ++lot_) {
-    std::size_t first = parts_.size();
-    std::uint32_t first_place = 0;
-    for (std::size_t part = 0; part < parts_.size(); ++part) {
-      const MergeKeys::Id key = next_keys_[part];
-      if (key == parts_[part].EndOfLot(lot_)) {
-        continue;
-      }
-      if (const std::uint32_t place = parts_[part].PlaceOf(key);
-          first == parts_.size() || place < first_place) {
-        first = part;
-        first_place = place;
-      }
-    }
-    if (first < parts_.size()) {
-      return first;
-    }
-  }
-  return parts_.size();
+MergedKeys ProfileMerge::TakeKeys() {
+  return parts_.empty() ? MergedKeys(std::move(values_)) : MergedKeys(std::move(parts_));
 }
 
 }  // namespace ptick

@@ -5,41 +5,15 @@
 #include <cstdint>
 #include <memory_resource>
 #include <span>
-#include <string>
 #include <string_view>
 #include <vector>
 
 #include "profile/merge/merge_line.h"
 #include "profile/merge/merge_values.h"
+#include "profile/merge/merged_lines.h"
 #include "profile/merge/shared_merge.h"
-#include "records/line_blocks.h"
 
 namespace ptick {
-
-/// The lines of a merged profile, in order of the first appearance of their keys. Those are lines
-/// of a profile again.
-class MergedLines final : public LineBlocks {
- public:
-  explicit MergedLines(MergeValues&& values) : values_(std::move(values)) {}
-  explicit MergedLines(std::vector<MergePart>&& parts);
-
-  std::string_view Next() override;
-
- private:
-  bool AppendNext();
-  bool Append(const MergeValues& values, MergeKeys::Id key);
-  std::size_t NextPart();
-
-  MergeValues values_;
-  MergeKeys::Id next_ = 0;  ///< the key whose line comes next
-
-  // The same of a merge by several threads.
-  std::vector<MergePart> parts_;
-  std::vector<MergeKeys::Id> next_keys_;  ///< by part
-  std::size_t lot_ = 0;                   ///< in which the next key came first
-
-  std::string block_;
-};
 
 /// Collects profiles into one. A line's key is all of it but its last TAB-separated field, its
 /// value is that field; lines of equal keys become one. Memory follows the distinct keys, not the
@@ -62,8 +36,9 @@ class ProfileMerge {
   /// How many distinct keys there are.
   std::size_t KeyCount() const;
 
-  /// The merged lines; nothing is left here.
-  MergedLines TakeLines();
+  /// The merged keys, or their lines; nothing is left here.
+  MergedKeys TakeKeys();
+  MergedLines TakeLines() { return MergedLines(TakeKeys()); }
 
  private:
   static constexpr std::size_t kBatch = 32;
