@@ -12,9 +12,6 @@ namespace {
 constexpr unsigned kFirstSlotBits = 6;
 constexpr unsigned kMaxSlotBits = 31;
 
-// As many lookups at a time as there are misses that the processor can wait for at once, and some.
-constexpr std::size_t kBatch = 32;
-
 // With more heads than this their texts are not in the cache either.
 constexpr std::size_t kManyHeads = 10000;
 
@@ -35,17 +32,6 @@ void MergeKeys::Intern(std::span<const MergeKey> keys, Id* ids) {
     const std::span<Lookup> lookups = std::span(batch).first(some.size());
     StartBatch(some, lookups);
     EndBatch(lookups, ids + start);
-  }
-}
-
-void MergeKeys::Intern(std::span<const Key> keys, Id* ids) {
-  std::array<Lookup, kBatch> batch;  // NOLINT(*-member-init): filled step by step
-  for (std::size_t start = 0; start < keys.size(); start += kBatch) {
-    const std::size_t count = std::min(kBatch, keys.size() - start);
-    for (std::size_t i = 0; i < count; ++i) {
-      Start(batch[i], keys[start + i]);
-    }
-    EndBatch(std::span(batch).first(count), ids + start);
   }
 }
 
@@ -83,12 +69,6 @@ void MergeKeys::EndBatch(std::span<Lookup> lookups, Id* ids) {
     const bool is_known = Is(lookup.likely_id, lookup.key);
     *ids++ = is_known ? lookup.likely_id : FindOrAdd(lookup);
   }
-}
-
-void MergeKeys::Start(Lookup& lookup, Key key) const {
-  lookup.key = key;
-  lookup.hash = HashOf(key);
-  __builtin_prefetch(&slots_[FirstSlot(lookup.hash)]);
 }
 
 // The first key with these hash bits, nearly always the right one.

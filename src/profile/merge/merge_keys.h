@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -46,6 +47,10 @@ class MergeKeys {
  public:
   using Id = std::uint32_t;
 
+  /// So many keys are looked up together: as many as there are misses that the processor can wait
+  /// for at once, and some.
+  static constexpr std::size_t kBatch = 32;
+
   /// A key whose head is known by its number in Heads().
   struct Key {
     NameTable::Id head;
@@ -61,7 +66,16 @@ class MergeKeys {
   /// Throws std::bad_alloc beyond 2^30 keys.
   void Intern(std::span<const MergeKey> keys, Id* ids);
 
-  void Intern(std::span<const Key> keys, Id* ids);
+
+  /// The same for `count` keys, at most kBatch: those that `key_of` returns for the numbers below it.
+  template <typename KeyOf>
+  void Intern(std::size_t count, const KeyOf& key_of, Id* ids) {
+    std::array<Lookup, kBatch> batch;  // NOLINT(*-member-init): filled step by step
+    for (std::size_t i = 0; i < count; ++i) {
+      Start(batch[i], key_of(i));
+    }
+    EndBatch(std::span(batch).first(count), ids);
+  }
 
   /// The same for one key.
   Id Intern(const MergeKey& key);
@@ -132,7 +146,11 @@ class MergeKeys {
 
   void StartBatch(std::span<const MergeKey> keys, std::span<Lookup> lookups);
   void EndBatch(std::span<Lookup> lookups, Id* ids);
-  void Start(Lookup& lookup, Key key) const;
+  void Start(Lookup& lookup, Key key) const {
+    lookup.key = key;
+    lookup.hash = HashOf(key);
+    __builtin_prefetch(&slots_[FirstSlot(lookup.hash)]);
+  }
   void FindLikelyId(Lookup& lookup) const;
   Id FindOrAdd(const Lookup& lookup);
   void Grow();

@@ -1,8 +1,8 @@
 #include "profile/merge/merge_part.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
-#include <utility>
 
 #include "profile/scan/trace_line.h"
 
@@ -93,57 +93,69 @@ void MergePart::TakeLines(std::span<const SortedBlock> blocks, std::size_t part,
   std::uint32_t place = 0;
   for (const SortedBlock& block : blocks) {
     HeadNumbers& known = heads_[block.thread];
-    known.resize(std::max<std::size_t>(known.size(), block.head_count), kUnknown);
-    for (const SortedLine& line : block.lines[part]) {
-      if (line.head < SortedLine::kByText) {
-        NameTable::Id& head = known[line.head];
-        if (head == kUnknown) {
-          head = heads[block.thread].InternIn(values_.Keys().Heads(), line.head);
-        }
-        TakeLine({head, line.number}, line.ticks, place + line.place);
-      } else if (line.head == SortedLine::kByText) {
-        const MergeKey& key = block.keys[line.number];
-        TakeLine({values_.Keys().Heads().Intern(key.head), key.number}, line.ticks,
-                 place + line.place);
+    known.resize(std::max(known.size(), block.head_count), kUnknown);
+    const Source source{&block, &heads[block.thread], &known, place};
+    const std::vector<SortedLine>& lines = block.lines[part];
+    const SortedLine* line = lines.data();
+    const SortedLine* const end = line + lines.size();
+    while (line != end) {
+      if (line->head == SortedLine::kOther) {
+        TakeOther(block.others[line->number], place + line->place);
+        ++line;
       } else {
-        TakeWaiting();
-        TakeOther(block.others[line.number], place + line.place);
+        line = TakeBatch(TakeFollowing(line, end, source), end, source);
       }
     }
     place += block.line_count;
   }
-  TakeWaiting();
 }
 
-void MergePart::TakeLine(MergeKeys::Key key, std::uint32_t ticks, std::uint32_t place) {
-  if (const MergeKeys::Id next = next_key_; values_.Keys().Is(next, key)) {
-    TakeWaiting();
-    values_.AddTo(next, ticks);
-    next_key_ = next + 1;
-    return;
+MergeKeys::Key MergePart::KeyOf(const SortedLine& line, const Source& source) {
+  if (line.head == SortedLine::kByText) {
+    const MergeKey& key = source.block->keys[line.number];
+    return {values_.Keys().Heads().Intern(key.head), key.number};
   }
-  waiting_keys_[waiting_] = key;
-  waiting_ticks_[waiting_] = ticks;
-  waiting_places_[waiting_] = place;
-  if (++waiting_ == kBatch) {
-    TakeWaiting();
+  NameTable::Id& head = (*source.known)[line.head];
+  if (head == kUnknown) {
+    head = source.heads->InternIn(values_.Keys().Heads(), line.head);
   }
+  return {head, line.number};
 }
 
-void MergePart::TakeWaiting() {
-  if (waiting_ == 0) {
-    return;
+// Profiles of the same application often have their lines in the same order: takes those whose keys
+// follow each other here. Returns the first line that is not of that kind.
+const SortedLine* MergePart::TakeFollowing(const SortedLine* line, const SortedLine* end,
+                                           const Source& source) {
+  while (line != end && line->head != SortedLine::kOther &&
+         values_.Keys().Is(next_key_, KeyOf(*line, source))) {
+    values_.AddTo(next_key_++, line->ticks);
+    ++line;
   }
-  std::array<MergeKeys::Id, kBatch> ids;  // NOLINT(*-member-init): written by Intern
-  const std::size_t count = std::exchange(waiting_, 0);
-  values_.Keys().Intern(std::span(waiting_keys_).first(count), ids.data());
+  return line;
+}
+
+// Looks some keys up together.
+const SortedLine* MergePart::TakeBatch(const SortedLine* line, const SortedLine* end,
+                                       const Source& source) {
+  std::size_t count = 0;
+  while (count < MergeKeys::kBatch && line + count != end &&
+         line[count].head != SortedLine::kOther) {
+    ++count;
+  }
+  if (count == 0) {
+    return line;
+  }
+  std::array<MergeKeys::Id, MergeKeys::kBatch> ids;  // NOLINT(*-member-init): written by Intern
+  values_.Keys().Intern(
+      count, [&](std::size_t i) { return KeyOf(line[i], source); }, ids.data());
   for (std::size_t i = 0; i < count; ++i) {
     if (ids[i] == places_.size()) {
-      places_.push_back(waiting_places_[i]);
+      places_.push_back(source.place + line[i].place);
     }
-    values_.AddTo(ids[i], waiting_ticks_[i]);
+    values_.AddTo(ids[i], line[i].ticks);
   }
   next_key_ = ids[count - 1] + 1;
+  return line + count;
 }
 
 void MergePart::TakeOther(const MergeLine& line, std::uint32_t place) {

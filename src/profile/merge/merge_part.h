@@ -84,15 +84,22 @@ class MergePart {
   }
 
  private:
-  static constexpr std::size_t kBatch = 32;
-
   /// What a thread's numbers of heads are here, by those numbers.
   using HeadNumbers = std::vector<NameTable::Id>;
   static constexpr NameTable::Id kUnknown = ~NameTable::Id{0};
 
-  void TakeLine(MergeKeys::Key key, std::uint32_t ticks, std::uint32_t place);
+  /// What one thread has sorted, and what it has met.
+  struct Source {
+    const SortedBlock* block;
+    const ThreadHeads* heads;
+    HeadNumbers* known;
+    std::uint32_t place;  ///< of the block's first line in the lot
+  };
+
+  MergeKeys::Key KeyOf(const SortedLine& line, const Source& source);
+  const SortedLine* TakeFollowing(const SortedLine* line, const SortedLine* end, const Source& source);
+  const SortedLine* TakeBatch(const SortedLine* line, const SortedLine* end, const Source& source);
   void TakeOther(const MergeLine& line, std::uint32_t place);
-  void TakeWaiting();
 
   MergeValues values_;
   std::vector<HeadNumbers> heads_;     ///< by thread
@@ -100,12 +107,6 @@ class MergePart {
   std::vector<MergeKeys::Id> lot_ends_;
 
   MergeKeys::Id next_key_ = 0;  ///< the key after the one used last: the likeliest next one
-
-  /// Trace lines whose keys are looked up together.
-  std::array<MergeKeys::Key, kBatch> waiting_keys_;
-  std::array<std::uint32_t, kBatch> waiting_ticks_{};
-  std::array<std::uint32_t, kBatch> waiting_places_{};
-  std::size_t waiting_ = 0;
 };
 
 }  // namespace ptick
