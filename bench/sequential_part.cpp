@@ -47,6 +47,10 @@ void DoInOrder(PieceWork& work, unsigned threads) {
   }
 }
 
+void DoInOrder(PieceWork& work, unsigned threads, std::size_t /*slots*/) {
+  DoInOrder(work, threads);
+}
+
 void DoEach(std::size_t count, unsigned /*threads*/, const std::function<void(std::size_t)>& work) {
   for (std::size_t n = 0; n < count; ++n) {
     Timed(shared, [&] { return work(n), true; });

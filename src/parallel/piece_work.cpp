@@ -29,7 +29,7 @@ void PauseBetweenLooks() {
 /// Pieces on their way, and the threads that move them on.
 class PieceRun {
  public:
-  PieceRun(PieceWork& work, unsigned threads);
+  PieceRun(PieceWork& work, unsigned threads, std::size_t slots);
   PieceRun(const PieceRun&) = delete;
   PieceRun& operator=(const PieceRun&) = delete;
   ~PieceRun();
@@ -71,7 +71,8 @@ class PieceRun {
   std::vector<std::thread> threads_;
 };
 
-PieceRun::PieceRun(PieceWork& work, unsigned threads) : work_(work), pieces_(SlotsFor(threads)) {
+PieceRun::PieceRun(PieceWork& work, unsigned threads, std::size_t slots)
+    : work_(work), pieces_(slots) {
   free_slots_.reserve(pieces_.size());
   for (std::size_t slot = pieces_.size(); slot-- > 0;) {
     free_slots_.push_back(slot);
@@ -240,6 +241,12 @@ void DoEach(std::size_t count, unsigned threads, const std::function<void(std::s
   DoInOrder(numbers, threads);
 }
 
-void DoInOrder(PieceWork& work, unsigned threads) { PieceRun(work, threads).RunAsCaller(); }
+void DoInOrder(PieceWork& work, unsigned threads) {
+  DoInOrder(work, threads, SlotsFor(threads));
+}
+
+void DoInOrder(PieceWork& work, unsigned threads, std::size_t slots) {
+  PieceRun(work, threads, slots).RunAsCaller();
+}
 
 }  // namespace ptick

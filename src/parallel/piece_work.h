@@ -37,6 +37,10 @@ constexpr std::size_t SlotsFor(unsigned threads) { return 2 * std::size_t{thread
 /// once no other thread works any more; of several exceptions, one of them.
 void DoInOrder(PieceWork& work, unsigned threads);
 
+/// The same with as many slots as it says: with more of them, other threads go on for longer while
+/// one is at a long piece.
+void DoInOrder(PieceWork& work, unsigned threads, std::size_t slots);
+
 /// Calls `work` with each number below `count`, on any thread, several at a time; the rest as
 /// above.
 void DoEach(std::size_t count, unsigned threads, const std::function<void(std::size_t)>& work);

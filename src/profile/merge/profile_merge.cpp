@@ -97,7 +97,7 @@ void ProfileMerge::AddOthers(std::span<const MergeLine> lines) {
 }
 
 void ProfileMerge::AddBlocks(const BlockSource& source, unsigned threads) {
-  constexpr std::size_t kPartsPerThread = 2;
+  constexpr std::size_t kPartsPerThread = 1;
   std::vector<MergePart> parts;
   for (std::size_t part = 0; part < kPartsPerThread * threads; ++part) {
     parts.emplace_back(memory_);
@@ -112,7 +112,7 @@ void ProfileMerge::AddBlocks(const BlockSource& source, unsigned threads) {
   values_ = MergeValues(memory_);
   parts_ = std::move(parts);
   SharedMerge shared(source, parts_, threads);
-  DoInOrder(shared, threads);
+  DoInOrder(shared, threads, SharedMerge::SlotsFor(threads));
 }
 
 std::size_t ProfileMerge::KeyCount() const {

@@ -28,6 +28,9 @@ using BlockSource = std::function<std::string_view(ByteBuffer&)>;
 /// the next lot have begun, the parts take the lot. So hardly ever does a thread wait for others.
 class SharedMerge final : public PieceWork {
  public:
+  /// Its pieces are small, but of different lengths: where tables grow they take long.
+  static constexpr std::size_t SlotsFor(unsigned threads) { return 16 * std::size_t{threads}; }
+
   SharedMerge(BlockSource source, std::vector<MergePart>& parts, unsigned threads);
 
   bool Begin(std::size_t slot) override;
