@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <utility>
 
 #include "profile/scan/trace_line.h"
 
@@ -32,25 +33,48 @@ class Sorting {
   }
 
   void AddTrace(const MergeKey& key, std::uint32_t ticks) {
-    SortedLine line{heads_.NumberOf(key.head), key.number, ticks, block_.line_count++};
-    if (line.head == SortedLine::kByText) {
-      line.number = static_cast<std::uint32_t>(block_.keys.size());
-      block_.keys.push_back(key);
+    Waiting& waiting = waiting_[count_];
+    waiting.key = key;
+    waiting.ticks = ticks;
+    waiting.hash = heads_.Prefetch(key.head);
+    if (++count_ == waiting_.size()) {
+      AddWaiting();
     }
-    block_.lines[PartOfNumber(key.number, parts_)].push_back(line);
   }
 
   void AddOther(const MergeLine& line) {
+    AddWaiting();
     const auto other = static_cast<std::uint32_t>(block_.others.size());
     block_.others.push_back(line);
     block_.lines[PartOf(line.key, parts_)].push_back(
         {SortedLine::kOther, other, 0, block_.line_count++});
   }
 
+  void AddWaiting() {
+    for (const Waiting& waiting : std::span(waiting_).first(std::exchange(count_, 0))) {
+      const MergeKey& key = waiting.key;
+      SortedLine line{heads_.NumberOf(key.head, waiting.hash), key.number, waiting.ticks,
+                      block_.line_count++};
+      if (line.head == SortedLine::kByText) {
+        line.number = static_cast<std::uint32_t>(block_.keys.size());
+        block_.keys.push_back(key);
+      }
+      block_.lines[PartOfNumber(key.number, parts_)].push_back(line);
+    }
+  }
+
  private:
+  struct Waiting {
+    MergeKey key;
+    std::uint32_t ticks;
+    std::uint32_t hash;
+  };
+
   SortedBlock& block_;
   std::size_t parts_;
   ThreadHeads& heads_;
+  std::array<Waiting, 16> waiting_;
+  std::size_t count_ = 0;
 };
 
 }  // namespace
@@ -78,6 +102,7 @@ void SortByParts(SortedBlock& block, std::size_t parts, ThreadHeads& heads) {
       sorting.AddOther(split);
     }
   }
+  sorting.AddWaiting();
   block.head_count = heads.size();
 }
 
