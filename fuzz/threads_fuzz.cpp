@@ -30,7 +30,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   plan.threads = static_cast<unsigned>(input.TakeBetween(2, 8));
   plan.bytes_alone = input.TakeByte();
   plan.block_size = plan.merge_block_size = std::size_t{1} + input.TakeByte();
-  plan.rows_alone = input.TakeByte() % 8U;
+  const std::uint8_t few = input.TakeByte();
+  plan.rows_alone = few % 8U;
+  plan.merge_names = few / 8U % 8U;
   plan.batch_rows = std::size_t{1} + input.TakeByte() % 8U;
   do {
     ptick::MemoryPlatform::Record profile{input.TakeUpTo('\0')};

@@ -17,8 +17,8 @@ namespace {
 using Lock = std::unique_lock<std::mutex>;
 
 // What a thread waits for is nearly always near, and going to sleep takes longer: so often it looks
-// for it first, for some ten microseconds.
-constexpr int kLooks = 200;
+// for it first, for some fifty microseconds.
+constexpr int kLooks = 1000;
 
 void PauseBetweenLooks() {
 #if defined(__x86_64__)
@@ -60,8 +60,8 @@ class PieceRun {
   std::condition_variable changed_;
   std::atomic<std::uint32_t> changes_ = 0;  ///< written with the lock, looked at without it
   unsigned sleeping_ = 0;                   ///< threads that wait for a change
-  std::vector<Piece> pieces_;            ///< those on their way, by their numbers
-  std::vector<std::size_t> free_slots_;  ///< the one used last first: its memory is in the cache
+  std::vector<Piece> pieces_;               ///< those on their way, by their numbers
+  std::vector<std::size_t> free_slots_;     ///< the one used last first: its memory is in the cache
   std::size_t begun_ = 0;
   std::size_t finished_ = 0;
   bool beginning_ = false;  ///< a thread is in Begin
@@ -241,9 +241,7 @@ void DoEach(std::size_t count, unsigned threads, const std::function<void(std::s
   DoInOrder(numbers, threads);
 }
 
-void DoInOrder(PieceWork& work, unsigned threads) {
-  DoInOrder(work, threads, SlotsFor(threads));
-}
+void DoInOrder(PieceWork& work, unsigned threads) { DoInOrder(work, threads, SlotsFor(threads)); }
 
 void DoInOrder(PieceWork& work, unsigned threads, std::size_t slots) {
   PieceRun(work, threads, slots).RunAsCaller();

@@ -14,10 +14,11 @@ struct ThreadPlan {
 
   /// So many bytes of a record are read before further threads are started.
   std::size_t bytes_alone = std::size_t{1} << 20U;
-  std::size_t block_size = std::size_t{256} * 1024;  ///< of the text that a thread takes at a time
+  std::size_t block_size = std::size_t{512} * 1024;  ///< of the text that a thread takes at a time
 
   /// The same for a merge, where many blocks wait for each other.
   std::size_t merge_block_size = std::size_t{64} * 1024;
+  std::size_t merge_names = std::size_t{1} << 13U;  ///< that each thread of a merge knows by number
 
   /// A list of fewer rows is laid out by one thread.
   std::size_t rows_alone = std::size_t{1} << 15U;

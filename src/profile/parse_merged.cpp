@@ -98,8 +98,8 @@ class SharedKeys final : public PieceWork {
         TakeKeys(walk, share.traces, [&](std::string_view lines, std::int64_t before) {
           TakeTraceLines(lines, share.ticks.Table(), share.others);
           for (const LineRange& other : share.others) {
-            piece.others.push_back({piece.text.size(), other.lines.size(),
-                                    before + other.lines_before});
+            piece.others.push_back(
+                {piece.text.size(), other.lines.size(), before + other.lines_before});
             piece.text += other.lines;
           }
         });

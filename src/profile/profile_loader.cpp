@@ -120,7 +120,7 @@ void MergeBlocks(InputBlocks& blocks, const ThreadPlan& threads, ProfileMerge& m
     merge.AddLines(block);
     merged += block.size();
   }
-  merge.AddBlocks([&blocks](ByteBuffer& block) { return blocks.NextInto(block); }, threads.threads);
+  merge.AddBlocks([&blocks](ByteBuffer& block) { return blocks.NextInto(block); }, threads);
 }
 
 }  // namespace

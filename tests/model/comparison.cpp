@@ -63,9 +63,12 @@ std::string MergedParseDifference(const std::vector<std::string>& texts,
     return "";
   }
   MergedLines merged_lines = MergeTyped(texts).merge.TakeLines();
+  ProfileTables tables_of_lines;
+  const Ran ran_of_lines = ParseTyped(merged_lines, options, tables_of_lines);
   ProfileTables tables;
-  const Ran ran = ParseTyped(merged_lines, options, tables);
-  return TablesDifference(lines, options, ran, tables);
+  const Ran ran = ParseTyped(MergeTyped(texts).merge.TakeKeys(), options, tables);
+  return TablesDifference(lines, options, ran_of_lines, tables_of_lines) +
+         TablesDifference(lines, options, ran, tables);
 }
 
 }  // namespace ptick::model

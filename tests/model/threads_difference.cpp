@@ -37,8 +37,9 @@ std::string ThreadsDifference(const ThreadsRun& run, const ThreadPlan& plan) {
 
 std::string PlanText(const ThreadPlan& plan) {
   return "threads " + std::to_string(plan.threads) + ", alone " + std::to_string(plan.bytes_alone) +
-         ", blocks " + std::to_string(plan.block_size) + ", rows alone " +
-         std::to_string(plan.rows_alone) + ", batches " + std::to_string(plan.batch_rows) + "\n";
+         ", blocks " + std::to_string(plan.block_size) + ", names " +
+         std::to_string(plan.merge_names) + ", rows alone " + std::to_string(plan.rows_alone) +
+         ", batches " + std::to_string(plan.batch_rows) + "\n";
 }
 
 }  // namespace ptick::model

@@ -7,6 +7,7 @@
 
 #include "output/stop.h"
 #include "profile/parse/record_parser.h"
+#include "profile/parse_merged.h"
 #include "ptick/read_messages.h"
 #include "support/memory_platform.h"
 
@@ -42,14 +43,31 @@ Ran RunTyped(const std::function<void(Output&)>& piece) {
   return ran;
 }
 
-Ran ParseTyped(LineBlocks& lines, const RunOptions& options, ProfileTables& tables) {
+namespace {
+
+Ran ReadTyped(const RunOptions& options,
+              const std::function<std::optional<ReadProblem>(const ReadOptions&)>& read) {
   ReadOptions read_options;
   read_options.keep_inputs = !options.KeyScriptFile.empty();
   return RunTyped([&](Output& output) {
-    if (const auto problem = ParseProfileLines(lines, read_options, tables)) {
+    if (const auto problem = read(read_options)) {
       PrintProblem(*problem, output);
       throw Stop{2};
     }
+  });
+}
+
+}  // namespace
+
+Ran ParseTyped(LineBlocks& lines, const RunOptions& options, ProfileTables& tables) {
+  return ReadTyped(options, [&](const ReadOptions& read_options) {
+    return ParseProfileLines(lines, read_options, tables);
+  });
+}
+
+Ran ParseTyped(const MergedKeys& keys, const RunOptions& options, ProfileTables& tables) {
+  return ReadTyped(options, [&](const ReadOptions& read_options) {
+    return ParseMerged(keys, read_options, tables);
   });
 }
 

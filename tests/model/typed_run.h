@@ -54,9 +54,10 @@ struct Ran {
 /// Runs a piece of the program with output into memory, up to its end or stop.
 Ran RunTyped(const std::function<void(Output&)>& piece);
 
-/// Lines, or a text, parsed into the tables, everything kept. An invalid line is said and stops the
-/// run as in the program.
+/// Lines, merged keys or a text, parsed into the tables, everything kept. An invalid line is said
+/// and stops the run as in the program.
 Ran ParseTyped(LineBlocks& lines, const RunOptions& options, ProfileTables& tables);
+Ran ParseTyped(const MergedKeys& keys, const RunOptions& options, ProfileTables& tables);
 Ran ParseTyped(const std::string& text, const Delivery& delivery, const RunOptions& options,
                ProfileTables& tables);
 

@@ -104,6 +104,14 @@ TEST(PieceWork, DoesAllPiecesAndFinishesThemInOrder) {
   }
 }
 
+TEST(PieceWork, DoesWithAnyNumberOfSlots) {
+  for (const std::size_t slots : {1U, 2U, 3U, 50U}) {
+    RecordedWork work(100, 50);
+    DoInOrder(work, 3, slots);
+    EXPECT_EQ(work.finished, NumbersBelow(100)) << slots << " slots";
+  }
+}
+
 TEST(PieceWork, LeavesOneThreadAlone) {
   RecordedWork work(20, 1);
   DoInOrder(work, 1);

@@ -78,7 +78,7 @@ void ProfileInputs::Merge(const NextName& next_name, const ThreadPlan& threads,
     is_worth_it = threads.threads > 1 && merged >= threads.bytes_alone &&
                   block.size() >= threads.merge_block_size / 4;
   }
-  merge.AddBlocks([&blocks](ByteBuffer& block) { return blocks.NextInto(block); }, threads.threads);
+  merge.AddBlocks([&blocks](ByteBuffer& block) { return blocks.NextInto(block); }, threads);
 }
 
 void ProfileInputs::Read(const std::vector<std::string>& names, const ReadOptions& options,

@@ -66,8 +66,8 @@ class MergeKeys {
   /// Throws std::bad_alloc beyond 2^30 keys.
   void Intern(std::span<const MergeKey> keys, Id* ids);
 
-
-  /// The same for `count` keys, at most kBatch: those that `key_of` returns for the numbers below it.
+  /// The same for `count` keys, at most kBatch: those that `key_of` returns for the numbers below
+  /// it.
   template <typename KeyOf>
   void Intern(std::size_t count, const KeyOf& key_of, Id* ids) {
     std::array<Lookup, kBatch> batch;  // NOLINT(*-member-init): filled step by step

@@ -113,7 +113,7 @@ void MergePart::TakeKey(const MergeValues& from, MergeKeys::Id key, std::uint32_
 }
 
 void MergePart::TakeLines(std::span<const SortedBlock> blocks, std::size_t part,
-                          std::span<const ThreadHeads> heads) {
+                          const std::deque<ThreadHeads>& heads) {
   heads_.resize(heads.size());
   std::uint32_t place = 0;
   for (const SortedBlock& block : blocks) {

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <memory_resource>
 #include <span>
 #include <string_view>
@@ -21,7 +22,7 @@ struct SortedLine {
   /// A trace line whose head has no number: `number` is the place of its key in the block's `keys`.
   static constexpr NameTable::Id kByText = ThreadHeads::kNone;
   /// A line in another form: `number` is its place in the block's `others`.
-  static constexpr NameTable::Id kOther = kByText + 1;
+  static constexpr NameTable::Id kOther = kByText - 1;
 
   NameTable::Id head;  ///< the number that the thread which sorted the block has for it
   std::uint32_t number;
@@ -66,7 +67,7 @@ class MergePart {
   /// Takes the lines of part `part`, which this is, in the blocks of the current lot. `heads` are
   /// those of the threads.
   void TakeLines(std::span<const SortedBlock> blocks, std::size_t part,
-                 std::span<const ThreadHeads> heads);
+                 const std::deque<ThreadHeads>& heads);
 
   /// Ends the current lot.
   void EndLot() { lot_ends_.push_back(static_cast<MergeKeys::Id>(values_.Keys().size())); }
@@ -97,7 +98,8 @@ class MergePart {
   };
 
   MergeKeys::Key KeyOf(const SortedLine& line, const Source& source);
-  const SortedLine* TakeFollowing(const SortedLine* line, const SortedLine* end, const Source& source);
+  const SortedLine* TakeFollowing(const SortedLine* line, const SortedLine* end,
+                                  const Source& source);
   const SortedLine* TakeBatch(const SortedLine* line, const SortedLine* end, const Source& source);
   void TakeOther(const MergeLine& line, std::uint32_t place);
 

@@ -96,10 +96,9 @@ void ProfileMerge::AddOthers(std::span<const MergeLine> lines) {
   next_key_ = ids[lines.size() - 1] + 1;
 }
 
-void ProfileMerge::AddBlocks(const BlockSource& source, unsigned threads) {
-  constexpr std::size_t kPartsPerThread = 1;
+void ProfileMerge::AddBlocks(const BlockSource& source, const ThreadPlan& plan) {
   std::vector<MergePart> parts;
-  for (std::size_t part = 0; part < kPartsPerThread * threads; ++part) {
+  for (std::size_t part = 0; part < plan.threads; ++part) {
     parts.emplace_back(memory_);
   }
   std::uint32_t place = 0;
@@ -111,8 +110,8 @@ void ProfileMerge::AddBlocks(const BlockSource& source, unsigned threads) {
   }
   values_ = MergeValues(memory_);
   parts_ = std::move(parts);
-  SharedMerge shared(source, parts_, threads);
-  DoInOrder(shared, threads, SharedMerge::SlotsFor(threads));
+  SharedMerge shared(source, parts_, plan);
+  DoInOrder(shared, plan.threads, SharedMerge::SlotsFor(plan.threads));
 }
 
 std::size_t ProfileMerge::KeyCount() const {

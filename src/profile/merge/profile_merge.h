@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "parallel/thread_plan.h"
 #include "profile/merge/merge_line.h"
 #include "profile/merge/merge_values.h"
 #include "profile/merge/merged_lines.h"
@@ -30,8 +31,9 @@ class ProfileMerge {
 
   bool Empty() const { return KeyCount() == 0; }
 
-  /// Takes in the lines of all blocks of `source`, on as many threads. Nothing is added after that.
-  void AddBlocks(const BlockSource& source, unsigned threads);
+  /// Takes in the lines of all blocks of `source`, on as many threads as `plan` says.
+  /// Nothing is added after that.
+  void AddBlocks(const BlockSource& source, const ThreadPlan& plan);
 
   /// How many distinct keys there are.
   std::size_t KeyCount() const;

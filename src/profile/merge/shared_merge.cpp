@@ -31,8 +31,15 @@ class InWork {
 
 }  // namespace
 
-SharedMerge::SharedMerge(BlockSource source, std::vector<MergePart>& parts, unsigned threads)
-    : source_(std::move(source)), parts_(parts), heads_(threads), pieces_(SlotsFor(threads)) {}
+SharedMerge::SharedMerge(BlockSource source, std::vector<MergePart>& parts, const ThreadPlan& plan)
+    : source_(std::move(source)), parts_(parts), pieces_(SlotsFor(plan.threads)) {
+  for (unsigned thread = 0; thread < plan.threads; ++thread) {
+    heads_.emplace_back(plan.merge_names);
+  }
+  for (Lot& lot : lots_) {
+    lot.blocks.resize(std::size_t{plan.threads} * kLotBlocks);
+  }
+}
 
 // Pieces begin in this order: the blocks of lots 0 and 1, the parts that take lot 0, the blocks of
 // lot 2, the parts that take lot 1, and so on.
@@ -59,7 +66,7 @@ bool SharedMerge::BeginBlock(Piece& piece) {
   if (has_ended_) {
     return false;
   }
-  if (LotAt(filled_).IsFull()) {
+  if (IsFull(LotAt(filled_))) {
     if (filled_ > taken_) {
       return false;
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <mutex>
 #include <string_view>
@@ -8,12 +9,15 @@
 
 namespace ptick {
 
-/// The heads of keys that one of several threads has met, numbered. Few are kept: a profile has few
-/// of them, or they are of no use.
+/// The heads of keys that one of several threads has met, numbered. So it tells others of a line
+/// without its text. Most profiles have few heads; of many, only the first ones have numbers.
 class alignas(64) ThreadHeads {
  public:
   /// The number of a head that there is no room for.
-  static constexpr NameTable::Id kNone = 8192;
+  static constexpr NameTable::Id kNone = ~NameTable::Id{0};
+
+  /// There is room for `max` heads.
+  explicit ThreadHeads(std::size_t max) : max_(max) {}
 
   /// Returns the hash of a head and brings near what looking it up will touch. Called by one thread
   /// alone.
@@ -28,7 +32,7 @@ class alignas(64) ThreadHeads {
     if (const auto known = heads_.Find(head, hash)) {
       return *known;
     }
-    return heads_.size() < kNone ? Add(head, hash) : kNone;
+    return heads_.size() < max_ ? Add(head, hash) : kNone;
   }
 
   /// How many heads have numbers. Called by the same thread.
@@ -40,6 +44,7 @@ class alignas(64) ThreadHeads {
  private:
   NameTable::Id Add(std::string_view head, std::uint32_t hash);
 
+  std::size_t max_;
   mutable std::mutex mutex_;  ///< held to add, and to read from another thread
   NameTable heads_;
 };

@@ -1,0 +1,91 @@
+#include "profile/merge/shared_merge.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "profile/merge/profile_merge.h"
+#include "records/line_blocks.h"
+#include "support/profiles.h"
+
+namespace ptick {
+
+namespace {
+
+using testing::AddLines;
+using testing::LinesOf;
+
+/// Hands a text out in blocks of so many bytes or a few more.
+class TextBlocks {
+ public:
+  TextBlocks(std::string_view text, std::size_t size) : text_(text), size_(size) {}
+
+  std::string_view NextInto(ByteBuffer& block) {
+    const std::size_t end = size_ < text_.size() ? text_.find('\n', size_) + 1 : text_.size();
+    const std::string_view next = text_.substr(0, end);
+    text_.remove_prefix(end);
+    block = ByteBuffer(next.size() + kBlockPadding);
+    std::memset(block.data() + next.copy(block.data(), next.size()), 0, kBlockPadding);
+    return {block.data(), next.size()};
+  }
+
+ private:
+  std::string_view text_;
+  std::size_t size_;
+};
+
+// Trace lines of so many programs, two in a row of each, the second time in another order.
+std::string LinesOfPrograms(int programs) {
+  std::string text;
+  for (int i = 0; i < 2 * programs; ++i) {
+    const int program = i < programs ? i : i * 7 % programs;
+    const std::string start = "PROFILE:trace\tPROGRAM." + std::to_string(program) + "\t";
+    text += start + "7\t1\n" + start + "8\t" + std::to_string(i) + "\n";
+  }
+  return text;
+}
+
+TEST(SharedMerge, MergesLikeOneThread) {
+  struct Row {
+    std::string name;
+    std::string lines;
+    std::size_t block_size;
+  };
+  const std::string odd =
+      "PROFILE:trace\tA\t1\t2\nPROFILE:trace\tA\t1\t02\nPROFILE:trace\tA\t1\t1.5\n"
+      "PROFILE:starttime\t9\nPROFILE:trace\t\t1\t2\nno line\nPROFILE:trace\tA\tB\t1\t2\n";
+  const std::vector<Row> rows = {
+      {"no lines", "", 1},
+      {"one line", "PROFILE:ticks\t1\n", 1},
+      {"a program", LinesOfPrograms(1), 1},
+      {"odd lines", odd + LinesOfPrograms(50) + odd, 30},
+      {"many lots", LinesOfPrograms(2000), 40},
+      {"more programs than a thread knows", LinesOfPrograms(12000), 1000},
+  };
+  for (const Row& row : rows) {
+    const std::string first = "PROFILE:ticks\t1\n";
+    ProfileMerge alone;
+    AddLines(alone, first + row.lines);
+    const std::string want = LinesOf(alone);
+    for (const unsigned threads : {1U, 2U, 3U, 8U}) {
+      for (const std::size_t names : {0U, 1U, 8192U}) {
+        ThreadPlan plan;
+        plan.threads = threads;
+        plan.merge_names = names;
+        TextBlocks blocks(row.lines, row.block_size);
+        ProfileMerge merge;
+        AddLines(merge, first);
+        merge.AddBlocks([&blocks](ByteBuffer& block) { return blocks.NextInto(block); }, plan);
+        EXPECT_TRUE(LinesOf(merge) == want)
+            << row.name << ", " << threads << " threads, " << names << " names";
+      }
+    }
+  }
+}
+
+}  // namespace
+
+}  // namespace ptick
