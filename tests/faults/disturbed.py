@@ -10,6 +10,7 @@ import time
 from support.program import clean_environment
 
 PTICK_DYNAMIC = os.environ.get("PTICK_DYNAMIC", "build/dev/tests/ptick_dynamic")
+PTICK_THREADED = os.environ.get("PTICK_THREADED", "build/dev/tests/ptick_threaded")
 FAULT_PRELOAD = os.environ.get("FAULT_PRELOAD", "build/dev/tests/libfault_preload.so")
 LONGEST_RUN = 10  # seconds
 PR_SET_CHILD_SUBREAPER = 36

@@ -10,6 +10,7 @@
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <poll.h>
+#include <pthread.h>
 #include <sched.h>
 #include <sys/signalfd.h>
 #include <sys/socket.h>
@@ -17,6 +18,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
 #include <cstdarg>
 #include <cstddef>
@@ -45,7 +47,7 @@ struct Fault {
 };
 
 bool g_armed = false;
-long g_calls = 0;
+std::atomic<long> g_calls = 0;
 Fault g_fault = {};
 
 // Takes the text up to the next ':' off the front.
@@ -78,8 +80,8 @@ bool Strikes(const char* kind) {
   if (!g_armed || std::strcmp(kind, g_fault.Kind) != 0) {
     return false;
   }
-  ++g_calls;
-  if (g_calls != g_fault.Number && !(g_fault.AndAllAfter && g_calls > g_fault.Number)) {
+  const long call = ++g_calls;
+  if (call != g_fault.Number && !(g_fault.AndAllAfter && call > g_fault.Number)) {
     return false;
   }
   const long mark =
@@ -185,6 +187,14 @@ int open(const char* name, int flags, ...) {
 
 int clone(int (*function)(void*), void* stack, int flags, void* argument, ...) noexcept {
   return Strikes("clone") ? -1 : Real(&clone, "clone")(function, stack, flags, argument);
+}
+
+// It returns the error number.
+int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*function)(void*),
+                   void* argument) noexcept {
+  return Strikes("thread")
+             ? g_fault.Error
+             : Real(&pthread_create, "pthread_create")(thread, attributes, function, argument);
 }
 
 int pipe2(int* ends, int flags) noexcept {

@@ -12,7 +12,7 @@ import tempfile
 import threading
 import unittest
 
-from faults.disturbed import Stage, adopt_orphans
+from faults.disturbed import PTICK_DYNAMIC, PTICK_THREADED, Stage, adopt_orphans
 from faults.forms import FILES, FORMS, KEY_FILE, sizes_missing
 from support.ports import PortTest
 
@@ -20,6 +20,7 @@ SHORT = 0
 FILE_FORMS = ("source", "keys")
 COMMAND_FORMS = ("sizes", "keys")
 COMMAND_CALLS = ("clone", "pipe2")
+THREAD_FORMS = ("lines, threads", "merge, threads")
 PORT_FORMS = ("ports", "monitor on")
 
 # `error` is what the call gives, `then` "+" when all after it fail too; where it is `harmless`, the
@@ -27,8 +28,10 @@ PORT_FORMS = ("ports", "monitor on")
 Fault = collections.namedtuple("Fault", "kind error then harmless quick")
 
 FAULTS = [
-    Fault("malloc", errno.ENOMEM, "", False, ("source", "keys")),
-    Fault("malloc", errno.ENOMEM, "+", False, ("all, verbose", "ports")),
+    Fault("malloc", errno.ENOMEM, "", False, ("source", "keys", *THREAD_FORMS)),
+    Fault("malloc", errno.ENOMEM, "+", False, ("all, verbose", "ports", *THREAD_FORMS)),
+    Fault("thread", errno.EAGAIN, "", True, THREAD_FORMS),
+    Fault("thread", errno.EAGAIN, "+", True, THREAD_FORMS),
     Fault("read", errno.EIO, "", False, FILE_FORMS),
     Fault("read", errno.EINTR, "", True, ("source", "sizes")),
     Fault("read", SHORT, "", True, FILE_FORMS),
@@ -123,7 +126,11 @@ class Faults(PortTest):
             "PATH": os.path.join(self.folder, "bin") + ":" + os.environ["PATH"],
         }
         environment.update(form.environment)
-        return self.stage.run(form.arguments, fault, **environment)
+        program = PTICK_DYNAMIC
+        if form.threads:
+            program = PTICK_THREADED
+            environment.update(PTICK_TEST_THREADS=str(form.threads), PTICK_TEST_BLOCK="60")
+        return self.stage.run(form.arguments, fault, program, **environment)
 
     def disturb(self, fault, name):
         """Lets the fault happen in every place of a form, one after the other; returns in how many

@@ -113,7 +113,10 @@ def switch_error(_clean, run):
     return error and run.status == int(error[1])
 
 
-Form = collections.namedtuple("Form", "arguments may_give environment", defaults=(no_result, {}))
+# `threads`: by the program that shares all work, however little it is.
+Form = collections.namedtuple(
+    "Form", "arguments may_give environment threads", defaults=(no_result, {}, 0)
+)
 
 FORMS = {
     "lines": Form(["run1"]),
@@ -129,6 +132,9 @@ FORMS = {
     "source": Form(["-n", "-fsrc", "-flib", "run1"], source_missing),
     "source list": Form(["-Fsources", "run1"], source_missing),
     "merge": Form(["-n", "run1", "run2"], either(one_of_two, none_of_two)),
+    "lines, threads": Form(["run1"], threads=3),
+    "programs, threads": Form(["-n", "run1"], threads=2),
+    "merge, threads": Form(["-n", "run1", "run2"], either(one_of_two, none_of_two), threads=3),
     "keys": Form([f"-k{KEY_FILE}", "run1"]),
     "keys, rates": Form(
         [f"-tk{KEY_FILE}", "run1"], other_account, {"MAVRO_ACCOUNT": None, "LOGNAME": "somebody"}
