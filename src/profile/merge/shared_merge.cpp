@@ -6,31 +6,6 @@
 
 namespace ptick {
 
-namespace {
-
-/// A piece of work counts as in work until the end of the scope.
-class InWork {
- public:
-  InWork(std::mutex& mutex, std::condition_variable& done, std::size_t& pieces)
-      : mutex_(mutex), done_(done), pieces_(pieces) {}
-  InWork(const InWork&) = delete;
-  InWork& operator=(const InWork&) = delete;
-  ~InWork() {
-    {
-      const std::scoped_lock lock(mutex_);
-      --pieces_;
-    }
-    done_.notify_all();
-  }
-
- private:
-  std::mutex& mutex_;
-  std::condition_variable& done_;
-  std::size_t& pieces_;
-};
-
-}  // namespace
-
 SharedMerge::SharedMerge(BlockSource source, std::vector<MergePart>& parts, const ThreadPlan& plan)
     : source_(std::move(source)), parts_(parts), pieces_(SlotsFor(plan.threads)) {
   for (unsigned thread = 0; thread < plan.threads; ++thread) {
@@ -89,7 +64,7 @@ bool SharedMerge::BeginBlock(Piece& piece) {
 }
 
 // Its blocks must have been sorted, and the parts must have taken the lot before. False where no
-// lot is left.
+// lot is left, and where one of those has failed: what it left is not for others.
 bool SharedMerge::BeginToTake() {
   if (taken_ > filled_ || LotAt(taken_).block_count == 0) {
     return false;
@@ -97,6 +72,9 @@ bool SharedMerge::BeginToTake() {
   Lot& lot = LotAt(taken_);
   std::unique_lock lock(mutex_);
   done_.wait(lock, [&] { return lot.in_work + (taken_ > 0 ? LotAt(taken_ - 1).in_work : 0) == 0; });
+  if (has_failed_) {
+    return false;
+  }
   lot.parts.resize(parts_.size());
   std::iota(lot.parts.begin(), lot.parts.end(), std::size_t{0});
   parts_to_take_ = parts_.size();
@@ -110,7 +88,25 @@ void SharedMerge::CountAsInWork(Lot& lot) {
 
 void SharedMerge::Do(std::size_t slot, unsigned thread) {
   const Piece& piece = pieces_[slot];
-  const InWork in_work(mutex_, done_, piece.lot->in_work);
+  try {
+    DoPiece(piece, thread);
+  } catch (...) {
+    EndPiece(*piece.lot, true);
+    throw;
+  }
+  EndPiece(*piece.lot, false);
+}
+
+void SharedMerge::EndPiece(Lot& lot, bool has_failed) {
+  {
+    const std::scoped_lock lock(mutex_);
+    --lot.in_work;
+    has_failed_ = has_failed_ || has_failed;
+  }
+  done_.notify_all();
+}
+
+void SharedMerge::DoPiece(const Piece& piece, unsigned thread) {
   if (piece.block != nullptr) {
     piece.block->thread = thread;
     SortByParts(*piece.block, parts_.size(), heads_[thread]);

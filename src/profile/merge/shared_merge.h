@@ -65,6 +65,8 @@ class SharedMerge final : public PieceWork {
   bool BeginBlock(Piece& piece);
   bool BeginToTake();
   void CountAsInWork(Lot& lot);
+  void DoPiece(const Piece& piece, unsigned thread);
+  void EndPiece(Lot& lot, bool has_failed);
   std::size_t ChoosePart(Lot& lot, unsigned thread);
 
   BlockSource source_;
@@ -77,7 +79,8 @@ class SharedMerge final : public PieceWork {
   bool has_ended_ = false;
   std::vector<Piece> pieces_;  ///< by slot
 
-  std::mutex mutex_;  ///< guards what lots say of their pieces and parts
+  std::mutex mutex_;  ///< guards what follows, and what lots say of their pieces and parts
+  bool has_failed_ = false;
   std::condition_variable done_;
 };
 

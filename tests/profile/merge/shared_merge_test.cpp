@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstring>
+#include <memory_resource>
+#include <new>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -84,6 +87,47 @@ TEST(SharedMerge, MergesLikeOneThread) {
       }
     }
   }
+}
+
+/// Has no memory from one allocation on.
+class ScarceMemory final : public std::pmr::memory_resource {
+ public:
+  explicit ScarceMemory(int allocations) : left_(allocations) {}
+
+ private:
+  void* do_allocate(std::size_t bytes, std::size_t alignment) override {
+    if (left_-- <= 0) {
+      throw std::bad_alloc();
+    }
+    return std::pmr::new_delete_resource()->allocate(bytes, alignment);
+  }
+  void do_deallocate(void* memory, std::size_t bytes, std::size_t alignment) override {
+    std::pmr::new_delete_resource()->deallocate(memory, bytes, alignment);
+  }
+  bool do_is_equal(const std::pmr::memory_resource& other) const noexcept override {
+    return this == &other;
+  }
+
+  std::atomic<int> left_;
+};
+
+TEST(SharedMerge, ThrowsWhereThereIsNoMemory) {
+  const std::string lines = LinesOfPrograms(2000);
+  int failures = 0;
+  for (int allocations = 1; allocations < 80; ++allocations) {
+    ScarceMemory memory(allocations);
+    ThreadPlan plan;
+    plan.threads = 3;
+    TextBlocks blocks(lines, 100);
+    try {
+      ProfileMerge merge(&memory);
+      merge.AddBlocks([&blocks](ByteBuffer& block) { return blocks.NextInto(block); }, plan);
+    } catch (const std::bad_alloc&) {
+      ++failures;
+    }
+  }
+  EXPECT_GT(failures, 10);
+  EXPECT_LT(failures, 79) << "with enough memory it is done";
 }
 
 }  // namespace
