@@ -19,14 +19,16 @@
 
 namespace ptick {
 
-// Nearly all lines are in the usual form of their type, most of them trace lines.
+// Nearly all lines are in the usual form of their type, most of them trace lines. Nothing that the
+// loop needs for those is read from memory that an entry may be written to.
 bool RecordParser::ParseBlock(std::string_view block) {
   const char* line = block.data();
   const char* const end = line + block.size();
+  TickTable& details = tables_.Details;
+  std::int64_t line_no = line_no_;
   while (line != end) {
-    ++line_no_;
+    ++line_no;
     if (const TraceLine trace = ScanTraceLine(line); trace.next != nullptr) {
-      TickTable& details = tables_.Details;
       details.Add(details.Programs().Intern(trace.program), trace.line, trace.ticks);
       line = trace.next;
       continue;
@@ -37,6 +39,7 @@ bool RecordParser::ParseBlock(std::string_view block) {
     }
     const LineEnd line_end = FindLineEnd(line);
     const std::string_view text(line, static_cast<std::size_t>(line_end.at - line));
+    line_no_ = line_no;
     const bool is_valid = line_end.has_empty_field ? ParseLine(Trim(text, '\t')) : ParseLine(text);
     if (!is_valid) {
       usual_lines_.AddWaiting();
@@ -44,6 +47,7 @@ bool RecordParser::ParseBlock(std::string_view block) {
     }
     line = line_end.at + 1;
   }
+  line_no_ = line_no;
   usual_lines_.AddWaiting();
   return true;
 }
