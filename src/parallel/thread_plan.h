@@ -14,6 +14,7 @@ struct ThreadPlan {
 
   /// So many bytes of a record are read before further threads are started.
   std::size_t bytes_alone = std::size_t{1} << 20U;
+  std::size_t block_size_alone = std::size_t{256} * 1024;  ///< of the text that one thread reads
   std::size_t block_size = std::size_t{512} * 1024;  ///< of the text that a thread takes at a time
 
   /// The same for a merge, where many blocks wait for each other.
