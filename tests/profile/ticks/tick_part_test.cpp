@@ -24,12 +24,12 @@ struct Texts {
 };
 
 Texts RandomTexts(std::mt19937& random) {
-  static const std::vector<std::string> kTicks = {"0",    "1",    "1",    "2",         "007",
-                                                  "4095", "4096", "5000", "-3",        "",
-                                                  "x",    "1.50", "2e9",  "4294967296"};
-  static const std::vector<std::string> kLines = {"1", "2", "3", "007", "", "x", "4294967295"};
-  return {std::string(1, static_cast<char>('A' + random() % 9)), kLines[random() % kLines.size()],
-          kTicks[random() % kTicks.size()]};
+  static const std::vector<std::string> ticks = {"0",    "1",    "1",    "2",         "007",
+                                                 "4095", "4096", "5000", "-3",        "",
+                                                 "x",    "1.50", "2e9",  "4294967296"};
+  static const std::vector<std::string> lines = {"1", "2", "3", "007", "", "x", "4294967295"};
+  return {std::string(1, static_cast<char>('A' + random() % 9)), lines[random() % lines.size()],
+          ticks[random() % ticks.size()]};
 }
 
 std::string NamesOf(const TickTable& table) {
