@@ -98,27 +98,23 @@ class SharedKeys final : public PieceWork {
         TakeKeys(walk, share.traces, [&](std::string_view lines, std::int64_t before) {
           TakeTraceLines(lines, share.ticks.Table(), share.others);
           for (const LineRange& other : share.others) {
-            piece.others.push_back(
-                {piece.text.size(), other.lines.size(), before + other.lines_before});
+            piece.others.push_back({other.lines, before + other.lines_before});
             piece.text += other.lines;
           }
         });
     piece.text.append(kBlockPadding, '\0');
+    const char* lines = piece.text.data();  // which has grown to its end only now
+    for (LineRange& other : piece.others) {
+      other.lines = {lines, other.lines.size()};
+      lines += other.lines.size();
+    }
     share.ticks.EndRun(piece.run);
   }
 
   bool Finish(std::size_t slot) override {
     const Piece& piece = pieces_[slot];
-    const std::int64_t before = parser_.LineNo();
-    for (const Lines& lines : piece.others) {
-      parser_.SetLineNo(before + lines.lines_before);
-      if (!parser_.ParseBlock(std::string_view(piece.text).substr(lines.begin, lines.size))) {
-        has_problem_ = true;
-        return false;
-      }
-    }
-    parser_.SetLineNo(before + piece.line_count);
-    return true;
+    has_problem_ = !parser_.ParseOthers(piece.others, piece.line_count);
+    return !has_problem_;
   }
 
   bool HasProblem() const { return has_problem_; }
@@ -138,20 +134,13 @@ class SharedKeys final : public PieceWork {
   static constexpr std::size_t kKeys = std::size_t{1} << 13U;
   static constexpr std::size_t kLots = 4;
 
-  /// Lines of a piece's text that follow each other.
-  struct Lines {
-    std::size_t begin;
-    std::size_t size;
-    std::int64_t lines_before;  ///< of the piece
-  };
-
   struct Piece {
     std::size_t begin_lot = 0;
     std::size_t end_lot = 0;
     std::uint32_t run = 0;
     std::int64_t line_count = 0;
     std::string text;  ///< of the lines that are no trace entries
-    std::vector<Lines> others;
+    std::vector<LineRange> others;
   };
 
   /// What one thread has, on cache lines of its own.

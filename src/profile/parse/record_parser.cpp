@@ -52,6 +52,18 @@ bool RecordParser::ParseBlock(std::string_view block) {
   return true;
 }
 
+bool RecordParser::ParseOthers(std::span<const LineRange> others, std::int64_t line_count) {
+  const std::int64_t before = line_no_;
+  for (const LineRange& other : others) {
+    line_no_ = before + other.lines_before;
+    if (!ParseBlock(other.lines)) {
+      return false;
+    }
+  }
+  line_no_ = before + line_count;
+  return true;
+}
+
 // `profile_line` is trimmed: no TAB is at its ends or next to another.
 bool RecordParser::ParseLine(std::string_view profile_line) {
   if (!profile_line.starts_with(kProfilePrefix)) {

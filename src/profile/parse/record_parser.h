@@ -2,9 +2,11 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string_view>
 
 #include "profile/parse/read_options.h"
+#include "profile/parse/trace_lines.h"
 #include "profile/parse/usual_lines.h"
 #include "profile/scan/tab_fields.h"
 #include "profile/tables/profile_tables.h"
@@ -25,11 +27,13 @@ class RecordParser {
   /// type, and Problem tells which.
   bool ParseBlock(std::string_view block);
 
+  /// The same for the lines that TakeTraceLines left of a block of `line_count` lines.
+  bool ParseOthers(std::span<const LineRange> others, std::int64_t line_count);
+
   /// As ReadProblem says, without a name.
   const ReadProblem& Problem() const { return problem_; }
 
-  /// The number of the line that came last. It can be set where lines were taken by others.
-  std::int64_t LineNo() const { return line_no_; }
+  /// Sets the number of the line that came last, where lines were taken by others.
   void SetLineNo(std::int64_t line_no) { line_no_ = line_no; }
 
  private:

@@ -37,16 +37,8 @@ class SharedParse final : public PieceWork {
 
   bool Finish(std::size_t slot) override {
     const Block& block = slots_[slot];
-    const std::int64_t before = parser_.LineNo();
-    for (const LineRange& other : block.others) {
-      parser_.SetLineNo(before + other.lines_before);
-      if (!parser_.ParseBlock(other.lines)) {
-        has_problem_ = true;
-        return false;
-      }
-    }
-    parser_.SetLineNo(before + block.line_count);
-    return true;
+    has_problem_ = !parser_.ParseOthers(block.others, block.line_count);
+    return !has_problem_;
   }
 
   bool HasProblem() const { return has_problem_; }
