@@ -11,22 +11,18 @@
 #include <cmath>
 #include <numbers>
 
+#include "compare/boost_policy.h"
+
 namespace ptick::compare {
 
 namespace {
 
-// Long doubles would take many times as long, for digits that nobody reads. A sum of tiny outcomes
-// is 0 where it is below what doubles hold.
-namespace policies = boost::math::policies;
-using Policy = policies::policy<policies::promote_double<false>,
-                                policies::underflow_error<policies::ignore_error>,
-                                policies::evaluation_error<policies::ignore_error>>;
-using Binomial = boost::math::binomial_distribution<double, Policy>;
+using Binomial = boost::math::binomial_distribution<double, BoostPolicy>;
 
 constexpr double kMostForBoost = 1e6;
 
 // log(1 + x) - x
-double LogLessItself(double x) { return boost::math::log1pmx(x, Policy()); }
+double LogLessItself(double x) { return boost::math::log1pmx(x, BoostPolicy()); }
 
 // a * b - c * d, rounded once.
 double DifferenceOfProducts(double a, double b, double c, double d) {

@@ -3,15 +3,13 @@
 #include <boost/math/distributions/students_t.hpp>
 #include <cmath>
 
+#include "compare/boost_policy.h"
+
 namespace ptick::compare {
 
 namespace {
 
-namespace policies = boost::math::policies;
-using Policy = policies::policy<policies::promote_double<false>,
-                                policies::underflow_error<policies::ignore_error>,
-                                policies::evaluation_error<policies::ignore_error>>;
-using StudentsT = boost::math::students_t_distribution<double, Policy>;
+using StudentsT = boost::math::students_t_distribution<double, BoostPolicy>;
 
 }  // namespace
 
