@@ -5,7 +5,8 @@ import os
 import re
 import unittest
 
-from support.program import SOURCE_DIR, ProgramTest
+from support import completions
+from support.program import SOURCE_DIR
 from support.shells import Shell
 
 LETTERS = "ajfFiknopstuvA"
@@ -75,11 +76,11 @@ def meanings(name, pattern):
         return dict(re.findall(pattern, file.read(), re.MULTILINE))
 
 
-class CompletionsTest(ProgramTest):
+class PtickCompletionsTest(completions.CompletionsTest):
+    files = ("run1", "run2", "keys.txt", "examples/orders/sources", "my dir/file one")
+
     def setUp(self):
         super().setUp()
-        for name in ("run1", "run2", "keys.txt", "examples/orders/sources", "my dir/file one"):
-            self.write("work/" + name, "")
         for name in ("src", "lib"):
             os.mkdir(os.path.join(self.folder, "work/examples/orders", name))
 
@@ -91,18 +92,6 @@ class CompletionsTest(ProgramTest):
         self.assertEqual(0, shell.close())
         self.assertEqual(TYPED, typed)
         self.assertEqual(rows, offered)
-
-    def test_bash(self):
-        self.check("bash")
-
-    def test_bash_without_the_package_bash_completion(self):
-        self.check("bash alone")
-
-    def test_zsh(self):
-        self.check("zsh")
-
-    def test_fish(self):
-        self.check("fish")
 
     def test_meanings_are_those_of_the_usage(self):
         text = self.run_ptick("-h").err.decode()
