@@ -30,6 +30,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   plan.threads = static_cast<unsigned>(input.TakeBetween(2, 8));
   plan.bytes_alone = input.TakeByte();
   plan.block_size = plan.merge_block_size = std::size_t{1} + input.TakeByte();
+  plan.smallest_range = std::size_t{1} + input.TakeByte();
+  plan.largest_range = 2 * plan.smallest_range;
   const std::uint8_t few = input.TakeByte();
   plan.rows_alone = few % 8U;
   plan.merge_names = few / 8U % 8U;

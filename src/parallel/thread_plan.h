@@ -14,10 +14,13 @@ struct ThreadPlan {
 
   /// So many bytes of a record are read before further threads are started.
   std::size_t bytes_alone = std::size_t{1} << 20U;
-  std::size_t block_size_alone = std::size_t{256} * 1024;  ///< of the text that one thread reads
-  std::size_t block_size = std::size_t{512} * 1024;  ///< of the text that a thread takes at a time
+  std::size_t block_size = std::size_t{256} * 1024;  ///< of the text that is read at a time
 
-  /// The same for a merge, where many blocks wait for each other.
+  /// So much of a regular file a thread takes at a time.
+  std::size_t smallest_range = std::size_t{256} * 1024;
+  std::size_t largest_range = std::size_t{2} * 1024 * 1024;
+
+  /// The size of blocks in a merge, where many of them wait for each other.
   std::size_t merge_block_size = std::size_t{64} * 1024;
   std::size_t merge_names = std::size_t{1} << 13U;  ///< that each thread of a merge knows by number
 

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <span>
@@ -9,7 +10,7 @@
 
 namespace ptick {
 
-/// A record opened for reading, front to back, once.
+/// A record opened for reading, front to back, once; a regular file also at any place.
 class RecordReader {
  public:
   RecordReader() = default;
@@ -23,6 +24,17 @@ class RecordReader {
 
   /// The system's error number for a Read that failed.
   virtual int Error() const { return EIO; }
+
+  /// The number of bytes, where ReadAt can be called: in a regular file.
+  virtual std::optional<std::uint64_t> Size() const { return std::nullopt; }
+
+  /// Reads at a place as Read does, wherever Read has come to. When that fails, `error` gets the
+  /// system's error number. Several threads may call it at once.
+  virtual std::optional<std::size_t> ReadAt(std::uint64_t /*place*/, std::span<char> /*block*/,
+                                            int& error) const {
+    error = ESPIPE;
+    return std::nullopt;
+  }
 
   /// Whether opening the record again gives the same bytes from the front: not so for a pipe.
   virtual bool CanBeReadAgain() const { return true; }

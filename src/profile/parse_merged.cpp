@@ -10,7 +10,7 @@
 
 #include "parallel/piece_work.h"
 #include "profile/parse/record_parser.h"
-#include "profile/parse/trace_lines.h"
+#include "profile/parse/shared_lines.h"
 #include "profile/ticks/tick_part.h"
 #include "profile/trace_keys.h"
 #include "records/line_blocks.h"
@@ -66,67 +66,35 @@ std::optional<ReadProblem> ParseAlone(const MergedKeys& keys, const ReadOptions&
 }
 
 /// Lots of keys as pieces of work.
-class SharedKeys final : public PieceWork {
+class SharedKeys final : public SharedLines {
  public:
   SharedKeys(const MergedKeys& keys, RecordParser& parser, unsigned threads)
-      : keys_(keys), parser_(parser), pieces_(SlotsFor(threads)) {
+      : SharedLines(parser, threads), keys_(keys), pieces_(SlotsFor(threads)) {
     for (unsigned thread = 0; thread < threads; ++thread) {
-      shares_.push_back(std::make_unique<Share>(keys));
+      traces_.push_back(std::make_unique<TraceKeys>(keys, Ticks(thread)));
     }
   }
 
   bool Begin(std::size_t slot) override {
-    Piece& piece = pieces_[slot];
-    piece.begin_lot = next_lot_;
+    Lots& lots = pieces_[slot];
+    lots.begin = next_lot_;
     const std::size_t before = keys_.CountBefore(next_lot_);
-    while (next_lot_ < keys_.LotCount() && next_lot_ < piece.begin_lot + kLots &&
+    while (next_lot_ < keys_.LotCount() && next_lot_ < lots.begin + kLots &&
            keys_.CountBefore(next_lot_) - before < kKeys) {
       ++next_lot_;
     }
-    piece.end_lot = next_lot_;
-    piece.run = ++runs_;
-    return piece.begin_lot < piece.end_lot;
+    lots.end = next_lot_;
+    BeginPiece(slot);
+    return lots.begin < lots.end;
   }
 
   void Do(std::size_t slot, unsigned thread) override {
-    Piece& piece = pieces_[slot];
-    Share& share = *shares_[thread];
-    piece.text.clear();
-    piece.others.clear();
-    const MergedKeys::Walk walk(keys_, piece.begin_lot, piece.end_lot);
-    piece.line_count =
-        TakeKeys(walk, share.traces, [&](std::string_view lines, std::int64_t before) {
-          TakeTraceLines(lines, share.ticks.Table(), share.others);
-          for (const LineRange& other : share.others) {
-            piece.others.push_back({other.lines, before + other.lines_before});
-            piece.text += other.lines;
-          }
-        });
-    piece.text.append(kBlockPadding, '\0');
-    const char* lines = piece.text.data();  // which has grown to its end only now
-    for (LineRange& other : piece.others) {
-      other.lines = {lines, other.lines.size()};
-      lines += other.lines.size();
-    }
-    share.ticks.EndRun(piece.run);
-  }
-
-  bool Finish(std::size_t slot) override {
-    const Piece& piece = pieces_[slot];
-    has_problem_ = !parser_.ParseOthers(piece.others, piece.line_count);
-    return !has_problem_;
-  }
-
-  bool HasProblem() const { return has_problem_; }
-
-  /// The trace entries, one part per thread.
-  std::vector<TickPart> TakeTicks() {
-    std::vector<TickPart> parts;
-    parts.reserve(shares_.size());
-    for (const std::unique_ptr<Share>& share : shares_) {
-      parts.push_back(std::move(share->ticks));
-    }
-    return parts;
+    const Lots& lots = pieces_[slot];
+    const MergedKeys::Walk walk(keys_, lots.begin, lots.end);
+    const auto take = [&](std::string_view lines, std::int64_t before) {
+      TakeLines(slot, thread, lines, before);
+    };
+    EndPiece(slot, thread, TakeKeys(walk, *traces_[thread], take));
   }
 
  private:
@@ -134,31 +102,15 @@ class SharedKeys final : public PieceWork {
   static constexpr std::size_t kKeys = std::size_t{1} << 13U;
   static constexpr std::size_t kLots = 4;
 
-  struct Piece {
-    std::size_t begin_lot = 0;
-    std::size_t end_lot = 0;
-    std::uint32_t run = 0;
-    std::int64_t line_count = 0;
-    std::string text;  ///< of the lines that are no trace entries
-    std::vector<LineRange> others;
-  };
-
-  /// What one thread has, on cache lines of its own.
-  struct alignas(64) Share {
-    explicit Share(const MergedKeys& keys) : traces(keys, ticks.Table()) {}
-
-    TickPart ticks;
-    TraceKeys traces;
-    std::vector<LineRange> others;
+  struct Lots {
+    std::size_t begin = 0;
+    std::size_t end = 0;
   };
 
   const MergedKeys& keys_;
-  RecordParser& parser_;
   std::size_t next_lot_ = 0;
-  std::uint32_t runs_ = 0;
-  bool has_problem_ = false;
-  std::vector<Piece> pieces_;                   ///< by slot
-  std::vector<std::unique_ptr<Share>> shares_;  ///< by thread
+  std::vector<Lots> pieces_;                        ///< by slot
+  std::vector<std::unique_ptr<TraceKeys>> traces_;  ///< by thread, each in memory of its own
 };
 
 }  // namespace

@@ -127,9 +127,11 @@ void MergeBlocks(InputBlocks& blocks, const ThreadPlan& threads, ProfileMerge& m
 
 std::optional<ReadProblem> ReadProfile(std::unique_ptr<RecordReader> record, std::string_view name,
                                        const ReadOptions& options, ProfileTables& tables) {
-  const ThreadPlan& plan = options.threads;
-  RecordBlocks lines(std::move(record), plan.threads > 1 ? plan.block_size : plan.block_size_alone);
+  RecordBlocks lines(std::move(record), options.threads.block_size);
   std::optional<ReadProblem> problem = ParseRecordLines(lines, options, tables);
+  if (problem && problem->kind == ReadProblem::Kind::kCannotReadRecord) {
+    return UnreadableRecord(name, problem->error);
+  }
   while (problem && !lines.Next().empty()) {
     // A profile that cannot be read to its end is that, whatever its first part holds.
   }
@@ -174,7 +176,7 @@ MergedProfile MergeProfileFiles(const std::vector<std::string>& names, RecordFil
   for (;;) {
     MergedProfile merged{ProfileMerge(memory), "", false};
     InputBlocks blocks(inputs, files, tell,
-                       threads.threads > 1 ? threads.merge_block_size : threads.block_size_alone);
+                       threads.threads > 1 ? threads.merge_block_size : threads.block_size);
     MergeBlocks(blocks, threads, merged.merge);
     merged.first_name = blocks.FirstName();
     merged.is_broken = blocks.HasBrokenOff() && blocks.IsSpent();

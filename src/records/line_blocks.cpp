@@ -69,6 +69,13 @@ std::string_view RecordBlocks::NextInto(ByteBuffer& block) {
   return next;
 }
 
+void RecordBlocks::StartOver(std::unique_ptr<RecordReader> record) {
+  record_ = std::move(record);
+  begin_ = end_ = 0;
+  read_ = 0;
+  at_end_ = failed_ = false;
+}
+
 // Moves the unfinished line to the front of the buffer and reads more after it; false at the end or
 // on a failure.
 bool RecordBlocks::ReadMore() {
@@ -87,6 +94,7 @@ bool RecordBlocks::ReadMore() {
     failed_ = !size;
     return false;
   }
+  read_ += *size;
   char* fresh = buffer_.data() + end_;
   TurnFieldMarksIntoLineEnds(fresh, fresh + *size);
   end_ += *size;

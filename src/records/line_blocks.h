@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string_view>
 
@@ -39,6 +40,14 @@ class RecordBlocks final : public LineBlocks {
   /// valid as long as that.
   std::string_view NextInto(ByteBuffer& block);
 
+  /// Goes on with another record, in the same memory.
+  void StartOver(std::unique_ptr<RecordReader> record);
+
+  /// Where in the record the lines begin that have not been handed out.
+  std::uint64_t Place() const { return read_ - (end_ - begin_); }
+
+  const RecordReader& Record() const { return *record_; }
+
   /// Whether reading failed before the end; Next has returned an empty block then.
   bool Failed() const { return failed_; }
 
@@ -55,6 +64,7 @@ class RecordBlocks final : public LineBlocks {
   ByteBuffer buffer_;
   std::size_t begin_ = 0;  ///< of what has been read but not handed out
   std::size_t end_ = 0;
+  std::uint64_t read_ = 0;  ///< bytes of the record
   bool at_end_ = false;
   bool failed_ = false;
 };

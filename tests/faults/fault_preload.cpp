@@ -158,6 +158,14 @@ ssize_t read(int fd, void* buffer, std::size_t size) {
   return ::syscall(SYS_read, fd, buffer, strikes ? Part(size) : size);
 }
 
+ssize_t pread(int fd, void* buffer, std::size_t size, off_t offset) {
+  const bool strikes = Strikes("pread");
+  if (strikes && g_fault.Error != 0) {
+    return -1;
+  }
+  return ::syscall(SYS_pread64, fd, buffer, strikes ? Part(size) : size, offset);
+}
+
 ssize_t write(int fd, const void* buffer, std::size_t size) {
   const bool strikes = Strikes("write");
   if (strikes && g_fault.Error != 0) {

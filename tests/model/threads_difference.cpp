@@ -37,9 +37,10 @@ std::string ThreadsDifference(const ThreadsRun& run, const ThreadPlan& plan) {
 
 std::string PlanText(const ThreadPlan& plan) {
   return "threads " + std::to_string(plan.threads) + ", alone " + std::to_string(plan.bytes_alone) +
-         ", blocks " + std::to_string(plan.block_size) + ", names " +
-         std::to_string(plan.merge_names) + ", rows alone " + std::to_string(plan.rows_alone) +
-         ", batches " + std::to_string(plan.batch_rows) + "\n";
+         ", blocks " + std::to_string(plan.block_size) + ", ranges " +
+         std::to_string(plan.smallest_range) + " to " + std::to_string(plan.largest_range) +
+         ", names " + std::to_string(plan.merge_names) + ", rows alone " +
+         std::to_string(plan.rows_alone) + ", batches " + std::to_string(plan.batch_rows) + "\n";
 }
 
 }  // namespace ptick::model

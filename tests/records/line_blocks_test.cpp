@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -105,6 +106,29 @@ TEST(RecordBlocks, KnowNothingOfAFailureAhead) {
   RecordBlocks blocks(std::make_unique<TextRecord>("a\n", 100, TextRecord::End::kFails));
   EXPECT_EQ(blocks.Next(), "a\n");
   EXPECT_FALSE(blocks.Failed());
+}
+
+TEST(RecordBlocks, KnowWhereTheNextLinesBegin) {
+  for (const std::size_t piece : kPieces) {
+    RecordBlocks blocks(std::make_unique<TextRecord>("ab\ncde\nf", piece), 3);
+    EXPECT_EQ(blocks.Place(), 0U);
+    std::uint64_t place = 0;
+    for (auto block = blocks.Next(); !block.empty() && block != "f\n"; block = blocks.Next()) {
+      place += block.size();
+      EXPECT_EQ(blocks.Place(), place) << "in pieces of " << piece;
+    }
+    EXPECT_EQ(blocks.Place(), 8U) << "in pieces of " << piece;
+  }
+}
+
+TEST(RecordBlocks, StartOverWithAnotherRecord) {
+  RecordBlocks blocks(std::make_unique<TextRecord>("ab\ncd", 2, TextRecord::End::kFails), 4);
+  EXPECT_EQ(Collect(blocks).text, "ab\n");
+  EXPECT_TRUE(blocks.Failed());
+  blocks.StartOver(std::make_unique<TextRecord>("e\nf", 1));
+  EXPECT_FALSE(blocks.Failed());
+  EXPECT_EQ(blocks.Place(), 0U);
+  EXPECT_EQ(Collect(blocks).text, "e\nf\n");
 }
 
 }  // namespace

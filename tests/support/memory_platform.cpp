@@ -25,16 +25,36 @@ class MemoryReader final : public RecordReader {
     if (fails_after_ && position_ >= *fails_after_) {
       return std::nullopt;
     }
-    const std::size_t end = std::min(fails_after_.value_or(text_.size()), text_.size());
-    const std::size_t count = std::min({block.size(), block_size_, end - position_});
-    std::copy_n(text_.begin() + static_cast<std::ptrdiff_t>(position_), count, block.begin());
+    const std::size_t count = Copy(position_, block);
     position_ += count;
     return count;
+  }
+
+  std::optional<std::uint64_t> Size() const override {
+    return is_pipe_ ? std::nullopt : std::optional<std::uint64_t>(text_.size());
+  }
+
+  std::optional<std::size_t> ReadAt(std::uint64_t place, std::span<char> block,
+                                    int& error) const override {
+    if (fails_after_ && place >= *fails_after_) {
+      error = EIO;
+      return std::nullopt;
+    }
+    return Copy(static_cast<std::size_t>(place), block);
   }
 
   bool CanBeReadAgain() const override { return !is_pipe_; }
 
  private:
+  // Returns how many bytes one read gives at a place.
+  std::size_t Copy(std::size_t place, std::span<char> block) const {
+    const std::size_t end = std::min(fails_after_.value_or(text_.size()), text_.size());
+    const std::size_t count = std::min({block.size(), block_size_, end - std::min(place, end)});
+    std::copy_n(text_.begin() + static_cast<std::ptrdiff_t>(std::min(place, end)), count,
+                block.begin());
+    return count;
+  }
+
   std::string text_;
   std::optional<std::size_t> fails_after_;
   bool is_pipe_;

@@ -22,6 +22,7 @@ int main(int argc, char** argv) {
   plan.threads = static_cast<unsigned>(FromEnvironment("PTICK_TEST_THREADS"));
   plan.bytes_alone = 0;
   plan.block_size = plan.merge_block_size = FromEnvironment("PTICK_TEST_BLOCK");
+  plan.smallest_range = plan.largest_range = 3 * plan.block_size;
   plan.merge_names = 2;
   plan.rows_alone = 0;
   plan.batch_rows = 3;

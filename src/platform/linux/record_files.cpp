@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <utility>
@@ -55,23 +56,44 @@ std::optional<mode_t> ModeOf(const UniqueFd& fd) {
   return status.st_mode;
 }
 
+// Calls until no signal comes in between. Nothing, and the error number, when the call fails.
+template <typename Call>
+std::optional<std::size_t> ReadBy(const Call& call, int& error) {
+  ssize_t got = 0;
+  do {
+    got = call();
+  } while (got < 0 && errno == EINTR);
+  if (got < 0) {
+    error = errno;
+    return std::nullopt;
+  }
+  return static_cast<std::size_t>(got);
+}
+
 class LinuxRecordReader final : public RecordReader {
  public:
   LinuxRecordReader(UniqueFd fd, bool is_regular) : fd_(std::move(fd)), is_regular_(is_regular) {}
 
   std::optional<std::size_t> Read(std::span<char> block) override {
-    ssize_t got = 0;
-    do {
-      got = ::read(fd_.Get(), block.data(), block.size());
-    } while (got < 0 && errno == EINTR);
-    if (got < 0) {
-      error_ = errno;
-      return std::nullopt;
-    }
-    return static_cast<std::size_t>(got);
+    return ReadBy([&] { return ::read(fd_.Get(), block.data(), block.size()); }, error_);
   }
 
   int Error() const override { return error_; }
+
+  std::optional<std::uint64_t> Size() const override {
+    struct stat status = {};
+    if (!is_regular_ || ::fstat(fd_.Get(), &status) != 0) {
+      return std::nullopt;
+    }
+    return static_cast<std::uint64_t>(status.st_size);
+  }
+
+  std::optional<std::size_t> ReadAt(std::uint64_t place, std::span<char> block,
+                                    int& error) const override {
+    const auto offset = static_cast<off_t>(place);
+    return ReadBy([&] { return ::pread(fd_.Get(), block.data(), block.size(), offset); }, error);
+  }
+
   bool CanBeReadAgain() const override { return is_regular_; }
 
  private:

@@ -52,16 +52,14 @@ bool RecordParser::ParseBlock(std::string_view block) {
   return true;
 }
 
-bool RecordParser::ParseOthers(std::span<const LineRange> others, std::int64_t line_count) {
-  const std::int64_t before = line_no_;
-  for (const LineRange& other : others) {
-    line_no_ = before + other.lines_before;
-    if (!ParseBlock(other.lines)) {
-      return false;
-    }
-  }
-  line_no_ = before + line_count;
-  return true;
+bool RecordParser::ParseOthers(const OtherLines& others, std::int64_t line_count) {
+  const std::int64_t before_piece = line_no_;
+  const bool is_valid = others.ForEach([&](std::string_view lines, std::int64_t before) {
+    line_no_ = before_piece + before;
+    return ParseBlock(lines);
+  });
+  line_no_ = is_valid ? before_piece + line_count : line_no_;
+  return is_valid;
 }
 
 // `profile_line` is trimmed: no TAB is at its ends or next to another.

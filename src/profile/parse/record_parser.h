@@ -2,11 +2,10 @@
 
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <string_view>
 
+#include "profile/parse/other_lines.h"
 #include "profile/parse/read_options.h"
-#include "profile/parse/trace_lines.h"
 #include "profile/parse/usual_lines.h"
 #include "profile/scan/tab_fields.h"
 #include "profile/tables/profile_tables.h"
@@ -27,8 +26,8 @@ class RecordParser {
   /// type, and Problem tells which.
   bool ParseBlock(std::string_view block);
 
-  /// The same for the lines that TakeTraceLines left of a block of `line_count` lines.
-  bool ParseOthers(std::span<const LineRange> others, std::int64_t line_count);
+  /// The same for the lines that TakeTraceLines left of a piece of `line_count` lines.
+  bool ParseOthers(const OtherLines& others, std::int64_t line_count);
 
   /// As ReadProblem says, without a name.
   const ReadProblem& Problem() const { return problem_; }

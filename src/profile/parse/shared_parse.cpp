@@ -1,79 +1,161 @@
 #include "profile/parse/shared_parse.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
+#include <memory>
+#include <optional>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "parallel/piece_work.h"
 #include "profile/parse/record_parser.h"
-#include "profile/parse/trace_lines.h"
+#include "profile/parse/shared_lines.h"
 #include "profile/ticks/tick_part.h"
+#include "records/open_record.h"
+#include "records/record_range.h"
+#include "value/byte_buffer.h"
 
 namespace ptick {
 
 namespace {
 
-/// The blocks of a record as pieces of work.
-class SharedParse final : public PieceWork {
+/// What can be read front to back alone: one thread at a time reads a block.
+class SharedBlocks final : public SharedLines {
  public:
-  SharedParse(RecordBlocks& lines, RecordParser& parser, unsigned threads)
-      : lines_(lines), parser_(parser), slots_(SlotsFor(threads)), shares_(threads) {}
+  SharedBlocks(RecordBlocks& lines, RecordParser& parser, unsigned threads)
+      : SharedLines(parser, threads), lines_(lines), blocks_(SlotsFor(threads)) {}
 
   bool Begin(std::size_t slot) override {
-    Block& block = slots_[slot];
+    Block& block = blocks_[slot];
     block.text = lines_.NextInto(block.memory);
-    block.run = ++runs_;
+    BeginPiece(slot);
     return !block.text.empty();
   }
 
   void Do(std::size_t slot, unsigned thread) override {
-    Block& block = slots_[slot];
-    Share& share = shares_[thread];
-    block.line_count = TakeTraceLines(block.text, share.ticks.Table(), block.others);
-    share.ticks.EndRun(block.run);
-  }
-
-  bool Finish(std::size_t slot) override {
-    const Block& block = slots_[slot];
-    has_problem_ = !parser_.ParseOthers(block.others, block.line_count);
-    return !has_problem_;
-  }
-
-  bool HasProblem() const { return has_problem_; }
-
-  /// The trace entries, one part per thread.
-  std::vector<TickPart> TakeTicks() {
-    std::vector<TickPart> parts;
-    parts.reserve(shares_.size());
-    for (Share& share : shares_) {
-      parts.push_back(std::move(share.ticks));
-    }
-    return parts;
+    EndPiece(slot, thread, TakeLines(slot, thread, blocks_[slot].text, 0));
   }
 
  private:
   struct Block {
     ByteBuffer memory;
     std::string_view text;
-    std::uint32_t run = 0;
-    std::int64_t line_count = 0;
-    std::vector<LineRange> others;
-  };
-
-  /// What one thread has, on cache lines of its own.
-  struct alignas(64) Share {
-    TickPart ticks;
   };
 
   RecordBlocks& lines_;
-  RecordParser& parser_;
-  std::uint32_t runs_ = 0;
-  bool has_problem_ = false;
-  std::vector<Block> slots_;
-  std::vector<Share> shares_;
+  std::vector<Block> blocks_;  ///< by slot
 };
+
+/// Ranges of a regular file: each is read by the thread that takes it, in memory that stays in the
+/// cache of its processor.
+class SharedRanges final : public SharedLines {
+ public:
+  /// Begins where `lines` have come to. What is added to the record after its size is `size`
+  /// belongs to the last range.
+  SharedRanges(const RecordBlocks& lines, std::uint64_t size, RecordParser& parser,
+               const ThreadPlan& plan)
+      : SharedLines(parser, plan.threads),
+        record_(lines.Record()),
+        next_(lines.Place()),
+        size_(std::max(size, next_)),
+        range_size_(std::clamp<std::uint64_t>((size_ - next_) / (plan.threads * kRangesPerThread),
+                                              plan.smallest_range, plan.largest_range)),
+        block_size_(plan.block_size),
+        ranges_(SlotsFor(plan.threads)),
+        blocks_(plan.threads) {}
+
+  bool Begin(std::size_t slot) override {
+    if (next_ == size_) {
+      return false;
+    }
+    const bool is_last = size_ - next_ <= range_size_;
+    const std::uint64_t end = is_last ? size_ : next_ + range_size_;
+    ranges_[slot].bytes = {next_, is_last ? kToTheEnd : end};
+    next_ = end;
+    BeginPiece(slot);
+    return true;
+  }
+
+  void Do(std::size_t slot, unsigned thread) override {
+    Range& range = ranges_[slot];
+    RecordBlocks& blocks = Read(range.bytes, thread);
+    std::int64_t count = 0;
+    for (auto block = blocks.Next(); !block.empty(); block = blocks.Next()) {
+      count += TakeLines(slot, thread, block, count);
+    }
+    range.error = blocks.Failed() ? std::optional(blocks.Error()) : std::nullopt;
+    EndPiece(slot, thread, count);
+  }
+
+  bool Finish(std::size_t slot) override {
+    const bool goes_on = SharedLines::Finish(slot);
+    error_ = ranges_[slot].error;
+    return goes_on && !error_;
+  }
+
+  /// The system's error number, when reading has failed.
+  std::optional<int> Error() const { return error_; }
+
+ private:
+  static constexpr std::uint64_t kToTheEnd = std::numeric_limits<std::uint64_t>::max();
+  /// At the end, some threads wait for one that is at its last range.
+  static constexpr std::uint64_t kRangesPerThread = 16;
+
+  struct alignas(64) Range {
+    ByteRange bytes;
+    std::optional<int> error;
+  };
+
+  RecordBlocks& Read(const ByteRange& range, unsigned thread) {
+    std::unique_ptr<RecordBlocks>& blocks = blocks_[thread];
+    auto record = std::make_unique<RecordRange>(record_, range);
+    if (blocks == nullptr) {
+      blocks = std::make_unique<RecordBlocks>(std::move(record), block_size_);
+    } else {
+      blocks->StartOver(std::move(record));
+    }
+    return *blocks;
+  }
+
+  const RecordReader& record_;
+  std::uint64_t next_;  ///< where the next range begins
+  std::uint64_t size_;
+  std::uint64_t range_size_;
+  std::size_t block_size_;
+  std::optional<int> error_;
+  std::vector<Range> ranges_;                          ///< by slot
+  std::vector<std::unique_ptr<RecordBlocks>> blocks_;  ///< by thread
+};
+
+// Nothing when all was read and no line is of an unknown type.
+std::optional<ReadProblem> ShareBlocks(RecordBlocks& lines, RecordParser& parser,
+                                       const ThreadPlan& plan, TickTable& ticks) {
+  SharedBlocks shared(lines, parser, plan.threads);
+  DoInOrder(shared, plan.threads);
+  if (shared.HasProblem()) {
+    return parser.Problem();
+  }
+  JoinTicks(ticks, shared.TakeTicks());
+  return std::nullopt;
+}
+
+std::optional<ReadProblem> ShareRanges(const RecordBlocks& lines, std::uint64_t size,
+                                       RecordParser& parser, const ThreadPlan& plan,
+                                       TickTable& ticks) {
+  SharedRanges shared(lines, size, parser, plan);
+  DoInOrder(shared, plan.threads);
+  if (const std::optional<int> error = shared.Error()) {
+    return UnreadableRecord("", *error);
+  }
+  if (shared.HasProblem()) {
+    return parser.Problem();
+  }
+  JoinTicks(ticks, shared.TakeTicks());
+  return std::nullopt;
+}
 
 }  // namespace
 
@@ -92,13 +174,10 @@ std::optional<ReadProblem> ParseRecordLines(RecordBlocks& lines, const ReadOptio
     }
     parsed += block.size();
   }
-  SharedParse shared(lines, parser, plan.threads);
-  DoInOrder(shared, plan.threads);
-  if (shared.HasProblem()) {
-    return parser.Problem();
+  if (const std::optional<std::uint64_t> size = lines.Record().Size()) {
+    return ShareRanges(lines, *size, parser, plan, tables.Details);
   }
-  JoinTicks(tables.Details, shared.TakeTicks());
-  return std::nullopt;
+  return ShareBlocks(lines, parser, plan, tables.Details);
 }
 
 }  // namespace ptick

@@ -10,9 +10,12 @@
 namespace ptick {
 
 /// Reads the lines of a record as ParseProfileLines does, to the same tables and the same problem.
-/// A big record is shared by as many threads as `options` allow: one at a time reads blocks, all of
-/// them take trace lines out of blocks, and what is left of each block is parsed in order, on the
-/// caller's thread.
+/// A big record is shared by as many threads as `options` allow: they take the trace lines, and
+/// what is left is parsed in order, on the caller's thread. Of a regular file each thread reads
+/// what it takes; what can be read front to back alone, one thread at a time reads.
+///
+/// Whether reading has failed is told by `lines`, or, where it was shared, by a problem that has
+/// neither name nor place.
 std::optional<ReadProblem> ParseRecordLines(RecordBlocks& lines, const ReadOptions& options,
                                             ProfileTables& tables);
 

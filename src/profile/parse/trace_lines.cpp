@@ -46,32 +46,28 @@ bool TakeUnusual(std::string_view line, TickTable& ticks) {
 
 }  // namespace
 
-std::int64_t TakeTraceLines(std::string_view block, TickTable& ticks,
-                            std::vector<LineRange>& others) {
-  others.clear();
-  std::int64_t count = 0;
+std::int64_t TakeTraceLines(std::string_view block, std::int64_t before, TickTable& ticks,
+                            OtherLines& others) {
+  std::int64_t line_no = before;
   const char* line = block.data();
   const char* const end = line + block.size();
   while (line != end) {
-    ++count;
     if (const TraceLine trace = ScanTraceLine(line); trace.next != nullptr) {
       ticks.Add(ticks.Programs().Intern(trace.program), trace.line, trace.ticks);
       line = trace.next;
+      ++line_no;
       continue;
     }
     const auto left = static_cast<std::size_t>(end - line);
     const char* const next = static_cast<const char*>(std::memchr(line, '\n', left)) + 1;
     const auto size = static_cast<std::size_t>(next - line);
     if (!TakeUnusual({line, size - 1}, ticks)) {
-      if (others.empty() || others.back().lines.data() + others.back().lines.size() != line) {
-        others.push_back({{line, size}, count - 1});
-      } else {
-        others.back().lines = {others.back().lines.data(), others.back().lines.size() + size};
-      }
+      others.Add({line, size}, line_no);
     }
     line = next;
+    ++line_no;
   }
-  return count;
+  return line_no - before;
 }
 
 }  // namespace ptick
