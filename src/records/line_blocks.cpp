@@ -32,11 +32,15 @@ void TurnFieldMarksIntoLineEnds(char* begin, const char* end) {
 RecordBlocks::RecordBlocks(std::unique_ptr<RecordReader> record, std::size_t block_size)
     : record_(std::move(record)), buffer_(block_size + kReserve) {}
 
-std::string_view RecordBlocks::Next() {
+std::string_view RecordBlocks::Next() { return NextOf(1); }
+
+// Reads at least so many bytes, where there are as many, before it hands out lines.
+std::string_view RecordBlocks::NextOf(std::size_t least) {
+  std::size_t unfinished = end_ - begin_;
   while (!at_end_) {
-    const std::size_t unfinished = end_ - begin_;
-    if (!ReadMore()) {
-      break;
+    ReadMore();
+    if (end_ < least && !at_end_) {
+      continue;
     }
     const std::string_view read(buffer_.data(), end_);
     const std::size_t last = read.substr(unfinished).rfind('\n');
@@ -44,6 +48,7 @@ std::string_view RecordBlocks::Next() {
       begin_ = unfinished + last + 1;
       return read.substr(0, begin_);
     }
+    unfinished = end_;
   }
   if (failed_ || begin_ == end_) {
     return {};
@@ -54,9 +59,10 @@ std::string_view RecordBlocks::Next() {
   return block;
 }
 
-// What has been read of the next line moves on to the other buffer.
+// What has been read of the next line moves on to the other buffer. A pipe gives little at a time,
+// but a block that is handed on is worth the way.
 std::string_view RecordBlocks::NextInto(ByteBuffer& block) {
-  const std::string_view next = Next();
+  const std::string_view next = NextOf(buffer_.size() - kReserve);
   const std::size_t unfinished = end_ - begin_;
   if (block.size() < unfinished + kReserve) {
     block.Grow(buffer_.size(), 0);
@@ -76,9 +82,8 @@ void RecordBlocks::StartOver(std::unique_ptr<RecordReader> record) {
   at_end_ = failed_ = false;
 }
 
-// Moves the unfinished line to the front of the buffer and reads more after it; false at the end or
-// on a failure.
-bool RecordBlocks::ReadMore() {
+// Moves the unfinished line to the front of the buffer and reads more after it.
+void RecordBlocks::ReadMore() {
   if (begin_ > 0) {
     end_ -= begin_;
     std::memmove(buffer_.data(), buffer_.data() + begin_, end_);
@@ -92,7 +97,7 @@ bool RecordBlocks::ReadMore() {
   if (!size || *size == 0) {
     at_end_ = true;
     failed_ = !size;
-    return false;
+    return;
   }
   read_ += *size;
   char* fresh = buffer_.data() + end_;
@@ -100,7 +105,6 @@ bool RecordBlocks::ReadMore() {
   end_ += *size;
   // Scanners load bytes past the end: clear them, so that no run depends on stale ones.
   std::memset(fresh + *size, 0, kReserve);
-  return true;
 }
 
 }  // namespace ptick

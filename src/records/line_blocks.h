@@ -36,8 +36,8 @@ class RecordBlocks final : public LineBlocks {
 
   std::string_view Next() override;
 
-  /// The same, but the block is put into `block`, in exchange for the memory that was there, and is
-  /// valid as long as that.
+  /// The same, but the block is full, however little a read gives, and is put into `block`, in
+  /// exchange for the memory that was there; it is valid as long as that.
   std::string_view NextInto(ByteBuffer& block);
 
   /// Goes on with another record, in the same memory.
@@ -58,7 +58,8 @@ class RecordBlocks final : public LineBlocks {
   bool CanBeReadAgain() const { return record_->CanBeReadAgain(); }
 
  private:
-  bool ReadMore();
+  std::string_view NextOf(std::size_t least);
+  void ReadMore();
 
   std::unique_ptr<RecordReader> record_;
   ByteBuffer buffer_;

@@ -108,6 +108,43 @@ TEST(RecordBlocks, KnowNothingOfAFailureAhead) {
   EXPECT_FALSE(blocks.Failed());
 }
 
+// The blocks that are handed on of a text, read in pieces of so many bytes.
+std::vector<std::string> HandedOn(const std::string& text, std::size_t piece, TextRecord::End end,
+                                  std::size_t block_size) {
+  RecordBlocks blocks(std::make_unique<TextRecord>(text, piece, end), block_size);
+  std::vector<std::string> handed_on;
+  ByteBuffer memory;
+  for (auto block = blocks.NextInto(memory); !block.empty(); block = blocks.NextInto(memory)) {
+    handed_on.emplace_back(block);
+  }
+  EXPECT_EQ(blocks.Failed(), end == TextRecord::End::kFails);
+  return handed_on;
+}
+
+TEST(RecordBlocks, AreHandedOnFullHoweverLittleAReadGives) {
+  struct Row {
+    std::string text;
+    TextRecord::End end;
+    std::vector<std::string> want;
+  };
+  using enum TextRecord::End;
+  const std::vector<Row> rows = {
+      {"", kReached, {}},
+      {"a", kReached, {"a\n"}},
+      {"ab\ncd\nef\ngh", kReached, {"ab\ncd\n", "ef\n", "gh\n"}},
+      {"ab\ncd\nef\ngh\n", kReached, {"ab\ncd\n", "ef\ngh\n"}},
+      {"ab\ncdefghijklm\nn", kReached, {"ab\n", "cdefghijklm\n", "n\n"}},
+      {"", kFails, {}},
+      {"ab\ncd\nef\ngh", kFails, {"ab\ncd\n", "ef\n"}},
+  };
+  for (const Row& row : rows) {
+    for (const std::size_t piece : {std::size_t{1}, std::size_t{2}, std::size_t{5}}) {
+      EXPECT_EQ(HandedOn(row.text, piece, row.end, 8), row.want)
+          << row.text << " in pieces of " << piece;
+    }
+  }
+}
+
 TEST(RecordBlocks, KnowWhereTheNextLinesBegin) {
   for (const std::size_t piece : kPieces) {
     RecordBlocks blocks(std::make_unique<TextRecord>("ab\ncde\nf", piece), 3);
