@@ -29,7 +29,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   ptick::ThreadPlan plan;
   plan.threads = static_cast<unsigned>(input.TakeBetween(2, 8));
   plan.bytes_alone = input.TakeByte();
-  plan.block_size = plan.merge_block_size = std::size_t{1} + input.TakeByte();
+  plan.block_size = std::size_t{1} + input.TakeByte();
   plan.smallest_range = std::size_t{1} + input.TakeByte();
   plan.largest_range = 2 * plan.smallest_range;
   const std::uint8_t few = input.TakeByte();

@@ -12,7 +12,8 @@ constexpr unsigned kMaxThreads = 32;
 struct ThreadPlan {
   unsigned threads = 1;  ///< at once, the caller's included
 
-  /// So many bytes of a record are read before further threads are started.
+  /// Text of fewer bytes is read by one thread. Where it does not say how much it is, it is read so
+  /// far before further threads are started.
   std::size_t bytes_alone = std::size_t{1} << 20U;
   std::size_t block_size = std::size_t{256} * 1024;  ///< of the text that is read at a time
 
@@ -20,8 +21,6 @@ struct ThreadPlan {
   std::size_t smallest_range = std::size_t{256} * 1024;
   std::size_t largest_range = std::size_t{2} * 1024 * 1024;
 
-  /// The size of blocks in a merge, where many of them wait for each other.
-  std::size_t merge_block_size = std::size_t{64} * 1024;
   std::size_t merge_names = std::size_t{1} << 13U;  ///< that each thread of a merge knows by number
 
   /// A list of fewer rows is laid out by one thread.

@@ -1,6 +1,7 @@
 #include "profile/profile_loader.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <utility>
@@ -36,6 +37,11 @@ class InputBlocks {
   /// The same in exchange for other memory, as RecordBlocks::NextInto.
   std::string_view NextInto(ByteBuffer& block) {
     return NextBy([this, &block] { return lines_->NextInto(block); });
+  }
+
+  /// How many bytes are known to come of the input that the next block is of.
+  std::uint64_t SizeAhead() {
+    return !has_broken_off_ && (lines_ || Open()) ? lines_->SizeAhead() : 0;
   }
 
   /// Whether an input has failed after blocks of it were given. It is left out now.
@@ -112,7 +118,7 @@ class InputBlocks {
 // A merge of little text is that of one thread.
 void MergeBlocks(InputBlocks& blocks, const ThreadPlan& threads, ProfileMerge& merge) {
   std::size_t merged = 0;
-  while (threads.threads <= 1 || merged < threads.bytes_alone) {
+  while (threads.threads <= 1 || merged + blocks.SizeAhead() < threads.bytes_alone) {
     const std::string_view block = blocks.Next();
     if (block.empty()) {
       return;
@@ -176,7 +182,7 @@ MergedProfile MergeProfileFiles(const std::vector<std::string>& names, RecordFil
   for (;;) {
     MergedProfile merged{ProfileMerge(memory), "", false};
     InputBlocks blocks(inputs, files, tell,
-                       threads.threads > 1 ? threads.merge_block_size : threads.block_size);
+                       threads.block_size);
     MergeBlocks(blocks, threads, merged.merge);
     merged.first_name = blocks.FirstName();
     merged.is_broken = blocks.HasBrokenOff() && blocks.IsSpent();

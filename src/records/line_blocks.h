@@ -46,6 +46,12 @@ class RecordBlocks final : public LineBlocks {
   /// Where in the record the lines begin that have not been handed out.
   std::uint64_t Place() const { return read_ - (end_ - begin_); }
 
+  /// How many bytes are known to come after that place.
+  std::uint64_t SizeAhead() const {
+    const std::uint64_t size = record_->Size().value_or(0);
+    return size > Place() ? size - Place() : 0;
+  }
+
   const RecordReader& Record() const { return *record_; }
 
   /// Whether reading failed before the end; Next has returned an empty block then.

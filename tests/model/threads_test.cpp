@@ -29,7 +29,6 @@ ThreadPlan RandomPlan(RandomSource& random) {
   plan.threads = kThreads.at(random.Below(kThreads.size()));
   plan.bytes_alone = random.Chance(50) ? 0 : random.Below(2000);
   plan.block_size = random.Between(1, random.Chance(50) ? 40 : 2000);
-  plan.merge_block_size = plan.block_size;
   plan.smallest_range = random.Between(1, 100);
   plan.largest_range = plan.smallest_range + random.Below(3000);
   plan.merge_names = random.Below(8);

@@ -149,12 +149,14 @@ TEST(RecordBlocks, KnowWhereTheNextLinesBegin) {
   for (const std::size_t piece : kPieces) {
     RecordBlocks blocks(std::make_unique<TextRecord>("ab\ncde\nf", piece), 3);
     EXPECT_EQ(blocks.Place(), 0U);
+    EXPECT_EQ(blocks.SizeAhead(), 8U);
     std::uint64_t place = 0;
     for (auto block = blocks.Next(); !block.empty() && block != "f\n"; block = blocks.Next()) {
       place += block.size();
       EXPECT_EQ(blocks.Place(), place) << "in pieces of " << piece;
     }
     EXPECT_EQ(blocks.Place(), 8U) << "in pieces of " << piece;
+    EXPECT_EQ(blocks.SizeAhead(), 0U);
   }
 }
 

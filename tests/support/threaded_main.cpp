@@ -21,7 +21,7 @@ int main(int argc, char** argv) {
   ptick::ThreadPlan plan;
   plan.threads = static_cast<unsigned>(FromEnvironment("PTICK_TEST_THREADS"));
   plan.bytes_alone = 0;
-  plan.block_size = plan.merge_block_size = FromEnvironment("PTICK_TEST_BLOCK");
+  plan.block_size = FromEnvironment("PTICK_TEST_BLOCK");
   plan.smallest_range = plan.largest_range = 3 * plan.block_size;
   plan.merge_names = 2;
   plan.rows_alone = 0;

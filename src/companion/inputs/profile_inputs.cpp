@@ -1,5 +1,6 @@
 #include "companion/inputs/profile_inputs.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -65,8 +66,9 @@ void ProfileInputs::ReadRun(const std::string& name, const ReadOptions& options,
 
 void ProfileInputs::Merge(const NextName& next_name, const ThreadPlan& threads,
                           ProfileMerge& merge) const {
-  CheckedBlocks blocks(next_name, open_, progress_, threads.merge_block_size);
+  CheckedBlocks blocks(next_name, open_, progress_, threads.block_size);
   std::size_t merged = 0;
+  constexpr std::size_t kSmallFile = std::size_t{16} * 1024;
   // Small files take longer to open than to merge: nobody would have to do.
   for (bool is_worth_it = false; !is_worth_it;) {
     const std::string_view block = blocks.Next();
@@ -76,7 +78,7 @@ void ProfileInputs::Merge(const NextName& next_name, const ThreadPlan& threads,
     merge.AddLines(block);
     merged += block.size();
     is_worth_it = threads.threads > 1 && merged >= threads.bytes_alone &&
-                  block.size() >= threads.merge_block_size / 4;
+                  block.size() >= std::min(kSmallFile, threads.block_size / 4);
   }
   merge.AddBlocks([&blocks](ByteBuffer& block) { return blocks.NextInto(block); }, threads);
 }

@@ -164,7 +164,7 @@ std::optional<ReadProblem> ParseRecordLines(RecordBlocks& lines, const ReadOptio
   const ThreadPlan& plan = options.threads;
   RecordParser parser(options, tables);
   std::size_t parsed = 0;
-  while (plan.threads <= 1 || parsed < plan.bytes_alone) {
+  while (plan.threads <= 1 || parsed + lines.SizeAhead() < plan.bytes_alone) {
     const std::string_view block = lines.Next();
     if (block.empty()) {
       return std::nullopt;

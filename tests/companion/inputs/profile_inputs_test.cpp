@@ -185,13 +185,13 @@ TEST_F(ProfileInputsTest, MergesOnSeveralThreads) {
   for (const unsigned threads : {2U, 3U, 8U}) {
     for (const std::size_t block_size : {std::size_t{200}, std::size_t{5000}}) {
       const ThreadPlan plan = {
-          .threads = threads, .bytes_alone = 1000, .merge_block_size = block_size};
+          .threads = threads, .bytes_alone = 1000, .block_size = block_size};
       EXPECT_EQ(lines_with(plan), want) << threads << " threads, blocks of " << block_size;
     }
   }
   texts_["run30"] += "PROFILE:bogus\n";
   try {
-    lines_with({.threads = 3, .bytes_alone = 1000, .merge_block_size = 200});
+    lines_with({.threads = 3, .bytes_alone = 1000, .block_size = 200});
     FAIL() << "merged";
   } catch (const Trouble& trouble) {
     EXPECT_EQ(MessageLine("p", trouble.What()),
