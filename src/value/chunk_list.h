@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <memory>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace ptick {
@@ -12,6 +13,19 @@ namespace ptick {
 template <typename Item>
 class ChunkList {
  public:
+  ChunkList() = default;
+  ChunkList(const ChunkList& other) {
+    for (std::size_t index = 0; index < other.size(); ++index) {
+      Append(other[index]);
+    }
+  }
+  ChunkList(ChunkList&& other) noexcept { Swap(other); }
+  ChunkList& operator=(ChunkList other) noexcept {
+    Swap(other);
+    return *this;
+  }
+  ~ChunkList() = default;
+
   void Append(const Item& item) {
     if (next_ == end_) {
       AddChunk();
@@ -31,6 +45,12 @@ class ChunkList {
  private:
   static_assert(std::is_trivially_copyable_v<Item>);
   static constexpr std::size_t kChunk = std::size_t{1} << 14U;
+
+  void Swap(ChunkList& other) noexcept {
+    chunks_.swap(other.chunks_);
+    std::swap(next_, other.next_);
+    std::swap(end_, other.end_);
+  }
 
   void AddChunk() {
     chunks_.push_back(std::make_unique_for_overwrite<Item[]>(kChunk));  // NOLINT(*-c-arrays)

@@ -29,6 +29,23 @@ TEST(ChunkList, HoldsWhatWasAppendedWhereItWas) {
   EXPECT_EQ(moved[kMany - 1], 7 + kMany - 1);
 }
 
+TEST(ChunkList, IsCopied) {
+  ChunkList<std::size_t> list;
+  for (std::size_t n = 0; n < 20'000; ++n) {
+    list.Append(n);
+  }
+  ChunkList<std::size_t> copy = list;
+  copy.Append(1);
+  EXPECT_EQ(list.size(), 20'000U);
+  ASSERT_EQ(copy.size(), 20'001U);
+  EXPECT_EQ(copy[0], 0U);
+  EXPECT_EQ(copy[19'999], 19'999U);
+  EXPECT_EQ(copy[20'000], 1U);
+  list = ChunkList<std::size_t>();
+  EXPECT_EQ(list.size(), 0U);
+  EXPECT_EQ(copy[19'999], 19'999U);
+}
+
 }  // namespace
 
 }  // namespace ptick

@@ -31,7 +31,7 @@ void MergeKeys::Intern(std::span<const MergeKey> keys, Id* ids) {
         keys.subspan(start, std::min(kBatch, keys.size() - start));
     const std::span<Lookup> lookups = std::span(batch).first(some.size());
     StartBatch(some, lookups);
-    EndBatch(lookups, ids + start);
+    EndBatch(lookups, [&ids](Id id) { *ids++ = id; });
   }
 }
 
@@ -59,28 +59,6 @@ void MergeKeys::StartBatch(std::span<const MergeKey> keys, std::span<Lookup> loo
   for (std::size_t i = 0; i < keys.size(); ++i) {
     Start(lookups[i], {heads_.Intern(keys[i].head, heads[i].hash), keys[i].number});
   }
-}
-
-void MergeKeys::EndBatch(std::span<Lookup> lookups, Id* ids) {
-  for (Lookup& lookup : lookups) {
-    FindLikelyId(lookup);
-  }
-  for (const Lookup& lookup : lookups) {
-    const bool is_known = Is(lookup.likely_id, lookup.key);
-    *ids++ = is_known ? lookup.likely_id : FindOrAdd(lookup);
-  }
-}
-
-// The first key with these hash bits, nearly always the right one.
-void MergeKeys::FindLikelyId(Lookup& lookup) const {
-  lookup.likely_id = 0;
-  for (std::size_t slot = FirstSlot(lookup.hash); slots_[slot] != 0; slot = NextSlot(slot)) {
-    if (MatchesHash(slots_[slot], lookup.hash)) {
-      lookup.likely_id = IdOf(slots_[slot]);
-      break;
-    }
-  }
-  __builtin_prefetch(entries_.data() + lookup.likely_id);
 }
 
 MergeKeys::Id MergeKeys::FindOrAdd(const Lookup& lookup) {

@@ -66,15 +66,17 @@ class MergeKeys {
   /// Throws std::bad_alloc beyond 2^30 keys.
   void Intern(std::span<const MergeKey> keys, Id* ids);
 
-  /// The same for `count` keys, at most kBatch: those that `key_of` returns for the numbers below
-  /// it.
-  template <typename KeyOf>
-  void Intern(std::size_t count, const KeyOf& key_of, Id* ids) {
+  /// The same for keys that come one by one: `next_key(key)` sets the next one, or returns false.
+  /// Takes at most kBatch of them, then calls `use(id)` for each, in order.
+  template <typename NextKey, typename Use>
+  void InternEach(const NextKey& next_key, const Use& use) {
     std::array<Lookup, kBatch> batch;  // NOLINT(*-member-init): filled step by step
-    for (std::size_t i = 0; i < count; ++i) {
-      Start(batch[i], key_of(i));
+    std::size_t count = 0;
+    for (Key key;  // NOLINT(*-member-init): set by the call
+         count < kBatch && next_key(key); ++count) {
+      Start(batch[count], key);
     }
-    EndBatch(std::span(batch).first(count), ids);
+    EndBatch(std::span(batch).first(count), use);
   }
 
   /// The same for one key.
@@ -145,13 +147,32 @@ class MergeKeys {
   Id IdOf(Slot slot) const { return (slot & ((Slot{1} << slot_bits_) - 1)) - 1; }
 
   void StartBatch(std::span<const MergeKey> keys, std::span<Lookup> lookups);
-  void EndBatch(std::span<Lookup> lookups, Id* ids);
+  template <typename Use>
+  void EndBatch(std::span<Lookup> lookups, const Use& use) {
+    for (Lookup& lookup : lookups) {
+      FindLikelyId(lookup);
+    }
+    for (const Lookup& lookup : lookups) {
+      const bool is_known = Is(lookup.likely_id, lookup.key);
+      use(is_known ? lookup.likely_id : FindOrAdd(lookup));
+    }
+  }
   void Start(Lookup& lookup, Key key) const {
     lookup.key = key;
     lookup.hash = HashOf(key);
     __builtin_prefetch(&slots_[FirstSlot(lookup.hash)]);
   }
-  void FindLikelyId(Lookup& lookup) const;
+  // The first key with these hash bits, nearly always the right one.
+  void FindLikelyId(Lookup& lookup) const {
+    lookup.likely_id = 0;
+    for (std::size_t slot = FirstSlot(lookup.hash); slots_[slot] != 0; slot = NextSlot(slot)) {
+      if (MatchesHash(slots_[slot], lookup.hash)) {
+        lookup.likely_id = IdOf(slots_[slot]);
+        break;
+      }
+    }
+    __builtin_prefetch(entries_.data() + lookup.likely_id);
+  }
   Id FindOrAdd(const Lookup& lookup);
   void Grow();
 

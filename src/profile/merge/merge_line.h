@@ -16,11 +16,17 @@ struct MergeLine {
   MergeKind kind = MergeKind::kDropped;  ///< also that of a line that is not merged at all
 };
 
-/// The key of the trace line at `line`, as SplitKey has it.
-inline MergeKey KeyOfTrace(const char* line, const TraceLine& trace) {
-  const char* const key = line + kProfilePrefix.size();
-  const char* const name_end = trace.program.data() + trace.program.size();
-  return {{key, static_cast<std::size_t>(name_end - key)}, trace.line};
+/// How the head of a trace line in its usual form begins; the program's name follows.
+inline constexpr std::string_view kTraceHead = kTraceStart.substr(kProfilePrefix.size());
+
+/// The head of a trace line, whose program is part of it.
+inline std::string_view TraceHead(std::string_view program) {
+  return {program.data() - kTraceHead.size(), program.size() + kTraceHead.size()};
+}
+
+/// The key of a trace line, as SplitKey has it.
+inline MergeKey KeyOfTrace(const TraceLine& trace) {
+  return {TraceHead(trace.program), trace.line};
 }
 
 /// Splits a line without its end. A line without a TAB or without the prefix "PROFILE:" is not

@@ -21,7 +21,7 @@ void ProfileMerge::AddLines(std::string_view block) {
       line = AddOthers(line, end);
       continue;
     }
-    const MergeKey key = KeyOfTrace(line, trace);
+    const MergeKey key = KeyOfTrace(trace);
     line = trace.next;
     if (const MergeKeys::Id next = next_key_; values_.Keys().Is(next, key)) {
       AddWaiting();

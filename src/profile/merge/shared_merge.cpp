@@ -1,134 +1,157 @@
 #include "profile/merge/shared_merge.h"
 
 #include <algorithm>
-#include <numeric>
+#include <span>
 #include <utility>
 
 namespace ptick {
 
 SharedMerge::SharedMerge(BlockSource source, std::vector<MergePart>& parts, const ThreadPlan& plan)
-    : source_(std::move(source)), parts_(parts), pieces_(SlotsFor(plan.threads)) {
+    : source_(std::move(source)),
+      parts_(parts),
+      pieces_(SlotsFor(plan.threads)),
+      progress_(parts.size()),
+      lot_memory_(kLots) {
   for (unsigned thread = 0; thread < plan.threads; ++thread) {
-    heads_.emplace_back(plan.merge_names);
+    programs_.emplace_back(plan.merge_names);
   }
-  for (Lot& lot : lots_) {
+  for (Lot& lot : lot_memory_) {
     lot.blocks.resize(std::size_t{plan.threads} * kLotBlocks);
+    free_lots_.push_back(&lot);
   }
 }
 
-// Pieces begin in this order: the blocks of lots 0 and 1, the parts that take lot 0, the blocks of
-// lot 2, the parts that take lot 1, and so on.
+// Lots are taken as soon as they can be: so few are on their way.
 bool SharedMerge::Begin(std::size_t slot) {
-  Piece& piece = pieces_[slot];
-  if (parts_to_take_ == 0) {
-    if (BeginBlock(piece)) {
+  Lock lock(mutex_);
+  for (;;) {
+    changed_.wait(lock, [this] {
+      return has_failed_ || IsAllBegun() || CanTakeOneMore() || CanSortOneMore();
+    });
+    if (has_failed_ || IsAllBegun()) {
+      return false;
+    }
+    if (CanTakeOneMore()) {
+      pieces_[slot].block = nullptr;
+      ++takes_begun_;
+      ++takes_waiting_;
       return true;
     }
-    if (!BeginToTake()) {
-      return false;
+    if (BeginBlock(pieces_[slot], lock)) {
+      return true;
     }
   }
-  piece = {&LotAt(taken_), nullptr};
-  if (--parts_to_take_ == 0) {
-    ++taken_;
+}
+
+// False at the end of the text. No other thread begins a block meanwhile.
+bool SharedMerge::BeginBlock(Piece& piece, Lock& lock) {
+  if (!free_texts_.empty()) {
+    piece.memory = std::move(free_texts_.back());
+    free_texts_.pop_back();
   }
-  CountAsInWork(*piece.lot);
+  lock.unlock();
+  piece.text = source_(piece.memory);
+  lock.lock();
+  if (piece.text.empty()) {
+    has_ended_ = true;
+    filled_ = nullptr;
+    return false;
+  }
+  if (filled_ == nullptr) {
+    OpenLot();
+  }
+  Lot& lot = *filled_;
+  piece.lot = &lot;
+  piece.block = &lot.blocks[lot.block_count++];
+  lot.bytes += piece.text.size();
+  ++lot.blocks_in_work;
+  if (lot.bytes >= kLotBytes * programs_.size() || lot.block_count == lot.blocks.size()) {
+    filled_ = nullptr;
+  }
   return true;
 }
 
-// False at the end of the text, and where a lot is to be taken first.
-bool SharedMerge::BeginBlock(Piece& piece) {
-  if (has_ended_) {
-    return false;
-  }
-  if (IsFull(LotAt(filled_))) {
-    if (filled_ > taken_) {
-      return false;
-    }
-    ++filled_;
-    LotAt(filled_).block_count = 0;
-    LotAt(filled_).bytes = 0;
-  }
-  Lot& lot = LotAt(filled_);
-  SortedBlock& block = lot.blocks[lot.block_count];
-  block.text = source_(block.memory);
-  has_ended_ = block.text.empty();
-  if (has_ended_) {
-    return false;
-  }
-  ++lot.block_count;
-  lot.bytes += block.text.size();
-  piece = {&lot, &block};
-  CountAsInWork(lot);
-  return true;
-}
-
-// Its blocks must have been sorted, and the parts must have taken the lot before. False where no
-// lot is left, and where one of those has failed: what it left is not for others.
-bool SharedMerge::BeginToTake() {
-  if (taken_ > filled_ || LotAt(taken_).block_count == 0) {
-    return false;
-  }
-  Lot& lot = LotAt(taken_);
-  std::unique_lock lock(mutex_);
-  done_.wait(lock, [&] { return lot.in_work + (taken_ > 0 ? LotAt(taken_ - 1).in_work : 0) == 0; });
-  if (has_failed_) {
-    return false;
-  }
-  lot.parts.resize(parts_.size());
-  std::iota(lot.parts.begin(), lot.parts.end(), std::size_t{0});
-  parts_to_take_ = parts_.size();
-  return true;
-}
-
-void SharedMerge::CountAsInWork(Lot& lot) {
-  const std::scoped_lock lock(mutex_);
-  ++lot.in_work;
+void SharedMerge::OpenLot() {
+  filled_ = free_lots_.back();
+  free_lots_.pop_back();
+  filled_->block_count = 0;
+  filled_->bytes = 0;
+  filled_->parts_left = parts_.size();
+  lots_.push_back(filled_);
+  ++lot_count_;
 }
 
 void SharedMerge::Do(std::size_t slot, unsigned thread) {
-  const Piece& piece = pieces_[slot];
   try {
-    DoPiece(piece, thread);
+    if (pieces_[slot].block != nullptr) {
+      SortBlock(pieces_[slot], thread);
+    } else {
+      TakeLot(thread);
+    }
   } catch (...) {
-    EndPiece(*piece.lot, true);
+    {
+      const Lock lock(mutex_);
+      has_failed_ = true;
+    }
+    changed_.notify_one();
     throw;
   }
-  EndPiece(*piece.lot, false);
+  changed_.notify_one();
 }
 
-void SharedMerge::EndPiece(Lot& lot, bool has_failed) {
-  {
-    const std::scoped_lock lock(mutex_);
-    --lot.in_work;
-    has_failed_ = has_failed_ || has_failed;
-  }
-  done_.notify_all();
+void SharedMerge::SortBlock(Piece& piece, unsigned thread) {
+  piece.block->thread = thread;
+  SortByParts(piece.text, parts_.size(), programs_[thread], *piece.block);
+  const Lock lock(mutex_);
+  --piece.lot->blocks_in_work;
+  free_texts_.push_back(std::move(piece.memory));
 }
 
-void SharedMerge::DoPiece(const Piece& piece, unsigned thread) {
-  if (piece.block != nullptr) {
-    piece.block->thread = thread;
-    SortByParts(*piece.block, parts_.size(), heads_[thread]);
-  } else {
-    const std::size_t part = ChoosePart(*piece.lot, thread);
-    parts_[part].TakeLines(std::span(piece.lot->blocks).first(piece.lot->block_count), part,
-                           heads_);
-    parts_[part].EndLot();
+void SharedMerge::TakeLot(unsigned thread) {
+  Lock lock(mutex_);
+  const std::size_t part = ChoosePart(thread);
+  --takes_waiting_;
+  progress_[part].is_taking = true;
+  Lot& lot = NextLotOf(part);
+  lock.unlock();
+  parts_[part].TakeLines(std::span(lot.blocks).first(lot.block_count), part, programs_);
+  parts_[part].EndLot();
+  lock.lock();
+  progress_[part] = {progress_[part].lots_taken + 1, false};
+  if (--lot.parts_left == 0) {  // all have taken those before, too
+    lots_.pop_front();
+    free_lots_.push_back(&lot);
   }
 }
 
-// A part whose tables are in this thread's cache, where there is one.
-std::size_t SharedMerge::ChoosePart(Lot& lot, unsigned thread) {
-  const std::scoped_lock lock(mutex_);
-  auto chosen = std::ranges::find_if(
-      lot.parts, [&](std::size_t part) { return part % heads_.size() == thread; });
-  if (chosen == lot.parts.end()) {
-    --chosen;
+// Best one whose tables are in this thread's cache.
+std::size_t SharedMerge::ChoosePart(unsigned thread) const {
+  std::size_t chosen = parts_.size();
+  for (std::size_t part = 0; part < parts_.size(); ++part) {
+    if (CanTake(progress_[part]) &&
+        (chosen == parts_.size() || part % programs_.size() == thread)) {
+      chosen = part;
+    }
   }
-  const std::size_t part = *chosen;
-  lot.parts.erase(chosen);
-  return part;
+  return chosen;
+}
+
+SharedMerge::Lot& SharedMerge::NextLotOf(std::size_t part) {
+  return *lots_[progress_[part].lots_taken - (lot_count_ - lots_.size())];
+}
+
+bool SharedMerge::CanTake(const Progress& part) const {
+  if (part.is_taking || part.lots_taken == lot_count_) {
+    return false;
+  }
+  const Lot* const lot = lots_[part.lots_taken - (lot_count_ - lots_.size())];
+  return lot != filled_ && lot->blocks_in_work == 0;
+}
+
+bool SharedMerge::CanTakeOneMore() const {
+  const auto ready =
+      std::ranges::count_if(progress_, [this](const Progress& part) { return CanTake(part); });
+  return static_cast<std::size_t>(ready) > takes_waiting_;
 }
 
 }  // namespace ptick

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <condition_variable>
 #include <cstddef>
 #include <deque>
@@ -12,7 +11,7 @@
 #include "parallel/piece_work.h"
 #include "parallel/thread_plan.h"
 #include "profile/merge/merge_part.h"
-#include "profile/merge/thread_heads.h"
+#include "profile/merge/thread_programs.h"
 #include "value/byte_buffer.h"
 
 namespace ptick {
@@ -25,12 +24,13 @@ using BlockSource = std::function<std::string_view(ByteBuffer&)>;
 /// takes the lines of its keys in their order: whatever their values, they are combined as one
 /// thread does it.
 ///
-/// Blocks are gathered to a lot. Some threads sort the lines of its blocks by parts; when those of
-/// the next lot have begun, the parts take the lot. So hardly ever does a thread wait for others.
+/// The lines of a block are sorted by parts, and blocks are gathered to lots, which each part takes
+/// one after the other. A part whose tables grow takes long for one; the others are some lots ahead
+/// of it then, so that hardly ever does a thread wait.
 class SharedMerge final : public PieceWork {
  public:
-  /// Its pieces are small, but of different lengths: where tables grow they take long.
-  static constexpr std::size_t SlotsFor(unsigned threads) { return 16 * std::size_t{threads}; }
+  /// Its pieces are small, and many of them are done while one part grows.
+  static constexpr std::size_t SlotsFor(unsigned threads) { return 64 * std::size_t{threads}; }
 
   SharedMerge(BlockSource source, std::vector<MergePart>& parts, const ThreadPlan& plan);
 
@@ -39,49 +39,65 @@ class SharedMerge final : public PieceWork {
   bool Finish(std::size_t /*slot*/) override { return true; }
 
  private:
-  /// So much text for each thread makes a lot, or so many blocks: the lots are a small part of the
-  /// memory that big merges take.
+  /// So much text for each thread makes a lot, or so many blocks.
   static constexpr std::size_t kLotBytes = std::size_t{1} << 18U;
   static constexpr std::size_t kLotBlocks = 32;
+  /// So many lots are there at a time: as much as others do while the tables of a part grow.
+  static constexpr std::size_t kLots = 6;
 
   struct Lot {
     std::vector<SortedBlock> blocks;
     std::size_t block_count = 0;
-    std::size_t bytes = 0;
-    std::size_t in_work = 0;         ///< pieces of the lot that have begun and are not done
-    std::vector<std::size_t> parts;  ///< that have not begun to take the lot
+    std::size_t bytes = 0;           ///< of their text
+    std::size_t blocks_in_work = 0;  ///< that are not sorted yet
+    std::size_t parts_left = 0;      ///< that have not taken it yet
   };
 
-  /// What is done in a slot: a block is sorted, or one of the parts takes its lines of a lot.
+  /// What is done in a slot: a block is sorted, or, where there is none, a part takes a lot.
   struct Piece {
     Lot* lot = nullptr;
-    SortedBlock* block = nullptr;  ///< null: a part takes its lines
+    SortedBlock* block = nullptr;
+    ByteBuffer memory;
+    std::string_view text;
   };
 
-  Lot& LotAt(std::size_t number) { return lots_[number % lots_.size()]; }
-  bool IsFull(const Lot& lot) const {
-    return lot.bytes >= kLotBytes * heads_.size() || lot.block_count == lot.blocks.size();
-  }
-  bool BeginBlock(Piece& piece);
-  bool BeginToTake();
-  void CountAsInWork(Lot& lot);
-  void DoPiece(const Piece& piece, unsigned thread);
-  void EndPiece(Lot& lot, bool has_failed);
-  std::size_t ChoosePart(Lot& lot, unsigned thread);
+  struct Progress {
+    std::size_t lots_taken = 0;
+    bool is_taking = false;  ///< one more
+  };
+
+  using Lock = std::unique_lock<std::mutex>;
+
+  bool BeginBlock(Piece& piece, Lock& lock);
+  void OpenLot();
+  void SortBlock(Piece& piece, unsigned thread);
+  void TakeLot(unsigned thread);
+  std::size_t ChoosePart(unsigned thread) const;
+  Lot& NextLotOf(std::size_t part);
+
+  bool CanTake(const Progress& part) const;
+  bool CanTakeOneMore() const;
+  bool CanSortOneMore() const { return !has_ended_ && (filled_ != nullptr || !free_lots_.empty()); }
+  bool IsAllBegun() const { return has_ended_ && takes_begun_ == lot_count_ * parts_.size(); }
 
   BlockSource source_;
   std::vector<MergePart>& parts_;
-  std::deque<ThreadHeads> heads_;  ///< by thread
-  std::array<Lot, 3> lots_;        ///< one is taken, one is sorted, and one is filled
-  std::size_t filled_ = 0;         ///< the number of the lot that is filled
-  std::size_t taken_ = 0;          ///< the number of the one that parts take next
-  std::size_t parts_to_take_ = 0;
-  bool has_ended_ = false;
-  std::vector<Piece> pieces_;  ///< by slot
+  std::deque<ThreadPrograms> programs_;  ///< by thread
+  std::vector<Piece> pieces_;            ///< by slot
 
-  std::mutex mutex_;  ///< guards what follows, and what lots say of their pieces and parts
+  std::mutex mutex_;  ///< guards what follows
+  std::condition_variable changed_;
+  std::vector<Progress> progress_;  ///< by part
+  std::vector<Lot> lot_memory_;     ///< the lots that there can be at a time
+  std::vector<Lot*> free_lots_;     ///< the one used last at the end: it is in the cache
+  std::deque<Lot*> lots_;           ///< those that not all parts have taken, in order
+  std::size_t lot_count_ = 0;       ///< with those that all have taken
+  Lot* filled_ = nullptr;           ///< the last lot, if more blocks come to it
+  std::vector<ByteBuffer> free_texts_;
+  std::size_t takes_begun_ = 0;
+  std::size_t takes_waiting_ = 0;  ///< those for which no part has been chosen yet
+  bool has_ended_ = false;         ///< the text
   bool has_failed_ = false;
-  std::condition_variable done_;
 };
 
 }  // namespace ptick

@@ -1,15 +1,21 @@
-#include "profile/merge/thread_heads.h"
+#include "profile/merge/thread_programs.h"
+
+#include <string>
+
+#include "profile/merge/merge_line.h"
 
 namespace ptick {
 
-NameTable::Id ThreadHeads::Add(std::string_view head, std::uint32_t hash) {
+NameTable::Id ThreadPrograms::Add(std::string_view program, std::uint32_t hash) {
   const std::scoped_lock lock(mutex_);
-  return heads_.Intern(head, hash);
+  return programs_.Intern(program, hash);
 }
 
-NameTable::Id ThreadHeads::InternIn(NameTable& heads, NameTable::Id number) const {
+NameTable::Id ThreadPrograms::InternHeadIn(NameTable& heads, NameTable::Id program) const {
   const std::scoped_lock lock(mutex_);
-  return heads.Intern(heads_[number]);
+  std::string head(kTraceHead);
+  head += programs_[program];
+  return heads.Intern(head);
 }
 
 }  // namespace ptick

@@ -9,44 +9,45 @@
 
 namespace ptick {
 
-/// The heads of keys that one of several threads has met, numbered. So it tells others of a line
-/// without its text. Most profiles have few heads; of many, only the first ones have numbers.
-class alignas(64) ThreadHeads {
+/// The programs that one of several threads has met in trace lines, numbered. So it tells others of
+/// a line without its text. Most profiles have few programs; of many, only the first ones have
+/// numbers.
+class alignas(64) ThreadPrograms {
  public:
-  /// The number of a head that there is no room for.
+  /// The number of a program that there is no room for.
   static constexpr NameTable::Id kNone = ~NameTable::Id{0};
 
-  /// There is room for `max` heads.
-  explicit ThreadHeads(std::size_t max) : max_(max) {}
+  /// There is room for `max` programs.
+  explicit ThreadPrograms(std::size_t max) : max_(max) {}
 
-  /// Returns the hash of a head and brings near what looking it up will touch. Called by one thread
+  /// Returns the hash of a name and brings near what looking it up will touch. Called by one thread
   /// alone.
-  std::uint32_t Prefetch(std::string_view head) const {
-    const std::uint32_t hash = heads_.Hash(head);
-    heads_.PrefetchSlot(hash);
+  std::uint32_t Prefetch(std::string_view program) const {
+    const std::uint32_t hash = programs_.Hash(program);
+    programs_.PrefetchSlot(hash);
     return hash;
   }
 
-  /// The number of a head. Called by one thread alone.
-  NameTable::Id NumberOf(std::string_view head, std::uint32_t hash) {
-    if (const auto known = heads_.Find(head, hash)) {
+  /// The number of a program. Called by one thread alone.
+  NameTable::Id NumberOf(std::string_view program, std::uint32_t hash) {
+    if (const auto known = programs_.Find(program, hash)) {
       return *known;
     }
-    return heads_.size() < max_ ? Add(head, hash) : kNone;
+    return programs_.size() < max_ ? Add(program, hash) : kNone;
   }
 
-  /// How many heads have numbers. Called by the same thread.
-  std::size_t size() const { return heads_.size(); }
+  /// How many programs have numbers. Called by the same thread.
+  std::size_t size() const { return programs_.size(); }
 
-  /// The number that `heads` gives to the head of that number. Called by any thread.
-  NameTable::Id InternIn(NameTable& heads, NameTable::Id number) const;
+  /// The number that `heads` gives to the head of this program's trace lines. Called by any thread.
+  NameTable::Id InternHeadIn(NameTable& heads, NameTable::Id program) const;
 
  private:
-  NameTable::Id Add(std::string_view head, std::uint32_t hash);
+  NameTable::Id Add(std::string_view program, std::uint32_t hash);
 
   std::size_t max_;
   mutable std::mutex mutex_;  ///< held to add, and to read from another thread
-  NameTable heads_;
+  NameTable programs_;
 };
 
 }  // namespace ptick
