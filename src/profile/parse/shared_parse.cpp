@@ -53,8 +53,8 @@ class SharedBlocks final : public SharedLines {
 /// cache of its processor.
 class SharedRanges final : public SharedLines {
  public:
-  /// Begins where `lines` have come to. What is added to the record after its size is `size`
-  /// belongs to the last range.
+  /// Begins where `lines` have come to. There is always a last range, and it ends with the record:
+  /// a profile may grow, and files of the system say that they have no bytes.
   SharedRanges(const RecordBlocks& lines, std::uint64_t size, RecordParser& parser,
                const ThreadPlan& plan)
       : SharedLines(parser, plan.threads),
@@ -68,12 +68,12 @@ class SharedRanges final : public SharedLines {
         blocks_(plan.threads) {}
 
   bool Begin(std::size_t slot) override {
-    if (next_ == size_) {
+    if (has_begun_last_) {
       return false;
     }
-    const bool is_last = size_ - next_ <= range_size_;
-    const std::uint64_t end = is_last ? size_ : next_ + range_size_;
-    ranges_[slot].bytes = {next_, is_last ? kToTheEnd : end};
+    has_begun_last_ = size_ - next_ <= range_size_;
+    const std::uint64_t end = has_begun_last_ ? kToTheEnd : next_ + range_size_;
+    ranges_[slot].bytes = {next_, end};
     next_ = end;
     BeginPiece(slot);
     return true;
@@ -123,6 +123,7 @@ class SharedRanges final : public SharedLines {
   const RecordReader& record_;
   std::uint64_t next_;  ///< where the next range begins
   std::uint64_t size_;
+  bool has_begun_last_ = false;
   std::uint64_t range_size_;
   std::size_t block_size_;
   std::optional<int> error_;
