@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <memory_resource>
 #include <optional>
@@ -25,9 +24,6 @@ std::optional<ReadProblem> ReadProfile(std::unique_ptr<RecordReader> record, std
 /// The same for the profile of that name, "DIRECTORY/RECORD" or "RECORD".
 std::optional<ReadProblem> LoadProfile(std::string_view name, RecordFiles& files,
                                        const ReadOptions& options, ProfileTables& tables);
-
-/// Called with every problem that a merge meets, in the order of the files.
-using ProblemHandler = std::function<void(const ReadProblem&)>;
 
 /// Several profiles merged into one.
 struct MergedProfile {

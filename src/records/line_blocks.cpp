@@ -29,6 +29,30 @@ void TurnFieldMarksIntoLineEnds(char* begin, const char* end) {
 
 }  // namespace
 
+std::optional<std::string_view> ReadLinesInto(RecordReader& record, ByteBuffer& memory) {
+  std::size_t size = 0;
+  for (;;) {
+    if (memory.size() <= size + kReserve) {
+      memory.Grow(2 * (size + kReserve), size);
+    }
+    char* const fresh = memory.data() + size;
+    const std::optional<std::size_t> got = record.Read({fresh, memory.size() - kReserve - size});
+    if (!got) {
+      return std::nullopt;
+    }
+    if (*got == 0) {
+      break;
+    }
+    TurnFieldMarksIntoLineEnds(fresh, fresh + *got);
+    size += *got;
+  }
+  if (size > 0 && memory.data()[size - 1] != '\n') {
+    memory.data()[size++] = '\n';
+  }
+  std::memset(memory.data() + size, 0, kBlockPadding);
+  return std::string_view(memory.data(), size);
+}
+
 RecordBlocks::RecordBlocks(std::unique_ptr<RecordReader> record, std::size_t block_size)
     : record_(std::move(record)), buffer_(block_size + kReserve) {}
 

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include "platform/record_file.h"
@@ -25,6 +26,10 @@ class LineBlocks {
   /// and kBlockPadding readable bytes follow.
   virtual std::string_view Next() = 0;
 };
+
+/// Reads a record to its end and puts all of its lines into `memory`, as a block. Nothing when
+/// reading fails.
+std::optional<std::string_view> ReadLinesInto(RecordReader& record, ByteBuffer& memory);
 
 /// The lines of a record, read front to back in large blocks. A line ends at LF or at a field mark,
 /// which is turned into an LF; the last line may lack its end.

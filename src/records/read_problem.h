@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "records/record_place.h"
@@ -25,5 +26,8 @@ struct ReadProblem {
                           ///< included
   std::string text;       ///< kInvalidLine: the line without the prefix "PROFILE:"
 };
+
+/// Called with every problem that is met, in the order of the files.
+using ProblemHandler = std::function<void(const ReadProblem&)>;
 
 }  // namespace ptick

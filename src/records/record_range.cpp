@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
+#include <utility>
 
 #include "value/dynamic_array.h"
 
@@ -28,6 +30,16 @@ std::optional<std::size_t> FirstLineIn(std::span<const char> text) {
 bool EndsLine(char byte) { return byte == '\n' || byte == kFieldMark; }
 
 }  // namespace
+
+std::optional<ByteRange> RecordRanges::Next() {
+  if (has_given_last_) {
+    return std::nullopt;
+  }
+  has_given_last_ = size_ - next_ <= range_size_;
+  const std::uint64_t end =
+      has_given_last_ ? std::numeric_limits<std::uint64_t>::max() : next_ + range_size_;
+  return ByteRange{std::exchange(next_, end), end};
+}
 
 // Whether a line begins where the range does is told by the byte before.
 RecordRange::RecordRange(const RecordReader& record, const ByteRange& range)

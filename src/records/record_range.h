@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -13,6 +14,24 @@ namespace ptick {
 struct ByteRange {
   std::uint64_t begin = 0;
   std::uint64_t end = 0;
+};
+
+/// The rest of a record in ranges that follow each other. There is always a last one, and it ends
+/// with the record: a file may grow, and files of the system say that they have no bytes.
+class RecordRanges {
+ public:
+  /// From `begin` on, in a record that says that it has `size` bytes.
+  RecordRanges(std::uint64_t begin, std::uint64_t size, std::uint64_t range_size)
+      : next_(begin), size_(std::max(begin, size)), range_size_(range_size) {}
+
+  /// The next one; nothing after the last.
+  std::optional<ByteRange> Next();
+
+ private:
+  std::uint64_t next_;
+  std::uint64_t size_;
+  std::uint64_t range_size_;
+  bool has_given_last_ = false;
 };
 
 /// The lines that begin in a range of a record, as a record of their own. The last one is read to

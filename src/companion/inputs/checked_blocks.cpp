@@ -9,8 +9,10 @@ std::string_view CheckedBlocks::Next() {
   return NextBy([this] { return lines_->Next(); });
 }
 
-std::string_view CheckedBlocks::NextInto(ByteBuffer& block) {
-  return NextBy([this, &block] { return lines_->NextInto(block); });
+bool CheckedBlocks::Begin(MergeText& text) {
+  text.block = NextBy([this, &text] { return lines_->NextInto(text.memory); });
+  text.size = text.block.size();
+  return !text.block.empty();
 }
 
 template <typename NextBlock>

@@ -11,7 +11,7 @@
 #include "companion/inputs/input_lines.h"
 #include "companion/inputs/input_opener.h"
 #include "companion/progress.h"
-#include "value/byte_buffer.h"
+#include "profile/merge/shared_merge.h"
 
 namespace ptick::companion {
 
@@ -21,7 +21,7 @@ using NextName = std::function<std::optional<std::string>()>;
 /// Each input is opened when its turn comes, and closed before the next one is. Where one cannot be
 /// read, or has a record of an unknown type, that is Trouble. May be asked by any thread, one at a
 /// time.
-class CheckedBlocks {
+class CheckedBlocks final : public MergeSource {
  public:
   CheckedBlocks(NextName next_name, const InputOpener& open, Progress& progress,
                 std::size_t block_size)
@@ -32,8 +32,8 @@ class CheckedBlocks {
 
   /// The next block, valid until the next call; empty at the end of the last input.
   std::string_view Next();
-  /// The same in exchange for other memory, as RecordBlocks::NextInto.
-  std::string_view NextInto(ByteBuffer& block);
+  /// The same, for several threads.
+  bool Begin(MergeText& text) override;
 
  private:
   template <typename NextBlock>

@@ -80,7 +80,7 @@ void ProfileInputs::Merge(const NextName& next_name, const ThreadPlan& threads,
     is_worth_it = threads.threads > 1 && merged >= threads.bytes_alone &&
                   block.size() >= std::min(kSmallFile, threads.block_size / 4);
   }
-  merge.AddBlocks([&blocks](ByteBuffer& block) { return blocks.NextInto(block); }, threads);
+  merge.AddBlocks(blocks, threads);
 }
 
 void ProfileInputs::Read(const std::vector<std::string>& names, const ReadOptions& options,

@@ -96,7 +96,7 @@ void ProfileMerge::AddOthers(std::span<const MergeLine> lines) {
   next_key_ = ids[lines.size() - 1] + 1;
 }
 
-void ProfileMerge::AddBlocks(const BlockSource& source, const ThreadPlan& plan) {
+void ProfileMerge::AddBlocks(MergeSource& source, const ThreadPlan& plan) {
   std::vector<MergePart> parts;
   for (std::size_t part = 0; part < plan.threads; ++part) {
     parts.emplace_back(memory_);

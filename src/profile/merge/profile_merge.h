@@ -33,7 +33,7 @@ class ProfileMerge {
 
   /// Takes in the lines of all blocks of `source`, on as many threads as `plan` says.
   /// Nothing is added after that.
-  void AddBlocks(const BlockSource& source, const ThreadPlan& plan);
+  void AddBlocks(MergeSource& source, const ThreadPlan& plan);
 
   /// How many distinct keys there are.
   std::size_t KeyCount() const;

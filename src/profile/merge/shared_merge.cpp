@@ -6,8 +6,8 @@
 
 namespace ptick {
 
-SharedMerge::SharedMerge(BlockSource source, std::vector<MergePart>& parts, const ThreadPlan& plan)
-    : source_(std::move(source)),
+SharedMerge::SharedMerge(MergeSource& source, std::vector<MergePart>& parts, const ThreadPlan& plan)
+    : source_(source),
       parts_(parts),
       pieces_(SlotsFor(plan.threads)),
       progress_(parts.size()),
@@ -46,13 +46,13 @@ bool SharedMerge::Begin(std::size_t slot) {
 // False at the end of the text. No other thread begins a block meanwhile.
 bool SharedMerge::BeginBlock(Piece& piece, Lock& lock) {
   if (!free_texts_.empty()) {
-    piece.memory = std::move(free_texts_.back());
+    piece.text.memory = std::move(free_texts_.back());
     free_texts_.pop_back();
   }
   lock.unlock();
-  piece.text = source_(piece.memory);
+  const bool has_begun = source_.Begin(piece.text);
   lock.lock();
-  if (piece.text.empty()) {
+  if (!has_begun) {
     has_ended_ = true;
     filled_ = nullptr;
     return false;
@@ -63,7 +63,7 @@ bool SharedMerge::BeginBlock(Piece& piece, Lock& lock) {
   Lot& lot = *filled_;
   piece.lot = &lot;
   piece.block = &lot.blocks[lot.block_count++];
-  lot.bytes += piece.text.size();
+  lot.bytes += piece.text.size;
   ++lot.blocks_in_work;
   if (lot.bytes >= kLotBytes * programs_.size() || lot.block_count == lot.blocks.size()) {
     filled_ = nullptr;
@@ -101,10 +101,11 @@ void SharedMerge::Do(std::size_t slot, unsigned thread) {
 
 void SharedMerge::SortBlock(Piece& piece, unsigned thread) {
   piece.block->thread = thread;
-  SortByParts(piece.text, parts_.size(), programs_[thread], *piece.block);
+  source_.Read(piece.text);
+  SortByParts(piece.text.block, parts_.size(), programs_[thread], *piece.block);
   const Lock lock(mutex_);
   --piece.lot->blocks_in_work;
-  free_texts_.push_back(std::move(piece.memory));
+  free_texts_.push_back(std::move(piece.text.memory));
 }
 
 void SharedMerge::TakeLot(unsigned thread) {

@@ -3,7 +3,6 @@
 #include <condition_variable>
 #include <cstddef>
 #include <deque>
-#include <functional>
 #include <mutex>
 #include <string_view>
 #include <vector>
@@ -12,13 +11,35 @@
 #include "parallel/thread_plan.h"
 #include "profile/merge/merge_part.h"
 #include "profile/merge/thread_programs.h"
+#include "records/record_range.h"
 #include "value/byte_buffer.h"
 
 namespace ptick {
 
-/// Gives the next block of the text to be merged, as LineBlocks hands them out, in exchange for the
-/// memory of the last argument; empty at the end. Called by one thread at a time, any of them.
-using BlockSource = std::function<std::string_view(ByteBuffer&)>;
+/// A piece of the text to be merged, on its way to become a block.
+struct MergeText {
+  std::string_view block;  ///< as LineBlocks hands them out
+  ByteBuffer memory;       ///< where it is
+  ByteRange range;         ///< of the record that it is to be read from, where there is one
+  std::size_t size = 0;    ///< in bytes, about
+};
+
+/// Where the text to be merged comes from.
+class MergeSource {
+ public:
+  MergeSource() = default;
+  MergeSource(const MergeSource&) = delete;
+  MergeSource& operator=(const MergeSource&) = delete;
+  virtual ~MergeSource() = default;
+
+  /// Begins the next piece of the text; false at the end. What its memory was used for is no longer
+  /// needed. Called by one thread at a time, any of them.
+  virtual bool Begin(MergeText& text) = 0;
+
+  /// Reads a piece that has begun, where its block is still empty. By any thread, several at a
+  /// time.
+  virtual void Read(MergeText& /*text*/) {}
+};
 
 /// A merge by several threads. Each key belongs to one of the parts, by its number, and each part
 /// takes the lines of its keys in their order: whatever their values, they are combined as one
@@ -32,7 +53,7 @@ class SharedMerge final : public PieceWork {
   /// Its pieces are small, and many of them are done while one part grows.
   static constexpr std::size_t SlotsFor(unsigned threads) { return 64 * std::size_t{threads}; }
 
-  SharedMerge(BlockSource source, std::vector<MergePart>& parts, const ThreadPlan& plan);
+  SharedMerge(MergeSource& source, std::vector<MergePart>& parts, const ThreadPlan& plan);
 
   bool Begin(std::size_t slot) override;
   void Do(std::size_t slot, unsigned thread) override;
@@ -48,7 +69,7 @@ class SharedMerge final : public PieceWork {
   struct Lot {
     std::vector<SortedBlock> blocks;
     std::size_t block_count = 0;
-    std::size_t bytes = 0;           ///< of their text
+    std::size_t bytes = 0;           ///< of their text, about
     std::size_t blocks_in_work = 0;  ///< that are not sorted yet
     std::size_t parts_left = 0;      ///< that have not taken it yet
   };
@@ -57,8 +78,7 @@ class SharedMerge final : public PieceWork {
   struct Piece {
     Lot* lot = nullptr;
     SortedBlock* block = nullptr;
-    ByteBuffer memory;
-    std::string_view text;
+    MergeText text;
   };
 
   struct Progress {
@@ -80,7 +100,7 @@ class SharedMerge final : public PieceWork {
   bool CanSortOneMore() const { return !has_ended_ && (filled_ != nullptr || !free_lots_.empty()); }
   bool IsAllBegun() const { return has_ended_ && takes_begun_ == lot_count_ * parts_.size(); }
 
-  BlockSource source_;
+  MergeSource& source_;
   std::vector<MergePart>& parts_;
   std::deque<ThreadPrograms> programs_;  ///< by thread
   std::vector<Piece> pieces_;            ///< by slot

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -53,28 +52,24 @@ class SharedBlocks final : public SharedLines {
 /// cache of its processor.
 class SharedRanges final : public SharedLines {
  public:
-  /// Begins where `lines` have come to. There is always a last range, and it ends with the record:
-  /// a profile may grow, and files of the system say that they have no bytes.
+  /// Begins where `lines` have come to.
   SharedRanges(const RecordBlocks& lines, std::uint64_t size, RecordParser& parser,
                const ThreadPlan& plan)
       : SharedLines(parser, plan.threads),
         record_(lines.Record()),
-        next_(lines.Place()),
-        size_(std::max(size, next_)),
-        range_size_(std::clamp<std::uint64_t>((size_ - next_) / (plan.threads * kRangesPerThread),
-                                              plan.smallest_range, plan.largest_range)),
+        rest_(lines.Place(), size,
+              std::clamp<std::uint64_t>(lines.SizeAhead() / (plan.threads * kRangesPerThread),
+                                        plan.smallest_range, plan.largest_range)),
         block_size_(plan.block_size),
         ranges_(SlotsFor(plan.threads)),
         blocks_(plan.threads) {}
 
   bool Begin(std::size_t slot) override {
-    if (has_begun_last_) {
+    const std::optional<ByteRange> bytes = rest_.Next();
+    if (!bytes) {
       return false;
     }
-    has_begun_last_ = size_ - next_ <= range_size_;
-    const std::uint64_t end = has_begun_last_ ? kToTheEnd : next_ + range_size_;
-    ranges_[slot].bytes = {next_, end};
-    next_ = end;
+    ranges_[slot].bytes = *bytes;
     BeginPiece(slot);
     return true;
   }
@@ -100,7 +95,6 @@ class SharedRanges final : public SharedLines {
   std::optional<int> Error() const { return error_; }
 
  private:
-  static constexpr std::uint64_t kToTheEnd = std::numeric_limits<std::uint64_t>::max();
   /// At the end, some threads wait for one that is at its last range.
   static constexpr std::uint64_t kRangesPerThread = 16;
 
@@ -121,10 +115,7 @@ class SharedRanges final : public SharedLines {
   }
 
   const RecordReader& record_;
-  std::uint64_t next_;  ///< where the next range begins
-  std::uint64_t size_;
-  bool has_begun_last_ = false;
-  std::uint64_t range_size_;
+  RecordRanges rest_;
   std::size_t block_size_;
   std::optional<int> error_;
   std::vector<Range> ranges_;                          ///< by slot

@@ -22,17 +22,19 @@ using testing::AddLines;
 using testing::LinesOf;
 
 /// Hands a text out in blocks of so many bytes or a few more.
-class TextBlocks {
+class TextBlocks final : public MergeSource {
  public:
   TextBlocks(std::string_view text, std::size_t size) : text_(text), size_(size) {}
 
-  std::string_view NextInto(ByteBuffer& block) {
+  bool Begin(MergeText& text) override {
     const std::size_t end = size_ < text_.size() ? text_.find('\n', size_) + 1 : text_.size();
     const std::string_view next = text_.substr(0, end);
     text_.remove_prefix(end);
-    block = ByteBuffer(next.size() + kBlockPadding);
-    std::memset(block.data() + next.copy(block.data(), next.size()), 0, kBlockPadding);
-    return {block.data(), next.size()};
+    text.memory = ByteBuffer(next.size() + kBlockPadding);
+    std::memset(text.memory.data() + next.copy(text.memory.data(), next.size()), 0, kBlockPadding);
+    text.block = {text.memory.data(), next.size()};
+    text.size = next.size();
+    return !next.empty();
   }
 
  private:
@@ -81,7 +83,7 @@ TEST(SharedMerge, MergesLikeOneThread) {
         TextBlocks blocks(row.lines, row.block_size);
         ProfileMerge merge;
         AddLines(merge, first);
-        merge.AddBlocks([&blocks](ByteBuffer& block) { return blocks.NextInto(block); }, plan);
+        merge.AddBlocks(blocks, plan);
         EXPECT_TRUE(LinesOf(merge) == want)
             << row.name << ", " << threads << " threads, " << names << " names";
       }
@@ -121,7 +123,7 @@ TEST(SharedMerge, ThrowsWhereThereIsNoMemory) {
     TextBlocks blocks(lines, 100);
     try {
       ProfileMerge merge(&memory);
-      merge.AddBlocks([&blocks](ByteBuffer& block) { return blocks.NextInto(block); }, plan);
+      merge.AddBlocks(blocks, plan);
     } catch (const std::bad_alloc&) {
       ++failures;
     }
