@@ -92,7 +92,7 @@ void MergeInputs::Read(MergeText& text) {
   if (!block) {
     const std::scoped_lock lock(mutex_);
     const Failure failure{text.range.begin, record.Error()};
-    failure_ = failure_ ? std::min(*failure_, failure) : failure;
+    failure_ = failure_ ? std::ranges::min(*failure_, failure, {}, &Failure::place) : failure;
   }
 }
 

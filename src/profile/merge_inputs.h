@@ -1,6 +1,5 @@
 #pragma once
 
-#include <compare>
 #include <condition_variable>
 #include <cstddef>
 #include <cstdint>
@@ -65,7 +64,6 @@ class MergeInputs final : public MergeSource {
   struct Failure {
     std::uint64_t place;
     int error;
-    auto operator<=>(const Failure&) const = default;
   };
 
   bool IsOpen() { return !has_broken_off_ && (lines_ || Open()); }
