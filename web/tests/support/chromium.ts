@@ -150,12 +150,15 @@ export async function address(tab: Page): Promise<string> {
   return tab.evaluate(() => location.hash);
 }
 
+/** Presses keys one after the other, as somebody does who sees what each of them did. */
 export async function press(
   tab: Page,
   ...keys: Parameters<Page['keyboard']['press']>[0][]
 ): Promise<void> {
-  for (const key of keys) await tab.keyboard.press(key);
-  await settled(tab);
+  for (const key of keys) {
+    await tab.keyboard.press(key);
+    await settled(tab);
+  }
 }
 
 /** Clicks at a place of an element, in pixels from its corner. */
