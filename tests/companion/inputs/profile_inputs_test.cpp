@@ -184,8 +184,7 @@ TEST_F(ProfileInputsTest, MergesOnSeveralThreads) {
   EXPECT_EQ(opened_, names);
   for (const unsigned threads : {2U, 3U, 8U}) {
     for (const std::size_t block_size : {std::size_t{200}, std::size_t{5000}}) {
-      const ThreadPlan plan = {
-          .threads = threads, .bytes_alone = 1000, .block_size = block_size};
+      const ThreadPlan plan = {.threads = threads, .bytes_alone = 1000, .block_size = block_size};
       EXPECT_EQ(lines_with(plan), want) << threads << " threads, blocks of " << block_size;
     }
   }
